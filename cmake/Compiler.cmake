@@ -1,0 +1,18 @@
+# Warnings and sanitizers of every target of this project.
+
+set(SANITIZERS "" CACHE STRING "sanitizers to build with, for example address,undefined")
+
+add_library(project_options INTERFACE)
+target_compile_options(project_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Woverloaded-virtual -Werror)
+target_compile_definitions(project_options INTERFACE
+  QT_DEPRECATED_WARNINGS
+  QT_DISABLE_DEPRECATED_BEFORE=0x050C00
+  QT_NO_CAST_TO_ASCII
+  QT_NO_FOREACH)
+
+if(SANITIZERS)
+  target_compile_options(project_options INTERFACE
+    -fsanitize=${SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(project_options INTERFACE -fsanitize=${SANITIZERS})
+endif()

@@ -1,0 +1,46 @@
+# One function for each kind of target.
+
+# room_library(NAME SHARED|STATIC|OBJECT SOURCES file... [USES target...])
+# A library of one room. Its own folder is the include path of those who use it.
+function(room_library name kind)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;USES")
+  add_library(${name} ${kind} ${arg_SOURCES})
+  set_target_properties(${name} PROPERTIES
+    AUTOMOC ON AUTOUIC ON AUTORCC ON POSITION_INDEPENDENT_CODE ON)
+  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC Qt5::Widgets ${arg_USES} PRIVATE project_options)
+endfunction()
+
+# container_plugin(NAME OBJECTS target)
+# A loadable plugin made of the objects of one OBJECT library.
+function(container_plugin name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "OBJECTS" "")
+  add_library(${name} MODULE)
+  target_link_libraries(${name} PRIVATE ${arg_OBJECTS} project_options)
+  set_target_properties(${name} PROPERTIES
+    PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/plugins)
+endfunction()
+
+# room_application(NAME SOURCES file... [USES target...])
+function(room_application name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
+  add_executable(${name} ${arg_SOURCES})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+  target_link_libraries(${name} PRIVATE Qt5::Widgets ${arg_USES} project_options)
+endfunction()
+
+# room_test(NAME SOURCES file... [USES target...] [DEPENDS target...])
+# One test program, run offscreen by CTest. DEPENDS names targets that it loads at run time.
+function(room_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;DEPENDS")
+  add_executable(${name} ${arg_SOURCES})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  target_link_libraries(${name} PRIVATE Qt5::Test test_support ${arg_USES} project_options)
+  if(arg_DEPENDS)
+    add_dependencies(${name} ${arg_DEPENDS})
+  endif()
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    TIMEOUT 120
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LC_ALL=C.UTF-8;UBSAN_OPTIONS=print_stacktrace=1")
+endfunction()

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/HostExport.h"
+
+#include <QComboBox>
+
+/**
+ * The host's combo box.
+ *
+ * clear() empties the box and leaves ONE blank entry, added in the ordinary way: it becomes current and the change is
+ * signalled. All that fills these boxes relies on it and removes the blank afterwards.
+ */
+class HOST_EXPORT ComboBox : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    explicit ComboBox(QWidget *parent = nullptr);
+    ~ComboBox() override;
+
+    void clear();
+    void resetLastIndex();           ///< Forgets lastIndex() and signals nothing.
+    void setCurrentIndex(int index); ///< As QComboBox; remembers the index it leaves.
+
+    int lastIndex() const; ///< The row that the last setCurrentIndex() left; -1 before that, or when there was none.
+
+private:
+    int m_lastIndex = -1;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/HostExport.h"
+
+#include <QPointer>
+#include <QStandardItemModel>
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QTableView;
+
+/**
+ * The host's export window: shows a table with its captions, copies it and saves it as delimited text.
+ *
+ * Shows itself when made, destroys itself when closed. The model stays its owner's; the window survives its end and
+ * then offers an empty table. Each column's caption is its horizontal header text; the module caption under
+ * captionRole (if any) is saved as a line of its own above it.
+ *
+ * Separator, decimal mark and folder are remembered in the settings group "ExportCSV". GUI thread.
+ */
+class HOST_EXPORT ExportCSV : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int captionRole = Qt::UserRole + 6;
+
+    /// \a model may be null; \a flags are those of the window, which is a window whatever they say.
+    ExportCSV(QStandardItemModel *model, QWidget *parent, Qt::WindowFlags flags);
+    ~ExportCSV() override;
+
+    /// The whole table as it is saved and copied: caption lines, then the rows, each ended by the host's line end.
+    QString text() const;
+
+private slots:
+    void copy();
+    void save();
+    void saveTo(const QString &path);
+    void rememberFormat();
+
+private:
+    void buildTable();
+    QLayout *makeControls();
+
+    QPointer<QStandardItemModel> m_model;
+    QTableView *m_table = nullptr;
+    QComboBox *m_separatorBox = nullptr;
+    QComboBox *m_decimalMarkBox = nullptr;
+    QLabel *m_outcome = nullptr; // of the last copy or save
+};
