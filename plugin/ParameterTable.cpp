@@ -1,0 +1,226 @@
+#include "ParameterTable.h"
+
+#include "TableRoles.h"
+
+#include "host/BasicTools.h"
+#include "host/KAROModuleInterface.h"
+#include "host/ParameterType.h"
+#include "host/RegisterSet.h"
+
+#include <QCoreApplication>
+#include <QIcon>
+#include <QStandardItemModel>
+
+#include <array>
+
+namespace
+{
+
+constexpr int commandAxisParameter = 6;
+constexpr int commandGlobalParameter = 10;
+constexpr int commandInputOutput = 15;
+constexpr int userVariableBank = 2;
+constexpr int parameterNumbers = 256;
+constexpr int narrowFieldBits = 3; // fields up to this width are flags, not values to plot
+constexpr int fractionLimit = 4;   // a register cut into more fields than this is a bag of flags
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("XYPlotter", text);
+}
+
+QString displayName(const Parameter &parameter)
+{
+    return parameter.name + QLatin1Char(' ') + parameter.nameSuffix;
+}
+
+bool isReadable(const Parameter &parameter)
+{
+    return parameter.access.contains(QLatin1Char('r'));
+}
+
+/// The first readable parameter of each number, in key order, under keys that begin with \a keyPrefix.
+std::array<const Parameter *, parameterNumbers> firstByNumber(const QMap<QString, Parameter> &parameters,
+                                                              const QString &keyPrefix)
+{
+    std::array<const Parameter *, parameterNumbers> found{};
+    for (auto entry = parameters.cbegin(); entry != parameters.cend(); ++entry) {
+        const Parameter &parameter = entry.value();
+        if (parameter.number < 0 || parameter.number >= parameterNumbers || !isReadable(parameter) ||
+            !entry.key().startsWith(keyPrefix)) {
+            continue;
+        }
+        const Parameter *&place = found[static_cast<std::size_t>(parameter.number)];
+        if (place == nullptr) {
+            place = &parameter;
+        }
+    }
+    return found;
+}
+
+/// Appends rows of three items to a model, starting at row 0 whatever rows the model was made with.
+class RowWriter
+{
+public:
+    explicit RowWriter(QStandardItemModel *model) : m_model(model) {}
+
+    struct Row
+    {
+        QStandardItem *command;
+        QStandardItem *type;
+        QStandardItem *name;
+    };
+
+    Row append(const QString &commandText, const QString &typeText, const QString &nameText)
+    {
+        const Row row{new QStandardItem(commandText), new QStandardItem(typeText), new QStandardItem(nameText)};
+        m_model->setItem(m_next, TableColumn::Command, row.command);
+        m_model->setItem(m_next, TableColumn::Type, row.type);
+        m_model->setItem(m_next, TableColumn::Name, row.name);
+        ++m_next;
+        return row;
+    }
+
+    Row appendParameter(const QString &word, int command, int motorBank, const Parameter &parameter)
+    {
+        const Row row = append(word, QString::number(parameter.number), displayName(parameter));
+        row.command->setData(motorBank, TableRole::MotorBank);
+        row.command->setData(command, TableRole::Command);
+        row.type->setData(parameter.number, TableRole::Type);
+        return row;
+    }
+
+    Row appendRegister(const Register &owner, int command, int bitOffset, int bitWidth, const QString &nameText)
+    {
+        const auto address = static_cast<unsigned char>(owner.getOffset());
+        const Row row = append(BasicTools::iToHex(address, 2, QStringLiteral("0x")),
+                               QStringLiteral("[%0..%1]").arg(bitOffset + bitWidth - 1).arg(bitOffset), nameText);
+        row.command->setData(0, TableRole::MotorBank);
+        row.command->setData(command, TableRole::Command);
+        row.type->setCheckable(true);
+        row.type->setToolTip(translated("\nSet checked for signed interpretation\n"));
+        row.type->setIcon(QIcon(QStringLiteral(":/SVG Icons/PlusMinus")));
+        row.type->setData(static_cast<int>(address), TableRole::Type);
+        row.type->setData(bitOffset, TableRole::BitOffset);
+        row.type->setData(bitWidth, TableRole::BitWidth);
+        return row;
+    }
+
+private:
+    QStandardItemModel *const m_model;
+    int m_next = 0;
+};
+
+void appendAxisParameters(RowWriter &writer, const QMap<QString, Parameter> &parameters, int motor)
+{
+    for (const Parameter *const parameter : firstByNumber(parameters, QStringLiteral("par::"))) {
+        if (parameter == nullptr) {
+            continue;
+        }
+        const auto row = writer.appendParameter(QStringLiteral("GAP"), commandAxisParameter, motor, *parameter);
+        row.command->setStatusTip(QStringLiteral("KARO_GAP"));
+        row.name->setStatusTip(translated("Axis parameter (Motor %1)").arg(motor));
+    }
+}
+
+void appendUserVariables(RowWriter &writer, const QMap<QString, Parameter> &parameters)
+{
+    for (const Parameter *const parameter : firstByNumber(parameters, QString())) {
+        if (parameter == nullptr) {
+            continue;
+        }
+        const auto row =
+            writer.appendParameter(QStringLiteral("GGP"), commandGlobalParameter, userVariableBank, *parameter);
+        row.name->setToolTip(translated("Bank 2"));
+        row.name->setStatusTip(translated("User variables (Bank 2)"));
+    }
+}
+
+struct InputOutputGroup
+{
+    const char *mapName;
+    int bank;
+    // Inputs and outputs belong to the module as a whole. The bank is worded as a motor, whatever motor is shown.
+    const char *toolTip;
+    const char *statusTip;
+};
+
+const std::array<InputOutputGroup, 3> inputOutputGroups{{
+    {ParameterType::DigitalInput, 0, QT_TRANSLATE_NOOP("XYPlotter", "Axis 0"),
+     QT_TRANSLATE_NOOP("XYPlotter", "Digital input (Motor 0)")},
+    {ParameterType::DigitalOutput, 2, QT_TRANSLATE_NOOP("XYPlotter", "Axis 2"),
+     QT_TRANSLATE_NOOP("XYPlotter", "Digital output (Motor 2)")},
+    {ParameterType::AnalogInput, 1, QT_TRANSLATE_NOOP("XYPlotter", "Axis 1"),
+     QT_TRANSLATE_NOOP("XYPlotter", "Analog input (Motor 1)")},
+}};
+
+void appendInputsAndOutputs(RowWriter &writer, const QMap<QString, Parameter> &parameters,
+                            const InputOutputGroup &group)
+{
+    for (const Parameter &parameter : parameters) {
+        if (!isReadable(parameter)) {
+            continue;
+        }
+        const auto row = writer.appendParameter(QStringLiteral("GIO"), commandInputOutput, group.bank, parameter);
+        row.name->setToolTip(translated(group.toolTip));
+        row.name->setStatusTip(translated(group.statusTip));
+    }
+}
+
+QList<Register *> fractionsOf(Register *candidate)
+{
+    // By class name and not by type: the host's own build of the class is the one that counts.
+    void *const set = candidate->qt_metacast("RegisterSet");
+    return set == nullptr ? QList<Register *>() : static_cast<RegisterSet *>(set)->getFractions();
+}
+
+} // namespace
+
+void ParameterTable::fillAxisTable(QStandardItemModel *model, KAROModuleInterface *module, int motor)
+{
+    model->setHorizontalHeaderLabels({translated("Cmd"), translated("Type"), translated("Name")});
+    RowWriter writer(model);
+    if (const auto *const axis = module->getParameterMapByName(QStringLiteral("axis%1").arg(motor))) {
+        appendAxisParameters(writer, *axis, motor);
+    }
+    if (const auto *const variables = module->getParameterMapByName(QStringLiteral("global2"))) {
+        appendUserVariables(writer, *variables);
+    }
+    for (const InputOutputGroup &group : inputOutputGroups) {
+        if (const auto *const parameters = module->getParameterMapByName(QString::fromLatin1(group.mapName))) {
+            appendInputsAndOutputs(writer, *parameters, group);
+        }
+    }
+}
+
+void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command)
+{
+    model->setHorizontalHeaderLabels({translated("Offset"), translated("Mapped bits"), translated("Title")});
+    RowWriter writer(model);
+    for (Register *const entry : registers) {
+        const QList<Register *> fractions = fractionsOf(entry);
+        if (fractions.isEmpty() && entry->getWidth() > narrowFieldBits) {
+            const auto row = writer.appendRegister(*entry, command, 0, entry->getWidth(), entry->getTitle());
+            row.name->setToolTip(entry->getDescription());
+        }
+        // Neither the fields nor the whole of a register with more fractions than the limit are offered.
+        if (fractions.size() > fractionLimit) {
+            continue;
+        }
+        for (const Register *const fraction : fractions) {
+            if (fraction->getWidth() <= narrowFieldBits) {
+                continue;
+            }
+            const auto row = writer.appendRegister(*entry, command, fraction->getOffset(), fraction->getWidth(),
+                                                   entry->getTitle() + QStringLiteral(": ") + fraction->getTitle());
+            row.command->setToolTip(translated("\nRegister ") + entry->getTitle() + QLatin1Char('\n'));
+            row.name->setToolTip(fraction->getDescription());
+        }
+    }
+    model->sort(TableColumn::Name, Qt::AscendingOrder);
+}
+
+QString ParameterTable::caption(const QAbstractItemModel *model)
+{
+    return model == nullptr ? QString() : model->headerData(0, Qt::Horizontal, TableRole::Caption).toString();
+}

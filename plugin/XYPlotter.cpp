@@ -1,0 +1,174 @@
+#include "XYPlotter.h"
+
+#include "AxisCombo.h"
+#include "Plotter.h"
+#include "ui_XYPlotter.h"
+
+#include "host/DynamicProperty.h"
+
+#include <QDebug>
+#include <QGraphicsPolygonItem>
+#include <QGraphicsScene>
+#include <QRadioButton>
+
+namespace
+{
+
+constexpr int pluginType = 6;
+constexpr int curveCount = 4;
+constexpr int refreshIntervalMs = 250;
+constexpr double startRange = 10.0;       // data units, to either side of 0
+constexpr double startRateDivisor = 1.15; // of the slider's range: 86 of 100, a sample every 14 ms
+constexpr unsigned char unboundAddress = 1;
+constexpr unsigned char commandReadRegister = 149;
+constexpr unsigned char commandWriteRegister = 147;
+
+const char pluginTitle[] = "XY-Plotter";
+const char pluginIcon[] = ":/moreIconsII/XYPlot";
+
+} // namespace
+
+XYPlotter::XYPlotter()
+    : ContainerInterface(QStringLiteral("undefined"), QString::fromLatin1(pluginTitle), pluginType, nullptr,
+                         QString::fromLatin1(pluginIcon), nullptr)
+    , tempTools(1, 1, nullptr, QString(), commandReadRegister, commandWriteRegister)
+{
+}
+
+XYPlotter::XYPlotter(const QString &name, PluginHandler *handler)
+    : ContainerInterface(name, QString::fromLatin1(pluginTitle), pluginType, handler, QString::fromLatin1(pluginIcon),
+                         nullptr)
+    , tempTools(1, 1, nullptr, QString(), commandReadRegister, commandWriteRegister)
+{
+    setProperty(DynamicProperty::ShowOnToolbar, true);
+}
+
+XYPlotter::~XYPlotter()
+{
+    if (askingForLogFile) {
+        // The box is still in the click that opened the dialog, and looks at itself afterwards: log() lets it go.
+        ui->cbLog->setParent(nullptr);
+    }
+    delete ui;
+}
+
+QString XYPlotter::version()
+{
+    return QStringLiteral(
+        "4.6.0 - container_xy_plot;Plugin-Interface.4.6.0.container_xy_plot;Plugin ;Plugin.Interface.");
+}
+
+XYPlotter *XYPlotter::clone(QString name, PluginHandler *handler)
+{
+    return new XYPlotter(name, handler);
+}
+
+void XYPlotter::init(QWidget *parent)
+{
+    if (parent != this->parent()) {
+        qCritical() << "virtual void XYPlotter::init(QWidget*)" << parent << parentWidget();
+    }
+    if (ui == nullptr) {
+        buildWindow();
+    }
+    connect(this->parent(), SIGNAL(finished(int)), this, SLOT(finished(int)));
+    // The first opening fills the lists twice, here and in buildWindow().
+    if (!moduleListReady) {
+        updateModuleList();
+        moduleListReady = true;
+    }
+    QSlider *const slider = ui->horizontalSliderRate;
+    slider->setValue(static_cast<int>((slider->maximum() - slider->minimum()) / startRateDivisor));
+    slider->hide();
+    ui->labelRate->hide();
+    // An opening without a closing in between starts one timer more; the earlier one goes on.
+    refreshTimerId = startTimer(refreshIntervalMs, Qt::CoarseTimer);
+    recording = false;
+}
+
+void XYPlotter::buildWindow()
+{
+    sampleTimerId = 0;
+    ui = new Ui_XYPlotter;
+    ui->setupUi(this);
+    setProperty(DynamicProperty::WindowFlags, static_cast<unsigned int>(Qt::SubWindow));
+    setProperty(DynamicProperty::WindowModal, false);
+    setProperty(DynamicProperty::WindowAddSizeGrip, true);
+    settings.beginGroup(objectName());
+    moduleListReady = false;
+    buildPlot();
+    buildTrail();
+    const int curves = plotter->curveButtons.buttons().size();
+    for (int index = 0; index < curves; ++index) {
+        buildCurve(index);
+    }
+    connect(&plotter->curveButtons, SIGNAL(buttonClicked(int)), this, SLOT(btnClicked(int)));
+    connect(plotter->showAllDataCheck, SIGNAL(stateChanged(int)), this, SLOT(btnClicked(int)));
+    connect(&curveRadioButtons, SIGNAL(buttonClicked(int)), this, SLOT(btnClicked(int)));
+    setAccessibleNames();
+    curveRadioButtons.button(0)->setChecked(true);
+    updateModuleList();
+}
+
+void XYPlotter::buildPlot()
+{
+    plotter = new Plotter(curveCount, ui->widgetPlot);
+    ui->widgetPlot->layout()->addWidget(plotter);
+    plotter->setPalette(ui->widgetPlot->palette());
+    plotSettings.minX = -startRange;
+    plotSettings.maxX = startRange;
+    plotSettings.minY = -startRange;
+    plotSettings.maxY = startRange;
+    plotter->setPlotSettings(plotSettings);
+}
+
+void XYPlotter::buildTrail()
+{
+    auto *const scene = new QGraphicsScene(this);
+    ui->graphicsView->setScene(scene);
+    trailItem = new QGraphicsPolygonItem;
+    trailItem->setFillRule(Qt::WindingFill);
+    scene->addItem(trailItem);
+    ui->graphicsView->scale(1.0, -1.0); // y grows upward
+    ui->graphicsView->hide();
+}
+
+void XYPlotter::buildCurve(int index)
+{
+    for (QStackedWidget *const pages : {ui->dockWidgetContentsX, ui->dockWidgetContentsY}) {
+        pages->addWidget(moduleValue(pages->objectName(), index));
+    }
+    auto *const curve = new XYaxisCombo;
+    curve->x = new AxisCombo(nullptr, unboundAddress);
+    curve->y = new AxisCombo(nullptr, unboundAddress);
+    curve->points = new QVector<QPointF>;
+    curve->point = new QPointF;
+    axisCombos.append(curve);
+
+    const QAbstractButton *const curveButton = plotter->curveButtons.buttons().at(index);
+    auto *const radioButton = new QRadioButton(curveButton->text());
+    radioButton->setIcon(curveButton->icon());
+    radioButton->setIconSize(curveButton->iconSize());
+    radioButton->setProperty("ColorName", curveButton->property("ColorName").toString());
+    radioButton->setAccessibleName(tr("Curve %1").arg(index + 1));
+    curveRadioButtons.addButton(radioButton, index);
+    ui->horizontalLayoutActPlot->insertWidget(index + 1, radioButton); // between the two spacers
+}
+
+void XYPlotter::setAccessibleNames()
+{
+    ui->horizontalSliderRate->setAccessibleName(tr("Sampling rate"));
+    ui->graphicsView->setAccessibleName(tr("Trail of the selected curve"));
+}
+
+void XYPlotter::finished(int code)
+{
+    Q_UNUSED(code)
+    disconnect();
+    if (parent() != nullptr) {
+        parent()->deleteLater();
+    }
+    setParent(nullptr);
+    killTimer(refreshTimerId);
+    refreshTimerId = 0;
+}

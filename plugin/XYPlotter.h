@@ -1,0 +1,138 @@
+#pragma once
+
+#include "PlotSettings.h"
+
+#include "host/AppSettings.h"
+#include "host/ContainerInterface.h"
+#include "host/KAROModuleInterface.h"
+#include "host/TempTools.h"
+
+#include <QButtonGroup>
+#include <QElapsedTimer>
+#include <QList>
+#include <QModelIndex>
+#include <QPointF>
+#include <QPolygonF>
+#include <QString>
+#include <QVector>
+
+class AxisCombo;
+class ComboBox;
+class Plotter;
+class QAbstractItemModel;
+class QFile;
+class QGraphicsPolygonItem;
+class QStandardItemModel;
+class QTableView;
+class SelectorPage;
+class Ui_XYPlotter;
+
+/**
+ * The container plugin: up to four curves, each of one live value over another.
+ *
+ * The host makes one root object, which only serves to be cloned, and owns the clones. It makes a container window the
+ * parent of a clone and calls init() at every opening: the first one builds everything, later ones only reconnect.
+ * When the window closes, the plugin leaves it and keeps its curves, sources and settings until the next opening.
+ *
+ * Two timers drive it, both on the GUI thread: the sampling timer asks the modules and collects points, the refresh
+ * timer hands the points to the plot. Everything else happens in slots that tell their callers by the sender.
+ */
+class XYPlotter : public ContainerInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID ContainerInterface_iid FILE "XYPlotter.json")
+    Q_INTERFACES(ContainerInterface)
+
+public:
+    /// One curve. The records and what they point to are made once and live as long as the process, so that a channel
+    /// that still holds a request never writes into memory that is gone.
+    struct XYaxisCombo
+    {
+        AxisCombo *x = nullptr;
+        AxisCombo *y = nullptr;
+        QVector<QPointF> *points = nullptr; ///< oldest first, raw units of the sources
+        QPointF *point = nullptr;           ///< the latest sample, also when it repeats the last point
+        QString xName;
+        QString yName;
+        QAbstractItemModel *xModel = nullptr; ///< the table from which X was chosen; not owned
+        QAbstractItemModel *yModel = nullptr;
+    };
+
+    /// The root object that the plugin loader asks for: it is cloned and never shown.
+    XYPlotter();
+    /**
+     * A working instance.
+     * \param name    becomes the object name and the settings group
+     * \param handler the registry of module plugins, not owned
+     */
+    XYPlotter(const QString &name, PluginHandler *handler);
+    ~XYPlotter() override;
+
+    QString version() override;
+    XYPlotter *clone(QString name, PluginHandler *handler) override;
+    void init(QWidget *parent) override;
+
+private slots:
+    // The order of the slots is part of the plugin's interface.
+    void updateModuleList();
+    void btnClicked(int idx = 0);
+    void setModule(int idx = -1);
+    void setMotorTable(int motor = 0);
+    void log(bool checked);
+    void timerEvent(QTimerEvent *ev) override;
+    void setRate(int value);
+    void itemClicked(QModelIndex index);
+    void finished(int code) override;
+    void handleModulePlugin(KAROModuleInterface *plugin, QString msg) override;
+
+private:
+    void buildWindow();
+    void buildPlot();
+    void buildTrail();
+    void buildCurve(int index);
+    void setAccessibleNames();
+    QWidget *moduleValue(const QString &name, int index);
+    QTableView *createTable(const QString &name, QWidget *parent);
+
+    void updateModuleList(ComboBox *combo);
+    QString composeModuleLabel(const QString &key, KAROModuleInterface *module) const;
+    void fillMotorBox(ComboBox *motorBox, const KAROModuleInterface &module, int axes, bool hasRegisters);
+    void showTable(const SelectorPage &page, QStandardItemModel *model, const QString &title);
+    void stopRecordingForNewSource(const XYaxisCombo &curve, int curveIndex, bool isX, const QString &name);
+
+    void sampleAll();
+    void showElapsedTime();
+    bool readCurve(XYaxisCombo *curve);
+    QString takePoint(XYaxisCombo *curve, bool *hasNewData);
+    void startCurve(XYaxisCombo *curve);
+    void extendTrail(const QPointF &point);
+    void appendToLog(const QString &fields);
+
+    void refreshAll();
+    bool widenRange(const QPointF &point);
+    void applyPlotSettings();
+
+    void selectCurve(int index);
+    void exportPoints();
+    void clearPoints();
+    void stopRecording();
+    bool isRecorded(int index) const;
+
+    Ui_XYPlotter *ui = nullptr;
+    AppSettings settings;
+    int sampleTimerId = 0;
+    int refreshTimerId = 0;
+    QElapsedTimer elapsed;
+    QList<XYaxisCombo *> axisCombos;
+    QButtonGroup curveRadioButtons;
+    bool moduleListReady = false;
+    TempTools tempTools;
+    QGraphicsPolygonItem *trailItem = nullptr; // owned by the scene
+    QPolygonF trail;
+    Plotter *plotter = nullptr;
+    PlotSettings plotSettings;
+    bool recording = false;
+    int lineCounter = 0;
+    QFile *logFile = nullptr; // never deleted: the file of a recording outlives it
+    bool askingForLogFile = false;
+};

@@ -1,0 +1,136 @@
+// The window's commands: all buttons end in one slot, which tells them by the sender.
+
+#include "AxisCombo.h"
+#include "ParameterTable.h"
+#include "Plotter.h"
+#include "TableRoles.h"
+#include "XYPlotter.h"
+#include "ui_XYPlotter.h"
+
+#include "host/BasicTools.h"
+#include "host/ExportCSV.h"
+
+#include <QDebug>
+#include <QGraphicsPolygonItem>
+#include <QGraphicsScene>
+#include <QPen>
+#include <QStandardItemModel>
+
+namespace
+{
+
+constexpr double clearedRange = 10.0; // data units, to either side of 0
+
+void setColumnCaption(QStandardItemModel *model, int column, const QString &name, const QString &caption)
+{
+    model->setHorizontalHeaderItem(column, new QStandardItem(name));
+    model->setHeaderData(column, Qt::Horizontal, QStringLiteral("\n%1\n%2\n").arg(caption, name), Qt::ToolTipRole);
+    model->setHeaderData(column, Qt::Horizontal, caption, TableRole::Caption);
+}
+
+QStandardItem *numberItem(double value)
+{
+    return new QStandardItem(QString::number(value, 'g', 6));
+}
+
+} // namespace
+
+void XYPlotter::btnClicked(int idx)
+{
+    const QObject *const origin = sender();
+    if (ui == nullptr || origin == nullptr) {
+        return;
+    }
+    if (origin == ui->btnRefresh) {
+        updateModuleList();
+    } else if (origin == &curveRadioButtons) {
+        selectCurve(idx);
+    } else if (origin == ui->btnCamera) {
+        qInfo().noquote() << BasicTools::ExportPNG(plotter, QStringLiteral("xyp"));
+    } else if (origin == ui->btnExport) {
+        exportPoints();
+    } else if (origin == ui->btnResetData) {
+        clearPoints();
+    } else if (origin == &plotter->curveButtons || origin == plotter->showAllDataCheck) {
+        // The set of curves in the data lines changes: they would no longer fit their header.
+        stopRecording();
+    }
+}
+
+void XYPlotter::selectCurve(int index)
+{
+    ui->dockWidgetContentsX->setCurrentIndex(index);
+    ui->dockWidgetContentsY->setCurrentIndex(index);
+    QPen pen = trailItem->pen();
+    if (const QAbstractButton *const button = curveRadioButtons.checkedButton()) {
+        pen.setColor(QColor(button->property("ColorName").toString()));
+    }
+    trail.clear();
+    trailItem->setPolygon(trail);
+    ui->graphicsView->scene()->update();
+    trailItem->setPen(pen);
+}
+
+void XYPlotter::exportPoints()
+{
+    int rows = 0;
+    int pairs = 0;
+    for (int index = 0; index < axisCombos.size(); ++index) {
+        const int size = axisCombos.at(index)->points->size();
+        rows = qMax(rows, size);
+        // Counted by this rule, filled by another: a curve of one point takes its columns beyond the counted ones
+        // when its box is off, and a curve without points leaves its columns empty when its box is on.
+        if (size > 1 || isRecorded(index)) {
+            ++pairs;
+        }
+    }
+    auto *const model = new QStandardItemModel(rows, 2 * pairs, this);
+    int column = 0;
+    for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
+        if (curve->points->isEmpty()) {
+            continue;
+        }
+        setColumnCaption(model, column, curve->xName, ParameterTable::caption(curve->xModel));
+        setColumnCaption(model, column + 1, curve->yName, ParameterTable::caption(curve->yModel));
+        for (int row = 0; row < curve->points->size(); ++row) {
+            model->setItem(row, column, numberItem(curve->points->at(row).x()));
+            model->setItem(row, column + 1, numberItem(curve->points->at(row).y()));
+        }
+        column += 2;
+    }
+    QWidget *const window = parentWidget();
+    const QString windowName = QStringLiteral("ExportXY");
+    if (window != nullptr) {
+        if (auto *const previous = window->findChild<ExportCSV *>(windowName)) {
+            previous->deleteLater();
+        }
+    }
+    auto *const exportWindow = new ExportCSV(model, window, Qt::Tool);
+    exportWindow->setObjectName(windowName);
+}
+
+void XYPlotter::clearPoints()
+{
+    for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
+        curve->points->resize(0);
+    }
+    // The plot keeps the old drawing of a curve until its next point, which also resets the range.
+    plotSettings.minX = -clearedRange;
+    plotSettings.maxX = clearedRange;
+    plotSettings.minY = -clearedRange;
+    plotSettings.maxY = clearedRange;
+    applyPlotSettings();
+}
+
+void XYPlotter::stopRecording()
+{
+    if (recording) {
+        ui->cbLog->setChecked(false);
+    }
+}
+
+bool XYPlotter::isRecorded(int index) const
+{
+    const QAbstractButton *const button = plotter->curveButtons.button(index);
+    return button != nullptr && button->isChecked();
+}

@@ -1,0 +1,218 @@
+// The two timers: sampling asks the modules and collects points, refreshing hands the points to the plot.
+
+#include "AxisCombo.h"
+#include "ElapsedText.h"
+#include "LogText.h"
+#include "Plotter.h"
+#include "XYPlotter.h"
+#include "ui_XYPlotter.h"
+
+#include "host/CommandHandlerInterface.h"
+
+#include <QGraphicsPolygonItem>
+#include <QPointer>
+#include <QTimerEvent>
+
+namespace
+{
+
+constexpr int trailCapPoints = 500;
+constexpr int trailCutPoints = 250;
+constexpr int curveCapPoints = 10000;
+constexpr int curveCutPoints = 5000;
+constexpr double firstPointRange = 0.5; // data units, to either side of the point
+constexpr int slowestIntervalMs = 100;
+
+/**
+ * Reads both sources, X first when they are on two channels.
+ *
+ * \return false when the choice of sources changed meanwhile: a channel may let the notice of a module through that
+ *         comes or goes, and with it the channels may be gone
+ */
+bool exchangeBoth(AxisCombo *x, AxisCombo *y)
+{
+    CommandHandlerInterface *const xHandler = x->handler;
+    CommandHandlerInterface *const yHandler = y->handler;
+    const auto isStillChosen = [=] { return x->handler == xHandler && y->handler == yHandler; };
+    if (xHandler == yHandler) {
+        xHandler->sendCommandCombos({x->exchange(), y->exchange()});
+    } else {
+        xHandler->sendCommandCombos({x->exchange()});
+        if (!isStillChosen()) {
+            return false;
+        }
+        yHandler->sendCommandCombos({y->exchange()});
+    }
+    if (!isStillChosen()) {
+        return false;
+    }
+    // Only X's channel leaves circular mode: Y's may be in it for a tool of its own.
+    xHandler->setCircularMode(false);
+    return true;
+}
+
+QRectF rangeOf(const PlotSettings &settings)
+{
+    return {settings.minX, settings.minY, settings.maxX - settings.minX, settings.maxY - settings.minY};
+}
+
+} // namespace
+
+void XYPlotter::setRate(int value)
+{
+    QSlider *const slider = ui->horizontalSliderRate;
+    const int intervalMs = slowestIntervalMs - value;
+    slider->setToolTip(tr("Intervall %1 ms").arg(intervalMs));
+    // The id stays after the timer is killed: it tells that sampling has run, and killing it again only warns.
+    if (sampleTimerId != 0) {
+        killTimer(sampleTimerId);
+    }
+    if (value != 0) {
+        elapsed.start();
+        sampleTimerId = startTimer(intervalMs, Qt::CoarseTimer);
+    } else {
+        ui->labelRate->setText(tr("no sample"));
+        slider->setToolTip(ui->labelRate->text());
+    }
+    slider->setStatusTip(slider->toolTip());
+}
+
+void XYPlotter::timerEvent(QTimerEvent *ev)
+{
+    const int id = ev->timerId();
+    if (isVisible() && id == sampleTimerId) {
+        sampleAll();
+    } else if (id == refreshTimerId) {
+        refreshAll();
+    }
+}
+
+void XYPlotter::sampleAll()
+{
+    showElapsedTime();
+    const QPointer<XYPlotter> self(this);
+    QString fields;
+    bool hasNewData = false;
+    for (int index = 0; index < axisCombos.size(); ++index) {
+        XYaxisCombo *const curve = axisCombos.at(index);
+        if (!isRecorded(index) || curve->x->handler == nullptr || curve->y->handler == nullptr) {
+            continue;
+        }
+        const bool wasRead = exchangeBoth(curve->x, curve->y);
+        if (self.isNull()) {
+            return; // the channel let something through that destroyed this plugin
+        }
+        if (!wasRead) {
+            continue;
+        }
+        const qint32 y = curve->y->value();
+        const qint32 x = curve->x->value();
+        *curve->point = QPointF(x, y);
+        fields += takePoint(curve, &hasNewData);
+        if (curveRadioButtons.checkedId() == index) {
+            extendTrail(*curve->point);
+        }
+    }
+    if (recording && logFile != nullptr && hasNewData) {
+        appendToLog(fields);
+    }
+}
+
+void XYPlotter::showElapsedTime()
+{
+    const qint64 elapsedNs = elapsed.nsecsElapsed();
+    if (elapsedNs == 0) {
+        return;
+    }
+    ui->labelRate->setText(elapsedText(elapsedNs));
+    elapsed.restart();
+}
+
+QString XYPlotter::takePoint(XYaxisCombo *curve, bool *hasNewData)
+{
+    const QPointF point = *curve->point;
+    if (curve->points->isEmpty()) {
+        // The first point opens the range and is never logged: it only shows where the curve starts.
+        startCurve(curve);
+        return {};
+    }
+    if (curve->points->constLast() == point) {
+        return recording ? LogText::repeatedPointFields() : QString();
+    }
+    curve->points->append(point);
+    if (!recording) {
+        return {};
+    }
+    *hasNewData = true;
+    return LogText::pointFields(point);
+}
+
+void XYPlotter::startCurve(XYaxisCombo *curve)
+{
+    const QPointF point = *curve->point;
+    plotSettings.maxX = point.x() + firstPointRange;
+    plotSettings.minX = point.x() - firstPointRange;
+    plotSettings.maxY = point.y() + firstPointRange;
+    plotSettings.minY = point.y() - firstPointRange;
+    applyPlotSettings();
+    curve->points->append(point);
+}
+
+void XYPlotter::extendTrail(const QPointF &point)
+{
+    // From the item and not from the last trail: of all samples between two refreshes the trail keeps the latest.
+    trail = trailItem->polygon();
+    trail.append(point);
+    if (trail.size() > trailCapPoints) {
+        trail.remove(0, trailCutPoints);
+    }
+}
+
+void XYPlotter::refreshAll()
+{
+    trailItem->setPolygon(trail);
+    ui->graphicsView->fitInView(trailItem, Qt::IgnoreAspectRatio);
+    bool isWidened = false;
+    QRectF bounds;
+    for (int index = 0; index < axisCombos.size(); ++index) {
+        const XYaxisCombo *const curve = axisCombos.at(index);
+        if (curve->points->isEmpty() || !isRecorded(index)) {
+            continue;
+        }
+        if (curve->points->size() > curveCapPoints) {
+            curve->points->remove(0, curveCutPoints);
+            bounds = bounds.united(QPolygonF(*curve->points).boundingRect());
+        } else if (widenRange(*curve->point)) {
+            isWidened = true;
+        }
+        plotter->setCurveData(index, *curve->points);
+    }
+    if (bounds.width() > 0 && bounds.height() > 0) {
+        // What a cut curve still covers replaces what other curves have widened.
+        plotSettings.minX = bounds.left();
+        plotSettings.maxX = bounds.left() + bounds.width();
+        plotSettings.minY = bounds.top();
+        plotSettings.maxY = bounds.top() + bounds.height();
+        applyPlotSettings();
+    } else if (isWidened) {
+        applyPlotSettings();
+    }
+}
+
+bool XYPlotter::widenRange(const QPointF &point)
+{
+    if (rangeOf(plotSettings).contains(point)) {
+        return false;
+    }
+    plotSettings.minX = qMin(plotSettings.minX, point.x());
+    plotSettings.maxX = qMax(plotSettings.maxX, point.x());
+    plotSettings.minY = qMin(plotSettings.minY, point.y());
+    plotSettings.maxY = qMax(plotSettings.maxY, point.y());
+    return true;
+}
+
+void XYPlotter::applyPlotSettings()
+{
+    plotSettings.adjust();
+    plotter->setPlotSettings(plotSettings);
+}

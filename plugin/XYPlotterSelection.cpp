@@ -1,0 +1,227 @@
+// The selector pages: tables of values, and how a click on a row becomes a source of a curve.
+
+#include "AxisCombo.h"
+#include "ParameterTable.h"
+#include "Plotter.h"
+#include "SelectorPage.h"
+#include "TableRoles.h"
+#include "XYPlotter.h"
+#include "ui_XYPlotter.h"
+
+#include "host/ComboBox.h"
+#include "host/DynamicProperty.h"
+#include "host/HostLogging.h"
+#include "host/LineEnd.h"
+#include "host/PluginHandler.h"
+
+#include <QDebug>
+#include <QHeaderView>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace
+{
+
+constexpr int registerChannel = 1;
+constexpr int commandReadRegister = 148;
+constexpr int commandReadChannelRegister = 149;
+constexpr int cellAlignment = 132; // horizontally and vertically centred
+constexpr int wholeWidthBits = 32;
+constexpr unsigned char unboundAddress = 1;
+
+unsigned char lowByte(const QVariant &value)
+{
+    return static_cast<unsigned char>(value.toUInt() & 0xFFU);
+}
+
+QVariant cell(const QModelIndex &index, int column, int role)
+{
+    return index.sibling(index.row(), column).data(role);
+}
+
+/// What is left of the name of a part of a page: curve index and axis, for example "0X".
+QString pageSuffix(QString objectName)
+{
+    for (const char *const word : {"cmbm", "motor", "cmds", "dockWidgetContents"}) {
+        objectName.remove(QLatin1String(word));
+    }
+    return objectName;
+}
+
+void debugChoice(const QModelIndex &index, int curveIndex, const QString &suffix, const QObject *sender)
+{
+    qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << curveIndex
+                         << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << suffix << sender
+                         << hostLineEnd << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
+                         << hostLineEnd << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
+                         << hostLineEnd << "Type       :" << cell(index, TableColumn::Type, TableRole::Type)
+                         << hostLineEnd << "Offset     :" << cell(index, TableColumn::Type, TableRole::BitOffset)
+                         << hostLineEnd << "Width      :" << cell(index, TableColumn::Type, TableRole::BitWidth)
+                         << hostLineEnd << "CheckState :" << cell(index, TableColumn::Type, Qt::CheckStateRole);
+}
+
+void bindSource(AxisCombo *source, const QModelIndex &index)
+{
+    source->request.setCommand(lowByte(cell(index, TableColumn::Command, TableRole::Command)));
+    source->request.setType(lowByte(cell(index, TableColumn::Type, TableRole::Type)));
+    source->request.setMotorBank(lowByte(cell(index, TableColumn::Command, TableRole::MotorBank)));
+    const QVariant offset = cell(index, TableColumn::Type, TableRole::BitOffset);
+    const QVariant width = cell(index, TableColumn::Type, TableRole::BitWidth);
+    if (offset.isValid() && width.isValid()) {
+        const bool isSigned = cell(index, TableColumn::Type, Qt::CheckStateRole).toBool();
+        source->setRequest(&source->request, lowByte(offset), lowByte(width), isSigned);
+    } else {
+        source->setRequest(&source->request, 0, wholeWidthBits, false);
+    }
+}
+
+} // namespace
+
+QWidget *XYPlotter::moduleValue(const QString &name, int index)
+{
+    const QString suffix = QString::number(index) + name;
+    auto *const page = new QFrame;
+    page->setObjectName(QStringLiteral("page") + suffix);
+    auto *const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(1, 1, 1, 1);
+    layout->setSpacing(0);
+
+    const QString source = tr("%1 of curve %2").arg(name.right(1)).arg(index + 1);
+    auto *const moduleBox = new ComboBox(page);
+    moduleBox->setObjectName(QStringLiteral("cmbm") + suffix);
+    moduleBox->setAccessibleName(tr("Module for %1").arg(source));
+    connect(moduleBox, SIGNAL(currentIndexChanged(int)), this, SLOT(setModule(int)));
+    layout->addWidget(moduleBox);
+
+    auto *const motorBox = new ComboBox(page);
+    motorBox->setObjectName(QStringLiteral("motor") + suffix);
+    motorBox->setAccessibleName(tr("Motor for %1").arg(source));
+    motorBox->resetLastIndex();
+    motorBox->clear();
+    connect(motorBox, SIGNAL(currentIndexChanged(int)), this, SLOT(setMotorTable(int)));
+    layout->addWidget(motorBox);
+
+    QTableView *const table = createTable(QStringLiteral("cmds") + suffix, page);
+    table->setAccessibleName(tr("Value for %1").arg(source));
+    layout->addWidget(table);
+    return page;
+}
+
+QTableView *XYPlotter::createTable(const QString &name, QWidget *parent)
+{
+    auto *const table = new QTableView(parent);
+    table->setObjectName(name);
+    connect(table, SIGNAL(clicked(QModelIndex)), this, SLOT(itemClicked(QModelIndex)));
+    table->setAlternatingRowColors(true);
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->verticalHeader()->setVisible(false);
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setMouseTracking(true);
+    return table;
+}
+
+void XYPlotter::setMotorTable(int motor)
+{
+    const SelectorPage page(qobject_cast<QWidget *>(sender()));
+    if (motor < 0 || !page.isValid() || pluginHandler() == nullptr) {
+        return;
+    }
+    KAROModuleInterface *const module = pluginHandler()->getModulePlugin(page.currentModuleKey());
+    if (module == nullptr) {
+        return;
+    }
+    page.table()->hide();
+    const QString alias = module->getAliasName();
+    if (motor < module->numberOfAxes()) {
+        auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
+        ParameterTable::fillAxisTable(model, module, motor);
+        showTable(page, model, alias + QStringLiteral(" [Axis %1]").arg(motor));
+        return;
+    }
+    const QList<Register *> registers = tempTools.currentRegisterList();
+    if (registers.isEmpty()) {
+        return;
+    }
+    const int command = module->getChannel() == registerChannel ? commandReadChannelRegister : commandReadRegister;
+    auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
+    ParameterTable::fillRegisterTable(model, registers, command);
+    showTable(page, model, alias + QStringLiteral(" [Register]"));
+}
+
+void XYPlotter::showTable(const SelectorPage &page, QStandardItemModel *model, const QString &title)
+{
+    if (model->rowCount() < 1) {
+        model->deleteLater();
+        return;
+    }
+    QTableView *const table = page.table();
+    model->setHeaderData(0, Qt::Horizontal, title, TableRole::Caption);
+    // The model that is replaced lives on: curves keep reading their captions from it.
+    table->setModel(model);
+    for (int row = 0; row < model->rowCount(); ++row) {
+        for (int column = 0; column < model->columnCount(); ++column) {
+            model->setData(model->index(row, column), cellAlignment, Qt::TextAlignmentRole);
+        }
+    }
+    table->resizeRowsToContents();
+    table->resizeColumnsToContents();
+    table->show();
+    const int row = settings.value(page.rememberedRowKey()).toInt();
+    table->setCurrentIndex(model->index(row, 0));
+    itemClicked(table->currentIndex());
+}
+
+void XYPlotter::itemClicked(QModelIndex index)
+{
+    if (index.row() < 0 || sender() == nullptr) {
+        return;
+    }
+    const QString suffix = pageSuffix(sender()->objectName());
+    const int curveIndex = suffix.leftRef(1).toInt(); // one digit: ten curves at most
+    const bool isX = suffix.endsWith(QLatin1Char('X'));
+    const bool isY = suffix.endsWith(QLatin1Char('Y'));
+    const QString name = cell(index, TableColumn::Name, Qt::DisplayRole).toString();
+    debugChoice(index, curveIndex, suffix, sender());
+    const SelectorPage page(qobject_cast<QWidget *>(sender()));
+    if (!page.isValid() || !(isX || isY) || curveIndex >= axisCombos.size()) {
+        return;
+    }
+    XYaxisCombo *const curve = axisCombos.at(curveIndex);
+    stopRecordingForNewSource(*curve, curveIndex, isX, name);
+
+    auto *const model = const_cast<QAbstractItemModel *>(index.model());
+    QAbstractButton *const curveButton = plotter->curveButtons.button(curveIndex);
+    if (isX) {
+        curve->xModel = model;
+        // X only: the caption has been looked up in this line for as long as there are logs of it.
+        qDebug() << "Model   :" << model << model->headerData(0, Qt::Horizontal, TableRole::Caption);
+        curve->xName = name;
+        curveButton->setProperty(DynamicProperty::CaptureX, name);
+    } else {
+        curve->yModel = model;
+        curve->yName = name;
+        curveButton->setProperty(DynamicProperty::CaptureY, name);
+    }
+    AxisCombo *const source = isX ? curve->x : curve->y;
+    bindSource(source, index);
+    if (name.isEmpty()) {
+        source->handler = nullptr;
+        source->request.setAddress(unboundAddress);
+    }
+    curve->points->resize(0);
+    settings.setValue(page.rememberedRowKey(), index.row());
+}
+
+void XYPlotter::stopRecordingForNewSource(const XYaxisCombo &curve, int curveIndex, bool isX, const QString &name)
+{
+    if (!recording || !(isRecorded(curveIndex) || plotter->showAllDataCheck->isChecked())) {
+        return;
+    }
+    if (name != (isX ? curve.xName : curve.yName)) {
+        ui->cbLog->setChecked(false);
+    }
+}
