@@ -1,0 +1,73 @@
+#pragma once
+
+#include "PlotSettings.h"
+
+#include <QPointF>
+#include <QRect>
+#include <QSize>
+
+/// \a value cut toward zero to a whole pixel; no number gives 0, what is out of reach the nearest pixel in reach.
+int truncated(double value);
+
+/// The way from data units to widget pixels: what PlotGeometry and PlotSettings say together.
+class PointMapping
+{
+public:
+    PointMapping(const PlotSettings &settings, double plotWidth, double plotBottom, double plotHeight);
+
+    /// The position of a data point in widget pixels, unrounded; it may lie anywhere, also at no number at all.
+    QPointF map(const QPointF &dataPoint) const;
+
+private:
+    double m_minX;
+    double m_minY;
+    double m_spanX; // never 0
+    double m_spanY; // never 0
+    double m_plotWidth;
+    double m_plotBottom;
+    double m_plotHeight;
+};
+
+/**
+ * Where things are in a plot widget of a given size; all values in widget pixels.
+ *
+ * A plain value, made anew for each use. Drawing and zooming have areas of their own, see zoomed().
+ */
+class PlotGeometry
+{
+public:
+    static constexpr int plotLeftPixels = 50;
+    static constexpr int plotTopPixels = 60;
+
+    /// \a square makes the plot area as wide as it is high.
+    PlotGeometry(const QSize &widgetSize, bool square);
+
+    /// A widget of 100 pixels or less in either direction has no room for a plot.
+    bool isDrawable() const;
+
+    int width() const;  ///< Of the widget.
+    int height() const; ///< Of the widget.
+
+    double plotWidth() const;
+    double plotHeight() const;
+    int plotBottom() const; ///< y of the lower edge of the plot area.
+
+    /// Curves are cut off here. Does not follow a square plot area: what is right of the square stays visible.
+    QRect clipRectangle() const;
+
+    /// Where a rubber band may be started.
+    QRect pressArea() const;
+
+    PointMapping mapping(const PlotSettings &settings) const;
+
+    /**
+     * The settings that a rubber band \a band (normalised) chooses out of \a previous; not adjusted, default ticks.
+     *
+     * Uses the press area, not the plot area: the range is a few pixels off the band as drawn, about ten vertically.
+     */
+    PlotSettings zoomed(const PlotSettings &previous, const QRect &band) const;
+
+private:
+    QSize m_size;
+    bool m_square;
+};

@@ -1,0 +1,158 @@
+#include "Plotter.h"
+
+#include "CurveDrawing.h"
+
+#include "host/BasicTools.h"
+#include "host/DynamicProperty.h"
+
+#include <QCheckBox>
+#include <QToolButton>
+#include <QVariant>
+
+namespace
+{
+
+constexpr QSize ICONSize(24, 24);
+constexpr char colorNameProperty[] = "ColorName";
+
+} // namespace
+
+Plotter::Plotter(int curveCount, QWidget *parent) : QWidget(parent)
+{
+    setBackgroundRole(QPalette::Mid);
+    setAutoFillBackground(true);
+    setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::MinimumExpanding);
+    setFocusPolicy(Qt::StrongFocus);
+
+    zoomInButton = createZoomButton(QStringLiteral(":/moreIcons/ZoomIn"), tr("Zoom in"));
+    connect(zoomInButton, SIGNAL(clicked()), this, SLOT(zoomIn()));
+    zoomOutButton = createZoomButton(QStringLiteral(":/moreIcons/ZoomOut"), tr("Zoom out"));
+    connect(zoomOutButton, SIGNAL(clicked()), this, SLOT(zoomOut()));
+
+    lineModeCheck = createOptionCheck(QStringLiteral(":/SVG Icons/DotsLine"), tr("Show a line between recorded dots"));
+    lineModeCheck->setChecked(true);
+    aspectCheck = createOptionCheck(QStringLiteral(":/SVG Icons/Linked"), tr("Show width as height"));
+    showAllDataCheck = createOptionCheck(QStringLiteral(":/Numbers/NrNo"), tr("Show all data"));
+    BasicTools::setButtonIconsColor(showAllDataCheck, palette().color(QPalette::Window), QColor(), QColor());
+
+    setPlotSettings(PlotSettings()); // the first image; without a legend, for there are no curve boxes yet
+
+    for (int id = 0; id < curveCount; ++id) {
+        createCurveButton(id);
+    }
+    const QList<QAbstractButton *> buttons = curveButtons.buttons();
+    if (!buttons.isEmpty()) {
+        // The last number is light instead of coloured, so that the end of the row stands out; "ColorName" stays.
+        BasicTools::setButtonIconsColor(buttons.last(), palette().color(QPalette::Light), QColor(), QColor());
+        buttons.first()->setChecked(true);
+    }
+    curveButtons.setExclusive(false);
+}
+
+Plotter::~Plotter() = default;
+
+QToolButton *Plotter::createZoomButton(const QString &iconPath, const QString &text)
+{
+    auto *const button = new QToolButton(this);
+    button->setIcon(QIcon(iconPath));
+    button->setIconSize(ICONSize);
+    button->setToolTip(text);
+    button->setAccessibleName(text);
+    return button;
+}
+
+QCheckBox *Plotter::createOptionCheck(const QString &iconPath, const QString &text)
+{
+    auto *const check = new QCheckBox(this);
+    check->setLayoutDirection(Qt::RightToLeft); // the box behind the icon, toward the right edge
+    check->setIcon(QIcon(iconPath));
+    check->setIconSize(ICONSize);
+    check->setToolTip(text);
+    check->setAccessibleName(text);
+    return check;
+}
+
+void Plotter::createCurveButton(int id)
+{
+    auto *const button = new QCheckBox(this);
+    curveButtons.addButton(button, id);
+    const QString number = QString::number(id + 1);
+    const QColor color = curveColor(id);
+    button->setIcon(QIcon(QStringLiteral(":/Numbers/Nr") + number));
+    button->setProperty(colorNameProperty, color.name());
+    BasicTools::setButtonIconsColor(button, color, QColor(), QColor());
+    button->setIconSize(ICONSize);
+    button->setToolTip(tr("Enable recording"));
+    button->setAccessibleName(tr("Enable recording") + QLatin1Char(' ') + number);
+    button->setProperty(DynamicProperty::CaptureX, QString(QLatin1Char('X') + number));
+    button->setProperty(DynamicProperty::CaptureY, QString(QLatin1Char('Y') + number));
+}
+
+void Plotter::setPlotSettings(const PlotSettings &settings)
+{
+    zoomStack.resize(0); // unlike clear() keeps the storage
+    zoomStack.append(settings);
+    curZoom = 0;
+    zoomInButton->hide();
+    zoomOutButton->hide();
+    refreshPixmap();
+}
+
+void Plotter::setCurveData(int id, const QVector<QPointF> &points)
+{
+    curveMap.insert(id, points);
+    refreshPixmap();
+}
+
+void Plotter::clearCurve(int id)
+{
+    curveMap.remove(id);
+    refreshPixmap();
+}
+
+// Each step shows the button of the way back only; a hidden one stays hidden until its own way has been used.
+void Plotter::zoomIn()
+{
+    if (curZoom >= zoomStack.size() - 1) {
+        return;
+    }
+    ++curZoom;
+    zoomInButton->setEnabled(curZoom < zoomStack.size() - 1);
+    zoomOutButton->setEnabled(true);
+    zoomOutButton->show();
+    refreshPixmap();
+}
+
+void Plotter::zoomOut()
+{
+    if (curZoom <= 0) {
+        return;
+    }
+    --curZoom;
+    zoomOutButton->setEnabled(curZoom > 0);
+    zoomInButton->setEnabled(true);
+    zoomInButton->show();
+    refreshPixmap();
+}
+
+void Plotter::pushZoomLevel(const PlotSettings &settings)
+{
+    zoomStack.resize(curZoom + 1);
+    zoomStack.append(settings);
+    zoomIn();
+}
+
+const PlotSettings &Plotter::currentSettings() const
+{
+    return zoomStack.at(curZoom);
+}
+
+PlotGeometry Plotter::geometryOfPlot() const
+{
+    return {size(), aspectCheck->isChecked()};
+}
+
+bool Plotter::isCurveShown(const QAbstractButton *button) const
+{
+    return showAllDataCheck->isChecked() || (button != nullptr && button->isChecked());
+}

@@ -1,0 +1,173 @@
+#include "Plotter.h"
+
+#include "CurveDrawing.h"
+#include "GridTicks.h"
+
+#include "host/DynamicProperty.h"
+
+#include <QCheckBox>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+#include <QtMath>
+
+namespace
+{
+
+constexpr int gridLightFactor = 150;
+constexpr int tickPixels = 5;
+constexpr int titleGapPixels = 5; // between the entries of the legend
+constexpr double titleBaselinePixels = 50.0;
+
+/// Colours of the grid, taken anew at each redraw because the palette may change.
+struct GridPens
+{
+    QPen quiteDark; // grid lines
+    QPen light;     // the rest
+};
+
+void drawHorizontalLines(QPainter *painter, const GridPens &pens, const PlotGeometry &geometry,
+                         const PlotSettings &settings)
+{
+    constexpr int left = PlotGeometry::plotLeftPixels;
+    const int right = truncated(left + geometry.plotWidth());
+    const QVector<GridTick> ticks =
+        gridTicks(settings.minY, settings.maxY, settings.numYTicks, geometry.plotBottom(), -geometry.plotHeight());
+    for (const GridTick &tick : ticks) {
+        const int y = tick.position;
+        painter->setPen(pens.quiteDark);
+        painter->drawLine(left, y, right, y);
+        painter->setPen(pens.light);
+        painter->drawLine(left - tickPixels, y, left, y);
+        painter->drawText(0, y - 10, left - tickPixels, 20, Qt::AlignRight | Qt::AlignVCenter, tick.label);
+    }
+}
+
+void drawVerticalLines(QPainter *painter, const GridPens &pens, const PlotGeometry &geometry,
+                       const PlotSettings &settings)
+{
+    const int bottom = geometry.plotBottom();
+    const QVector<GridTick> ticks =
+        gridTicks(settings.minX, settings.maxX, settings.numXTicks, PlotGeometry::plotLeftPixels, geometry.plotWidth());
+    for (const GridTick &tick : ticks) {
+        const int x = tick.position;
+        painter->setPen(pens.quiteDark);
+        painter->drawLine(x, PlotGeometry::plotTopPixels, x, bottom);
+        painter->setPen(pens.light);
+        painter->drawLine(x, bottom, x, bottom + tickPixels);
+        painter->drawText(x - 50, bottom + tickPixels, 100, 15, Qt::AlignHCenter | Qt::AlignTop, tick.label);
+    }
+}
+
+} // namespace
+
+QSize Plotter::sizeHint() const
+{
+    return {600, 400};
+}
+
+QSize Plotter::minimumSizeHint() const
+{
+    return {300, 200};
+}
+
+void Plotter::refreshPixmap()
+{
+    const qreal ratio = devicePixelRatioF();
+    pixmap = QPixmap(qCeil(width() * ratio), qCeil(height() * ratio));
+    pixmap.setDevicePixelRatio(ratio);
+    // Darker than the background role (Mid): the plot lies in its frame like a screen.
+    pixmap.fill(palette().color(QPalette::Shadow));
+    if (!pixmap.isNull()) {
+        QPainter painter(&pixmap);
+        painter.setPen(palette().color(foregroundRole()));
+        painter.setBackground(palette().brush(backgroundRole()));
+        painter.setFont(font());
+        drawGrid(&painter);
+        drawCurves(&painter);
+    }
+    update();
+}
+
+void Plotter::drawGrid(QPainter *painter)
+{
+    const PlotGeometry geometry = geometryOfPlot();
+    if (!geometry.isDrawable()) {
+        return;
+    }
+    const GridPens pens = {palette().color(QPalette::Dark).lighter(gridLightFactor), palette().color(QPalette::Light)};
+    drawHorizontalLines(painter, pens, geometry, currentSettings());
+    drawVerticalLines(painter, pens, geometry, currentSettings());
+
+    painter->setPen(pens.light);
+    painter->drawRect(
+        QRectF(PlotGeometry::plotLeftPixels, PlotGeometry::plotTopPixels, geometry.plotWidth(), geometry.plotHeight()));
+    drawLegend(painter);
+}
+
+/// Y names run rightwards behind "Y:", X names leftwards before ":X".
+void Plotter::drawLegend(QPainter *painter)
+{
+    const QFontMetrics metrics = painter->fontMetrics();
+    const QString titleX = QStringLiteral(":X");
+    const QString titleY = QStringLiteral("Y:");
+    const int titleXLeft = truncated(width() - 1 - 2.5) - metrics.horizontalAdvance(titleX);
+    const int titleXBaseline = truncated(geometryOfPlot().plotBottom() + 2.5 + 2 * metrics.height());
+    painter->drawText(QPointF(2.0, titleBaselinePixels), titleY);
+    painter->drawText(titleXLeft, titleXBaseline, titleX);
+
+    int cursorY = truncated(metrics.horizontalAdvance(titleY) + 4.5);
+    int cursorX = truncated(titleXLeft - 2.5);
+    const QList<QAbstractButton *> buttons = curveButtons.buttons();
+    for (QAbstractButton *const button : buttons) {
+        if (!isCurveShown(button)) {
+            continue;
+        }
+        const QString nameY = button->property(DynamicProperty::CaptureY).toString();
+        const QString nameX = button->property(DynamicProperty::CaptureX).toString();
+        cursorX -= metrics.horizontalAdvance(nameX);
+        QColor color = curveColor(curveButtons.id(button));
+        color.setAlpha(255); // thin letters would fade in the translucent colour of the curve
+        painter->setPen(color);
+        painter->drawText(QPointF(cursorY, titleBaselinePixels), nameY);
+        painter->drawText(cursorX, titleXBaseline, nameX);
+        cursorX -= titleGapPixels;
+        cursorY += metrics.horizontalAdvance(nameY) + titleGapPixels;
+    }
+}
+
+void Plotter::drawCurves(QPainter *painter)
+{
+    const PlotGeometry geometry = geometryOfPlot();
+    if (!geometry.isDrawable()) {
+        return;
+    }
+    painter->setClipRect(geometry.clipRectangle());
+    const PointMapping mapping = geometry.mapping(currentSettings());
+    const QMap<int, QVector<QPointF>> curves = curveMap;
+    for (auto curve = curves.cbegin(); curve != curves.cend(); ++curve) {
+        if (isCurveShown(curveButtons.button(curve.key()))) {
+            lastCurveBounds =
+                drawCurve(painter, mapping, curve.value(), {curveColor(curve.key()), lineModeCheck->isChecked()});
+        }
+    }
+}
+
+void Plotter::paintEvent(QPaintEvent *event)
+{
+    Q_UNUSED(event)
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, pixmap);
+    if (rubberBandIsShown) {
+        painter.setPen(palette().color(QPalette::Light));
+        // Outlines reach one pixel beyond their rectangle; this one shall cover the band's own pixels.
+        painter.drawRect(rubberBandRect.normalized().adjusted(0, 0, -1, -1));
+    }
+    if (hasFocus()) {
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.backgroundColor = palette().color(QPalette::Dark);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+}
