@@ -27,6 +27,23 @@ struct GridPens
     QPen light;     // the rest
 };
 
+/// Draws a tick label within \a space. A number that is cut reads as another number, so one that is too wide for the
+/// space is drawn smaller.
+void drawLabel(QPainter *painter, const QRect &space, int alignment, const QString &label)
+{
+    const int width = painter->fontMetrics().horizontalAdvance(label);
+    if (width <= space.width()) {
+        painter->drawText(space, alignment, label);
+        return;
+    }
+    const QFont fullFont = painter->font();
+    QFont font = fullFont;
+    font.setPixelSize(qMax(1, QFontInfo(fullFont).pixelSize() * space.width() / width));
+    painter->setFont(font);
+    painter->drawText(space, alignment, label);
+    painter->setFont(fullFont);
+}
+
 void drawHorizontalLines(QPainter *painter, const GridPens &pens, const PlotGeometry &geometry,
                          const PlotSettings &settings)
 {
@@ -40,7 +57,7 @@ void drawHorizontalLines(QPainter *painter, const GridPens &pens, const PlotGeom
         painter->drawLine(left, y, right, y);
         painter->setPen(pens.light);
         painter->drawLine(left - tickPixels, y, left, y);
-        painter->drawText(0, y - 10, left - tickPixels, 20, Qt::AlignRight | Qt::AlignVCenter, tick.label);
+        drawLabel(painter, {0, y - 10, left - tickPixels, 20}, Qt::AlignRight | Qt::AlignVCenter, tick.label);
     }
 }
 
@@ -56,7 +73,7 @@ void drawVerticalLines(QPainter *painter, const GridPens &pens, const PlotGeomet
         painter->drawLine(x, PlotGeometry::plotTopPixels, x, bottom);
         painter->setPen(pens.light);
         painter->drawLine(x, bottom, x, bottom + tickPixels);
-        painter->drawText(x - 50, bottom + tickPixels, 100, 15, Qt::AlignHCenter | Qt::AlignTop, tick.label);
+        drawLabel(painter, {x - 50, bottom + tickPixels, 100, 15}, Qt::AlignHCenter | Qt::AlignTop, tick.label);
     }
 }
 

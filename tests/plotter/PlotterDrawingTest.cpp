@@ -65,6 +65,7 @@ private slots:
     void visibility();
     void legendFollowsNames();
     void grid();
+    void wideLabelsAreNotCut();
     void smallWidgets();
     void extremes();
 };
@@ -214,6 +215,27 @@ void PlotterDrawingTest::grid()
         QCOMPARE(ink(image, QRect(x - 5, 362, 10, 1)), QRect(x, 362, 1, 1));
         QCOMPARE(ink(image, QRect(x - 20, 367, 40, 11)).isEmpty(), inside);
         QVERIFY(ink(image, QRect(20, y - 3, 25, 7)).right() >= 42); // right-aligned
+    }
+}
+
+void PlotterDrawingTest::wideLabelsAreNotCut()
+{
+    for (const double top : {150000.0, 2e9}) {
+        PlotterFixture fixture;
+        fixture.plotter.setPlotSettings(ranges(-top, 1.0, -top, top, 1));
+        const QImage image = fixture.image();
+        const QRect label(0, 50, 45, 20);
+        int inkAtTheEdge = 0;
+        int ink = 0;
+        for (int y = label.top(); y <= label.bottom(); ++y) {
+            for (int x = 0; x < label.width(); ++x) {
+                const bool isInk = image.pixelColor(x, y) != fixture.shadow && y > 55; // below the legend
+                ink += isInk ? 1 : 0;
+                inkAtTheEdge += isInk && x == 0 ? 1 : 0;
+            }
+        }
+        QVERIFY(ink > 20);
+        QCOMPARE(inkAtTheEdge, 0);
     }
 }
 
