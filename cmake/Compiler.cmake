@@ -4,7 +4,9 @@ set(SANITIZERS "" CACHE STRING "sanitizers to build with, for example address,un
 
 add_library(project_options INTERFACE)
 target_compile_options(project_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Woverloaded-virtual -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Woverloaded-virtual -Werror
+  # The toolkit's logging macros are written for it.
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 target_compile_definitions(project_options INTERFACE
   QT_DEPRECATED_WARNINGS
   QT_DISABLE_DEPRECATED_BEFORE=0x050C00

@@ -63,7 +63,7 @@ void XYPlotter::updateModuleList(ComboBox *combo)
     combo->resetLastIndex();
     combo->clear();
     for (const QString &key : keys) {
-        KAROModuleInterface *const module = handler->getModulePlugin(key);
+        KAROModuleInterface *const module = handler == nullptr ? nullptr : handler->getModulePlugin(key);
         if (module == nullptr) {
             continue;
         }
@@ -80,7 +80,7 @@ void XYPlotter::updateModuleList(ComboBox *combo)
         combo->removeItem(0);
     }
     const SelectorPage page(combo);
-    if (keys.isEmpty() && page.isValid()) {
+    if (page.isValid() && keys.isEmpty()) {
         page.motorBox()->hide();
         page.table()->setModel(nullptr);
     }

@@ -81,6 +81,8 @@ const QByteArray caption = "alias of S/m [Axis 0];alias of S/m [Axis 0];";
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::function<void(Recorder *)>)
+
 /// Recording to a file: its bytes, and everything that starts, ends or disturbs it.
 class RecordingTest : public GuardedTest
 {
@@ -236,8 +238,6 @@ void RecordingTest::destructionWhileTheDialogIsOpen()
     });
     QVERIFY(!QFile::exists(temporaryPath(QStringLiteral("log.csv"))));
 }
-
-Q_DECLARE_METATYPE(std::function<void(Recorder *)>)
 
 GUARDED_TEST_MAIN(RecordingTest)
 #include "RecordingTest.moc"
