@@ -187,10 +187,19 @@ void SamplingTest::firstPointSetsTheRange()
     OneCurve curve(&m_root);
     curve.sample(1000, -500);
     curve.refreshTick();
-    // 1000 +/- 0.5 in steps of 0.2 (four intervals were shown before, at least five are wanted).
+    // 1000 +/- 0.5 in steps of 0.2 (five intervals were shown before): 999.4 to 1000.6.
     const QRectF range(999.4, -500.6, 1.2, 1.2);
     QVERIFY(isReddish(curve.colorAt({1000, -500}, range)));
     QVERIFY(!isReddish(curve.colorAt({1000.2, -500}, range)));
+    const QImage image = curve.plot()->grab().toImage();
+    int gridLines = 0;
+    for (int x = 50; x < image.width() - 45; ++x) {
+        gridLines += image.pixelColor(x, 64) != image.pixelColor(x + 1, 64) &&
+                             image.pixelColor(x, 64) != image.pixelColor(52, 64)
+                         ? 1
+                         : 0;
+    }
+    QCOMPARE(gridLines, 7);
 }
 
 void SamplingTest::refreshWidensTheRange()
@@ -207,11 +216,17 @@ void SamplingTest::refreshWidensTheRange()
     QVERIFY(isReddish(curve.colorAt({50, 20}, range)));
     QVERIFY(isReddish(curve.colorAt({75, 30}, range)));
 
+    curve.sample(-100, -40);
+    curve.refreshTick();
+    QVERIFY(isReddish(curve.colorAt({-75, -30}, QRectF(-100, -40, 200, 80)))); // steps of 50 and of 20
+    curve.sample(75, 30);
+    curve.refreshTick();
+
     // Only the latest sample is looked at: a peak between two refreshes stays outside.
     curve.sample(5000, 20);
     curve.sample(50, 20);
     curve.refreshTick();
-    QVERIFY(isReddish(curve.colorAt({75, 30}, range)));
+    QVERIFY(isReddish(curve.colorAt({-75, -30}, QRectF(-100, -40, 200, 80))));
 }
 
 void SamplingTest::fullCurveIsCut()
