@@ -130,7 +130,7 @@ quint32 unsignedField(qint32 value, int offset, int width)
 
 } // namespace
 
-class tst_SimulationModules : public GuardedTest
+class SimulationModulesTest : public GuardedTest
 {
     Q_OBJECT
 
@@ -149,7 +149,7 @@ private slots:
     void modulesLeaveTheirClock();
 };
 
-void tst_SimulationModules::kinds()
+void SimulationModulesTest::kinds()
 {
     SimulationClock clock(SimulationClock::Drive::Exchanges);
     QCOMPARE(createModule(QStringLiteral("unknown"), QStringLiteral("SIM0/A"), nullptr, &clock, 1), nullptr);
@@ -166,7 +166,7 @@ void tst_SimulationModules::kinds()
     QVERIFY(!addresses.contains(1)); // the address that is in a request before anybody set one
 }
 
-void tst_SimulationModules::listedValuesAreAnswered_data()
+void SimulationModulesTest::listedValuesAreAnswered_data()
 {
     QTest::addColumn<int>("axes");
     QTest::addColumn<int>("leastListed");
@@ -176,7 +176,7 @@ void tst_SimulationModules::listedValuesAreAnswered_data()
     QTest::newRow("io-block") << 0 << 10 << false;
 }
 
-void tst_SimulationModules::listedValuesAreAnswered()
+void SimulationModulesTest::listedValuesAreAnswered()
 {
     QFETCH(int, axes);
     QFETCH(int, leastListed);
@@ -204,7 +204,7 @@ void tst_SimulationModules::listedValuesAreAnswered()
     QVERIFY(writeOnly > 0);
 }
 
-void tst_SimulationModules::everythingElseIsRefused()
+void SimulationModulesTest::everythingElseIsRefused()
 {
     for (const QString &kind : simulatedModuleKinds()) {
         Bench bench(kind);
@@ -232,14 +232,14 @@ void tst_SimulationModules::everythingElseIsRefused()
     }
 }
 
-void tst_SimulationModules::registersOfEveryShape_data()
+void SimulationModulesTest::registersOfEveryShape_data()
 {
     QTest::addColumn<int>("channel");
     QTest::newRow("stepper-3") << 1;
     QTest::newRow("io-block") << 2;
 }
 
-void tst_SimulationModules::registersOfEveryShape()
+void SimulationModulesTest::registersOfEveryShape()
 {
     QFETCH(int, channel);
     Bench bench(QString::fromLatin1(QTest::currentDataTag()));
@@ -271,7 +271,7 @@ void tst_SimulationModules::registersOfEveryShape()
                             QStringLiteral("narrow field")}));
 }
 
-void tst_SimulationModules::fieldsAgreeWithWhatTheyMirror()
+void SimulationModulesTest::fieldsAgreeWithWhatTheyMirror()
 {
     Bench bench(QStringLiteral("stepper-3"));
     bool wasNegative = false;
@@ -301,7 +301,7 @@ void tst_SimulationModules::fieldsAgreeWithWhatTheyMirror()
     QVERIFY2(std::abs(size - 248.0) < 1.0, qPrintable(QString::number(size)));
 }
 
-void tst_SimulationModules::sameSeedSameValues_data()
+void SimulationModulesTest::sameSeedSameValues_data()
 {
     QTest::addColumn<QVector<int>>("noisy"); // command, motor, type
     QTest::newRow("stepper-3") << QVector<int>{6, 2, 30};
@@ -309,7 +309,7 @@ void tst_SimulationModules::sameSeedSameValues_data()
     QTest::newRow("io-block") << QVector<int>{148, 0, 5};
 }
 
-void tst_SimulationModules::sameSeedSameValues()
+void SimulationModulesTest::sameSeedSameValues()
 {
     QFETCH(QVector<int>, noisy);
     const QString kind = QLatin1String(QTest::currentDataTag());
@@ -328,7 +328,7 @@ void tst_SimulationModules::sameSeedSameValues()
     QVERIFY2(different > 50, qPrintable(QString::number(different)));
 }
 
-void tst_SimulationModules::movesUntilSwitchedOff()
+void SimulationModulesTest::movesUntilSwitchedOff()
 {
     Bench bench(QStringLiteral("stepper-3"));
     QVERIFY(bench.module->isMoving());
@@ -364,7 +364,7 @@ void tst_SimulationModules::movesUntilSwitchedOff()
     QCOMPARE(bench.module->motion(3).offset, 0.0);
 }
 
-void tst_SimulationModules::silence()
+void SimulationModulesTest::silence()
 {
     Bench bench(QStringLiteral("servo-1"));
     const Request elapsed{10, 2, 1};
@@ -377,7 +377,7 @@ void tst_SimulationModules::silence()
     QCOMPARE(bench.clock.nowMs(), qint64(28)); // it keeps on moving
 }
 
-void tst_SimulationModules::modulesLeaveTheirClock()
+void SimulationModulesTest::modulesLeaveTheirClock()
 {
     SimulationClock clock(SimulationClock::Drive::Exchanges);
     const QString kind = QStringLiteral("stepper-3");
@@ -388,5 +388,5 @@ void tst_SimulationModules::modulesLeaveTheirClock()
     QCOMPARE(clock.nowMs(), qint64(14));
 }
 
-GUARDED_TEST_MAIN(tst_SimulationModules)
-#include "tst_SimulationModules.moc"
+GUARDED_TEST_MAIN(SimulationModulesTest)
+#include "SimulationModulesTest.moc"

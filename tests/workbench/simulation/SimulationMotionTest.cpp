@@ -74,7 +74,7 @@ public:
 
 } // namespace
 
-class tst_SimulationMotion : public GuardedTest
+class SimulationMotionTest : public GuardedTest
 {
     Q_OBJECT
 
@@ -92,7 +92,7 @@ private slots:
     void wallClockCatchesUp();
 };
 
-void tst_SimulationMotion::rampKeepsItsLimits_data()
+void SimulationMotionTest::rampKeepsItsLimits_data()
 {
     QTest::addColumn<MotionProgram::Kind>("kind");
     QTest::addColumn<double>("amplitude");
@@ -103,7 +103,7 @@ void tst_SimulationMotion::rampKeepsItsLimits_data()
     QTest::newRow("sine out of reach") << MotionProgram::Kind::Sine << 512000.0 << 1.0;
 }
 
-void tst_SimulationMotion::rampKeepsItsLimits()
+void SimulationMotionTest::rampKeepsItsLimits()
 {
     QFETCH(MotionProgram::Kind, kind);
     QFETCH(double, amplitude);
@@ -139,7 +139,7 @@ void tst_SimulationMotion::rampKeepsItsLimits()
     }
 }
 
-void tst_SimulationMotion::holdEndsOnTheTarget_data()
+void SimulationMotionTest::holdEndsOnTheTarget_data()
 {
     QTest::addColumn<double>("target");
     QTest::newRow("far") << 150000.0;
@@ -148,7 +148,7 @@ void tst_SimulationMotion::holdEndsOnTheTarget_data()
     QTest::newRow("here") << 0.0;
 }
 
-void tst_SimulationMotion::holdEndsOnTheTarget()
+void SimulationMotionTest::holdEndsOnTheTarget()
 {
     QFETCH(double, target);
     RunningAxis running(program(MotionProgram::Kind::Hold, 0.0, target));
@@ -166,7 +166,7 @@ void tst_SimulationMotion::holdEndsOnTheTarget()
     QVERIFY(std::abs(running.axis.actualPosition() - target) <= 1.0);
 }
 
-void tst_SimulationMotion::switchedOffAxisBrakesAndGoesOn()
+void SimulationMotionTest::switchedOffAxisBrakesAndGoesOn()
 {
     RunningAxis running(program(MotionProgram::Kind::Reciprocate, 76800.0));
     running.run(600);
@@ -185,7 +185,7 @@ void tst_SimulationMotion::switchedOffAxisBrakesAndGoesOn()
     QVERIFY(running.axis.rampPosition() > stopped);
 }
 
-void tst_SimulationMotion::encoderLagsBehindByThePlay()
+void SimulationMotionTest::encoderLagsBehindByThePlay()
 {
     AxisMechanics mechanics;
     mechanics.encoderCountsPerRevolution = mechanics.microstepsPerRevolution;
@@ -205,7 +205,7 @@ void tst_SimulationMotion::encoderLagsBehindByThePlay()
     QVERIFY2(std::abs(area - expected) < 0.03 * expected, qPrintable(QString::number(area / expected)));
 }
 
-void tst_SimulationMotion::sinePairDrawsACircle()
+void SimulationMotionTest::sinePairDrawsACircle()
 {
     constexpr double radius = 51200.0;
     MotionProgram sine = program(MotionProgram::Kind::Sine, radius, 10000.0);
@@ -226,7 +226,7 @@ void tst_SimulationMotion::sinePairDrawsACircle()
     QVERIFY(leftmost < -0.99 * radius);
 }
 
-void tst_SimulationMotion::countersWrap()
+void SimulationMotionTest::countersWrap()
 {
     constexpr double beyond = 2147483648.0 + 2000.0;
     AxisMechanics fast;
@@ -238,7 +238,7 @@ void tst_SimulationMotion::countersWrap()
     QVERIFY(qAbs(running.axis.followingError()) <= 1);
 }
 
-void tst_SimulationMotion::unusableProgramsDoNoHarm()
+void SimulationMotionTest::unusableProgramsDoNoHarm()
 {
     RunningAxis running(program(MotionProgram::Kind::Sine, 1000.0));
     MotionProgram unusable = program(MotionProgram::Kind::Sine, std::numeric_limits<double>::max());
@@ -252,7 +252,7 @@ void tst_SimulationMotion::unusableProgramsDoNoHarm()
     QCOMPARE(running.axis.rampPosition(), 300);
 }
 
-void tst_SimulationMotion::clockStepsWithExchangesOnly()
+void SimulationMotionTest::clockStepsWithExchangesOnly()
 {
     SimulationClock clock(SimulationClock::Drive::Exchanges, 14);
     StepCounter stays;
@@ -268,7 +268,7 @@ void tst_SimulationMotion::clockStepsWithExchangesOnly()
     QCOMPARE(clock.nowMs(), qint64(28));
 }
 
-void tst_SimulationMotion::wallClockCatchesUp()
+void SimulationMotionTest::wallClockCatchesUp()
 {
     QElapsedTimer longer;
     longer.start();
@@ -287,5 +287,5 @@ void tst_SimulationMotion::wallClockCatchesUp()
     QCOMPARE(qint64(counter.steps), clock.nowMs());
 }
 
-GUARDED_TEST_MAIN(tst_SimulationMotion)
-#include "tst_SimulationMotion.moc"
+GUARDED_TEST_MAIN(SimulationMotionTest)
+#include "SimulationMotionTest.moc"
