@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QFrame>
+
+/**
+ * A line above the workspace that tells a newcomer what to do, until it is closed once; the settings remember that.
+ */
+class HintBar : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit HintBar(QWidget *parent = nullptr);
+
+    /// Whether the hint was closed, now or in an earlier run.
+    static bool wasClosed();
+
+private:
+    void closeForGood();
+};

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QHash>
+#include <QMainWindow>
+#include <QPointer>
+
+class ContainerInterface;
+class ContainerWindow;
+class QLabel;
+class QMdiArea;
+class QToolBar;
+class Workbench;
+
+/**
+ * The workbench's main window: a workspace for container windows, the tool bar that opens them, and the modules.
+ *
+ * Closes all container windows when it closes or dies, so that the containers leave them alive. The workbench is not
+ * owned and has to outlive the window. GUI thread.
+ */
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(Workbench *workbench, QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    /// Makes one more container and a way to open it; null when the plugin makes none.
+    ContainerInterface *addContainer();
+
+    /// Opens the container's window, or brings the one that it has to the front.
+    void openContainer(ContainerInterface *container);
+
+    /**
+     * Makes the window of an open container so large that the container itself is of \a size (widget pixels).
+     * \return the size that the container got, which is larger when its least size is
+     */
+    QSize resizeContainer(ContainerInterface *container, const QSize &size);
+
+    /// Shows the hint for newcomers above the workspace, unless it was closed once.
+    void showHint();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void makeMenus();
+    void makeModuleDock();
+    void offerContainer(ContainerInterface *container);
+    /// The container's own title, numbered from the second container on.
+    QString titleOf(ContainerInterface *container) const;
+    void bringToFront(ContainerInterface *container, ContainerWindow *window);
+    void closeContainers();
+    void showModuleCount();
+
+    Workbench *const m_workbench; // not owned
+    QMdiArea *const m_workspace;
+    QToolBar *m_toolBar = nullptr;
+    QMenu *m_containerMenu = nullptr;
+    QMenu *m_viewMenu = nullptr;
+    QLabel *m_moduleCount = nullptr;
+    QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// The colours of the program's windows.
+enum class PaletteChoice
+{
+    System, ///< style and colours of the desktop
+    Light,  ///< Fusion, dark on light
+    Dark    ///< Fusion, light on dark
+};
+
+/// The choice named "system", "light" or "dark"; none for any other text.
+std::optional<PaletteChoice> paletteChoice(const QString &name);
+
+/// Gives style and palette to the whole application; needs the application object.
+void applyPalette(PaletteChoice choice);

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+class QWidget;
+
+/**
+ * Lets the program run for a time, saves a picture of a widget, and ends the event loop. GUI thread.
+ *
+ * The exit code of the event loop is 0 when the picture is complete on disk, else 1.
+ */
+class TimedRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// \param widget not owned; no picture is made of one that is hidden when the time is over
+    TimedRun(QWidget *widget, const QString &picturePath, QObject *parent = nullptr);
+
+    /// Begins; \a seconds more than 0.
+    void start(double seconds);
+
+    /// What went wrong, one line; empty when the picture was saved. Of interest when the event loop has ended.
+    QString error() const;
+
+    /// Why no picture can be saved at \a path, before anything is drawn; empty when nothing is known against it.
+    static QString problemWith(const QString &path);
+
+private:
+    void finish();
+
+    QPointer<QWidget> m_widget;
+    const QString m_picturePath;
+    QString m_error;
+};
