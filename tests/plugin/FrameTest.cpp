@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QStackedWidget>
 
@@ -223,7 +224,10 @@ void FrameTest::closingAndReopening()
     harness.open();
     QVERIFY(PluginHarness::pick(harness.moduleBox(0, 'X'), QStringLiteral("S/m")));
     const QPointer<QDialog> firstWindow = harness.window;
+    const QSignalSpy titleSpy(harness.plugin, SIGNAL(windowTitleChanged(QString)));
     harness.close();
+    harness.plugin->setWindowTitle(QStringLiteral("nobody hears of it"));
+    QCOMPARE(titleSpy.size(), 0); // with the window, the plugin leaves everyone who listens to it
     QVERIFY(firstWindow.isNull());
     QVERIFY(!harness.plugin.isNull());
     QVERIFY(harness.plugin->parent() == nullptr);
