@@ -23,7 +23,6 @@ private slots:
     void identity();
     void slotTable();
     void formTree();
-    void formProperties_data();
     void formProperties();
     void firstOpening();
     void closingAndReopening();
@@ -131,61 +130,47 @@ void FrameTest::formTree()
     }
 }
 
-void FrameTest::formProperties_data()
-{
-    QTest::addColumn<QString>("widget");
-    QTest::addColumn<QSizePolicy>("policy");
-    QTest::addColumn<QString>("styleSheet");
-    QTest::addColumn<QString>("text");
-
-    using Policy = QSizePolicy;
-    QTest::newRow("refresh") << "btnRefresh" << Policy(Policy::Minimum, Policy::Fixed)
-                             << "border-bottom-left-radius:0px;\nborder-bottom-right-radius:0px;"
-                             << "Refresh";
-    QTest::newRow("radio buttons") << "RadioButtonFrame" << Policy(Policy::Maximum, Policy::Preferred) << ""
-                                   << "";
-    QTest::newRow("dock") << "dockWidgetY" << Policy(Policy::Maximum, Policy::Preferred) << ""
-                          << "";
-    QTest::newRow("pages") << "dockWidgetContentsX" << Policy(Policy::Minimum, Policy::Preferred) << ""
-                           << "";
-    QTest::newRow("rate") << "horizontalSliderRate" << Policy(Policy::Minimum, Policy::Minimum) << ""
-                          << "";
-    QTest::newRow("trail") << "graphicsView" << Policy(Policy::Preferred, Policy::MinimumExpanding) << ""
-                           << "";
-    QTest::newRow("screenshot") << "btnCamera" << Policy()
-                                << "border-bottom-right-radius:0px;\nborder-top-left-radius:0px;\n"
-                                   "border-top-right-radius:0px;\nborder-right-width:0px;"
-                                << "Screenshot";
-    QTest::newRow("clear") << "btnResetData" << Policy()
-                           << "border-radius:0px;\nborder-right-width:0px;\nborder-left-width:0px"
-                           << "Clear buffer";
-    QTest::newRow("export") << "btnExport" << Policy(Policy::Minimum, Policy::Minimum)
-                            << "border-top-right-radius:0px;\nborder-top-left-radius:0px;\n"
-                               "border-bottom-left-radius:0px;\nborder-left-width:0px"
-                            << "Export";
-    QTest::newRow("log") << "cbLog" << Policy() << ""
-                         << "Log";
-    QTest::newRow("plot") << "widgetPlot" << Policy(Policy::MinimumExpanding, Policy::MinimumExpanding) << ""
-                          << "";
-}
-
 void FrameTest::formProperties()
 {
-    QFETCH(QString, widget);
-    QFETCH(QSizePolicy, policy);
-
+    using Policy = QSizePolicy;
+    struct Row
+    {
+        const char *name;
+        Policy::Policy horizontal;
+        Policy::Policy vertical;
+        const char *text;
+        const char *styleSheet;
+    };
+    const Row rows[] = {
+        {"btnRefresh", Policy::Minimum, Policy::Fixed, "Refresh",
+         "border-bottom-left-radius:0px;\nborder-bottom-right-radius:0px;"},
+        {"RadioButtonFrame", Policy::Maximum, Policy::Preferred, "", ""},
+        {"dockWidgetY", Policy::Maximum, Policy::Preferred, "", ""},
+        {"dockWidgetContentsX", Policy::Minimum, Policy::Preferred, "", ""},
+        {"horizontalSliderRate", Policy::Minimum, Policy::Minimum, "", ""},
+        {"graphicsView", Policy::Preferred, Policy::MinimumExpanding, "", ""},
+        {"btnCamera", Policy::Minimum, Policy::Fixed, "Screenshot",
+         "border-bottom-right-radius:0px;\nborder-top-left-radius:0px;\nborder-top-right-radius:0px;\n"
+         "border-right-width:0px;"},
+        {"btnResetData", Policy::Minimum, Policy::Fixed, "Clear buffer",
+         "border-radius:0px;\nborder-right-width:0px;\nborder-left-width:0px"},
+        {"btnExport", Policy::Minimum, Policy::Minimum, "Export",
+         "border-top-right-radius:0px;\nborder-top-left-radius:0px;\nborder-bottom-left-radius:0px;\n"
+         "border-left-width:0px"},
+        {"cbLog", Policy::Minimum, Policy::Fixed, "Log", ""},
+        {"widgetPlot", Policy::MinimumExpanding, Policy::MinimumExpanding, "", ""},
+    };
     PluginHarness harness(&m_root);
     harness.open();
-    const QWidget *const found = harness.find(widget);
-    QVERIFY(found != nullptr);
-    if (policy != QSizePolicy()) {
-        QCOMPARE(found->sizePolicy().horizontalPolicy(), policy.horizontalPolicy());
-        QCOMPARE(found->sizePolicy().verticalPolicy(), policy.verticalPolicy());
-    }
-    QTEST(found->styleSheet(), "styleSheet");
-    QTEST(found->property("text").toString(), "text");
-    if (const auto *const button = qobject_cast<const QAbstractButton *>(found)) {
-        QVERIFY(!button->icon().pixmap(16, 16).isNull());
+    for (const Row &row : rows) {
+        const QWidget *const widget = harness.find(QString::fromLatin1(row.name));
+        QVERIFY2(widget != nullptr, row.name);
+        QCOMPARE(widget->sizePolicy().horizontalPolicy(), row.horizontal);
+        QCOMPARE(widget->sizePolicy().verticalPolicy(), row.vertical);
+        QCOMPARE(widget->property("text").toString(), QString::fromLatin1(row.text));
+        QCOMPARE(widget->styleSheet(), QString::fromLatin1(row.styleSheet));
+        const auto *const button = qobject_cast<const QAbstractButton *>(widget);
+        QVERIFY2(button == nullptr || !button->icon().pixmap(16, 16).isNull(), row.name);
     }
 }
 

@@ -103,11 +103,23 @@ QTableView *PluginHarness::table(int curve, char axis) const
 
 QAbstractButton *PluginHarness::curveBox(int curve) const
 {
-    QList<QCheckBox *> boxes = plot()->findChildren<QCheckBox *>();
-    boxes.erase(std::remove_if(boxes.begin(), boxes.end(),
-                               [](const QCheckBox *box) { return !box->property("ColorName").isValid(); }),
-                boxes.end());
+    QList<QAbstractButton *> boxes;
+    for (QCheckBox *const box : plot()->findChildren<QCheckBox *>()) {
+        if (box->property("ColorName").isValid()) {
+            boxes.append(box);
+        }
+    }
     return boxes.at(curve);
+}
+
+QAbstractButton *PluginHarness::showAllBox() const
+{
+    for (QCheckBox *const box : plot()->findChildren<QCheckBox *>()) {
+        if (box->toolTip() == QStringLiteral("Show all data")) {
+            return box;
+        }
+    }
+    return nullptr;
 }
 
 QAbstractButton *PluginHarness::radioButton(int curve) const

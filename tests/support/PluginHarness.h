@@ -52,6 +52,7 @@ public:
     QTableView *table(int curve, char axis) const;
     QAbstractButton *curveBox(int curve) const;    ///< "Enable recording"
     QAbstractButton *radioButton(int curve) const; ///< selects the curve whose pages are shown
+    QAbstractButton *showAllBox() const;
     QWidget *plot() const;
 
     /// Picks by keyboard the entry whose trimmed text is \a text.

@@ -1,0 +1,53 @@
+#include "ScriptedCurve.h"
+
+#include <QtTest>
+
+ScriptedCurve::ScriptedCurve(ContainerInterface *root)
+    : PluginHarness(root), module(new ScriptedModule(QStringLiteral("S/m")))
+{
+    module->addParameter("axis0", "par::x", 1, "pos");
+    module->addParameter("axis0", "par::y", 2, "speed");
+    module->channel.answer = [this](const Command &request) { return request.type() == 1 ? x : y; };
+    handler.addModulePlugin(module);
+    open();
+    chooseBoth();
+}
+
+void ScriptedCurve::chooseBoth(int curve)
+{
+    QVERIFY(choose(curve, 'X', QStringLiteral("S/m"), QString(), QStringLiteral("pos")));
+    QVERIFY(choose(curve, 'Y', QStringLiteral("S/m"), QString(), QStringLiteral("speed")));
+}
+
+ScriptedModule *ScriptedCurve::addOther()
+{
+    auto *const other = new ScriptedModule(QStringLiteral("S/other"), 1, 2);
+    other->addParameter("axis0", "par::y", 2, "speed");
+    handler.addModulePlugin(other);
+    const bool isListed = QTest::qWaitFor([this] { return moduleBox(0, 'X')->count() == 2; });
+    Q_ASSERT(isListed);
+    Q_UNUSED(isListed)
+    return other;
+}
+
+void ScriptedCurve::sample(qint32 newX, qint32 newY)
+{
+    x = newX;
+    y = newY;
+    sampleTick();
+}
+
+QImage ScriptedCurve::picture() const
+{
+    return plot()->grab().toImage();
+}
+
+bool ScriptedCurve::isCurveAt(QPointF point, QRectF range) const
+{
+    const double width = plot()->width() - 101;
+    const double height = plot()->height() - 101;
+    const double pixelX = 50 + (point.x() - range.left()) * width / range.width();
+    const double pixelY = plot()->height() - 41 - (point.y() - range.top()) * height / range.height();
+    const QColor color = picture().pixelColor(qRound(pixelX), qRound(pixelY));
+    return color.red() > color.green() + 60 && color.red() > color.blue() + 40;
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "PluginHarness.h"
+#include "ScriptedModule.h"
+
+/// An open plugin with one module, "S/m", whose values "pos" and "speed" are what the test says.
+class ScriptedCurve : public PluginHarness
+{
+public:
+    explicit ScriptedCurve(ContainerInterface *root);
+
+    /// Makes "pos" the X and "speed" the Y of a curve.
+    void chooseBoth(int curve = 0);
+    /// Adds a second module, "S/other", with a value "speed", and waits until it can be chosen.
+    ScriptedModule *addOther();
+
+    void sample(qint32 newX, qint32 newY);
+    QImage picture() const;
+    /// Whether the curve's colour is shown where a data point would be if the plot showed \a range.
+    bool isCurveAt(QPointF point, QRectF range) const;
+
+    ScriptedModule *module;
+    qint32 x = 0;
+    qint32 y = 0;
+};
