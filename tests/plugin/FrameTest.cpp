@@ -28,8 +28,7 @@ private slots:
     void closingAndReopening();
     void openingTwiceWithoutClosing();
     void openingWithoutItsWindow();
-    void noticeBeforeTheFirstOpening();
-    void senderlessCalls();
+    void callsAtBadMoments();
 
 private:
     XYPlotter m_root;
@@ -248,25 +247,18 @@ void FrameTest::openingWithoutItsWindow()
     QVERIFY(plugin->findChild<QWidget *>(QStringLiteral("widgetPlot")) != nullptr);
 }
 
-void FrameTest::noticeBeforeTheFirstOpening()
+void FrameTest::callsAtBadMoments()
 {
     PluginHarness harness(&m_root);
     harness.handler.addModulePlugin(new ScriptedModule(QStringLiteral("S/m")));
-    QVERIFY(QMetaObject::invokeMethod(harness.plugin, "updateModuleList"));
-    QVERIFY(QMetaObject::invokeMethod(harness.plugin, "btnClicked"));
+    QVERIFY(QMetaObject::invokeMethod(harness.plugin, "updateModuleList")); // before the first opening
     harness.open();
     QCOMPARE(harness.moduleBox(0, 'X')->count(), 1);
-}
-
-void FrameTest::senderlessCalls()
-{
-    PluginHarness harness(&m_root);
-    harness.open();
-    for (const char *const slot : {"btnClicked", "setModule", "setMotorTable"}) {
+    for (const char *const slot : {"btnClicked", "setModule", "setMotorTable"}) { // without a sender
         QVERIFY(QMetaObject::invokeMethod(harness.plugin, slot));
         QVERIFY(QMetaObject::invokeMethod(harness.plugin, slot, Q_ARG(int, 1)));
     }
-    QStandardItemModel model(1, 3);
+    const QStandardItemModel model(1, 3);
     QVERIFY(QMetaObject::invokeMethod(harness.plugin, "itemClicked", Q_ARG(QModelIndex, model.index(0, 0))));
 }
 

@@ -55,11 +55,9 @@ private slots:
     void aModuleDrivesItsAxisOfAllCurves();
     void registerRequests();
     void aRowIsRemembered();
-    void aRememberedRowBeyondTheTable();
     void namesReachThePlot();
     void aBlankRowTurnsTheSourceOff();
     void moduleNotice();
-    void emptyModuleBoxWithFilledMotorBox();
 
 private:
     XYPlotter m_root;
@@ -219,35 +217,26 @@ void SourcesTest::aRowIsRemembered()
     QCOMPARE(QList<int>({x.command(), x.type(), x.motorBank()}), QList<int>({6, 3, 1}));
 }
 
-void SourcesTest::aRememberedRowBeyondTheTable()
+void SourcesTest::namesReachThePlot()
 {
     {
-        AppSettings settings;
+        AppSettings settings; // a row that this table no longer has: nothing is chosen
         const uint choice = qHash(QStringLiteral("  S/m"), 0);
-        settings.setValue(QStringLiteral("Plot/Table/page0dockWidgetContentsX/%1").arg(choice), 40);
+        settings.setValue(QStringLiteral("Plot/Table/page2dockWidgetContentsX/%1").arg(choice), 40);
     }
     PluginHarness harness(&m_root);
     addModule(&harness, QStringLiteral("S/m"), 1);
     harness.open();
-    QVERIFY(PluginHarness::pick(harness.moduleBox(0, 'X'), QStringLiteral("S/m")));
-    QVERIFY(!harness.table(0, 'X')->currentIndex().isValid());
-    QCOMPARE(harness.curveBox(0)->property("dpNameX").toString(), QStringLiteral("X1")); // nothing was chosen
-}
-
-void SourcesTest::namesReachThePlot()
-{
-    PluginHarness harness(&m_root);
-    addModule(&harness, QStringLiteral("S/m"), 1);
-    harness.open();
+    QVERIFY(PluginHarness::pick(harness.moduleBox(2, 'X'), QStringLiteral("S/m")));
+    QCOMPARE(harness.curveBox(2)->property("dpNameX").toString(), QStringLiteral("X3"));
     QVERIFY(harness.choose(2, 'X', QStringLiteral("S/m"), QString(), QStringLiteral("Speed 0")));
     QVERIFY(harness.choose(2, 'Y', QStringLiteral("S/m"), QString(), QStringLiteral("Position 0")));
     QCOMPARE(harness.curveBox(2)->property("dpNameX").toString(), QStringLiteral("Speed 0 [raw]"));
     QCOMPARE(harness.curveBox(2)->property("dpNameY").toString(), QStringLiteral("Position 0 [raw]"));
-    QCOMPARE(harness.curveBox(1)->property("dpNameX").toString(), QStringLiteral("X2"));
     // One line tells the model of X; there is none for Y.
     const QStringList lines = messages(QtDebugMsg).filter(QRegularExpression(QStringLiteral("^Model   :")));
-    QCOMPARE(lines.size(), 2); // the remembered row, the click
-    QVERIFY(lines.constLast().contains(QStringLiteral("alias of S/m [Axis 0]")));
+    QCOMPARE(lines.size(), 1);
+    QVERIFY(lines.constFirst().contains(QStringLiteral("alias of S/m [Axis 0]")));
 }
 
 void SourcesTest::aBlankRowTurnsTheSourceOff()
@@ -270,10 +259,10 @@ void SourcesTest::aBlankRowTurnsTheSourceOff()
 void SourcesTest::moduleNotice()
 {
     PluginHarness harness(&m_root);
-    ScriptedModule *const module = addModule(&harness, QStringLiteral("S/m"), 1);
+    ScriptedModule *const module = addModule(&harness, QStringLiteral("S/m"), 2);
     harness.open();
-    QVERIFY(harness.choose(0, 'X', QStringLiteral("S/m"), QString(), QStringLiteral("Speed 0")));
-    QVERIFY(harness.choose(0, 'Y', QStringLiteral("S/m"), QString(), QStringLiteral("Position 0")));
+    QVERIFY(harness.choose(0, 'X', QStringLiteral("S/m"), QStringLiteral("Axis 0"), QStringLiteral("Speed 0")));
+    QVERIFY(harness.choose(0, 'Y', QStringLiteral("S/m"), QStringLiteral("Axis 0"), QStringLiteral("Position 0")));
     QLoggingCategory::setFilterRules(QStringLiteral("host.lowlevel.debug=true"));
     addModule(&harness, QStringLiteral("S/late"), 1);
     QLoggingCategory::setFilterRules(QString());
@@ -284,23 +273,13 @@ void SourcesTest::moduleNotice()
     harness.sampleTick();
     QVERIFY(module->channel.exchanges.isEmpty()); // at once, not when the lists are filled
     QTRY_COMPARE(harness.moduleBox(0, 'X')->count(), 2);
+    // The motor box is still filled, though no module is chosen.
+    QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), QStringLiteral("Axis 1")));
+    QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), QStringLiteral("Axis 0")));
     QVERIFY(harness.choose(0, 'X', QStringLiteral("S/late"), QString(), QStringLiteral("Speed 0")));
-    QVERIFY(harness.choose(0, 'Y', QStringLiteral("S/m"), QString(), QStringLiteral("Position 0")));
+    QVERIFY(harness.choose(0, 'Y', QStringLiteral("S/m"), QStringLiteral("Axis 0"), QStringLiteral("Position 0")));
     harness.sampleTick();
     QCOMPARE(module->channel.exchanges.size(), 1);
-}
-
-void SourcesTest::emptyModuleBoxWithFilledMotorBox()
-{
-    PluginHarness harness(&m_root);
-    addModule(&harness, QStringLiteral("S/m"), 3);
-    harness.open();
-    QVERIFY(PluginHarness::pick(harness.moduleBox(0, 'X'), QStringLiteral("S/m")));
-    QTest::mouseClick(harness.find("btnRefresh"), Qt::LeftButton);
-    QCOMPARE(harness.moduleBox(0, 'X')->currentIndex(), -1);
-    QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), QStringLiteral("Axis 1")));
-    QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), QStringLiteral("Axis 2")));
-    QVERIFY(harness.table(0, 'X')->model() != nullptr); // the old table stays
 }
 
 GUARDED_TEST_MAIN(SourcesTest)
