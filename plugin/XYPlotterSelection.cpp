@@ -113,6 +113,8 @@ QTableView *XYPlotter::createTable(const QString &name, QWidget *parent)
     auto *const table = new QTableView(parent);
     table->setObjectName(name);
     connect(table, SIGNAL(clicked(QModelIndex)), this, SLOT(itemClicked(QModelIndex)));
+    // For those who work without a mouse: Enter chooses the row that the arrow keys have gone to.
+    connect(table, SIGNAL(activated(QModelIndex)), this, SLOT(itemClicked(QModelIndex)));
     table->setAlternatingRowColors(true);
     table->horizontalHeader()->setStretchLastSection(true);
     table->horizontalHeader()->setHighlightSections(false);

@@ -233,6 +233,9 @@ void SourcesTest::namesReachThePlot()
     QVERIFY(harness.choose(2, 'Y', QStringLiteral("S/m"), QString(), QStringLiteral("Position 0")));
     QCOMPARE(harness.curveBox(2)->property("dpNameX").toString(), QStringLiteral("Speed 0 [raw]"));
     QCOMPARE(harness.curveBox(2)->property("dpNameY").toString(), QStringLiteral("Position 0 [raw]"));
+    QTest::keyClick(harness.table(2, 'Y'), Qt::Key_Down);
+    QTest::keyClick(harness.table(2, 'Y'), Qt::Key_Return);
+    QCOMPARE(harness.curveBox(2)->property("dpNameY").toString(), QStringLiteral("Speed 0 [raw]"));
     // One line tells the model of X; there is none for Y.
     const QStringList lines = messages(QtDebugMsg).filter(QRegularExpression(QStringLiteral("^Model   :")));
     QCOMPARE(lines.size(), 1);
