@@ -81,13 +81,20 @@ void XYPlotter::appendToLog(const QString &fields)
     if (!logFile->open(QIODevice::ReadWrite | QIODevice::Text)) {
         return; // this line is lost, the next one tries again
     }
+    const qint64 sizeBefore = logFile->size();
     if (!logFile->isSequential()) {
-        logFile->seek(logFile->size());
+        logFile->seek(sizeBefore);
     }
     QTextStream stream(logFile);
     stream << LogText::dataLine(lineCounter++, fields);
     // The message carries the number of the next line.
     qDebug().noquote() << "virtual void XYPlotter::timerEvent(QTimerEvent*)"
                        << "new line: " << QString::number(lineCounter) << ";" << fields << hostLineEnd;
+    stream.flush();
+    const bool isWritten = logFile->flush();
     logFile->close();
+    if (!isWritten) {
+        // The disk is full. Half a line would run into the next one that can be written; a number left out tells of it.
+        logFile->resize(sizeBefore);
+    }
 }

@@ -6,7 +6,10 @@
 #include <QFileDialog>
 #include <QTimer>
 
+#include <csignal>
 #include <functional>
+
+#include <sys/resource.h>
 
 namespace
 {
@@ -65,6 +68,7 @@ private slots:
     void bytesOfARecording();
     void cancelledDialog();
     void fileThatIsRefused();
+    void fullDisk();
     void whatEndsARecording_data();
     void whatEndsARecording();
     void destructionWhileTheDialogIsOpen();
@@ -149,6 +153,31 @@ void RecordingTest::fileThatIsRefused()
     recorder.sample(5, 5);
     QCOMPARE(bytes(path), QByteArray("2;4;4;\r\n3;5;5;\r\n"));
     QVERIFY(recorder.logBox()->isChecked());
+}
+
+void RecordingTest::fullDisk()
+{
+    Recorder recorder(&m_root);
+    const QString path = temporaryPath(QStringLiteral("log.csv"));
+    recorder.startLog(path);
+    recorder.sample(1, 1);
+    recorder.sample(2, 2);
+    const QByteArray before = bytes(path);
+
+    // Room for half a line only: the kernel writes that much and refuses the rest, as on a full disk.
+    const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    rlimit tight = limit;
+    tight.rlim_cur = static_cast<rlim_t>(before.size() + 3);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &tight), 0);
+    recorder.sample(3, 3);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::signal(SIGXFSZ, previousHandler);
+
+    QCOMPARE(bytes(path), before);
+    recorder.sample(4, 4);
+    QCOMPARE(bytes(path), before + "3;4;4;\r\n");
 }
 
 void RecordingTest::whatEndsARecording_data()
