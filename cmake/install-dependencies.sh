@@ -6,7 +6,7 @@
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5 fonts-dejavu-core)
-check_packages=(xvfb)
+check_packages=(xvfb python3)
 lint_packages=(clang clang-format clang-tidy clazy)
 
 case "${1:-run}" in

@@ -4,6 +4,8 @@
 
 #include <QJsonObject>
 #include <QPluginLoader>
+#include <QProcess>
+#include <QRandomGenerator>
 
 namespace
 {
@@ -55,6 +57,7 @@ private slots:
     void metadata();
     void liveCurve();
     void twoClonesKeepApart();
+    void recordingHoldsWhatTheModuleAnswered();
 };
 
 void PluginFileTest::metadata()
@@ -144,6 +147,60 @@ void PluginFileTest::twoClonesKeepApart()
         QCOMPARE(other.table(0, 'X')->currentIndex().row(), 0); // rows are remembered by each clone for itself
     }
     QVERIFY(loader.unload());
+}
+
+void PluginFileTest::recordingHoldsWhatTheModuleAnswered()
+{
+    QPluginLoader loader(QStringLiteral(PLUGIN_FILE));
+    const QString path = temporaryPath(QStringLiteral("run.csv"));
+    QVector<QPair<int, int>> answered;
+    {
+        PluginHarness harness(qobject_cast<ContainerInterface *>(loader.instance()));
+        auto *const module = new ScriptedModule(QStringLiteral("BUS/m"), 1);
+        module->addParameter("axis0", "par::x", 1, "a");
+        module->addParameter("axis0", "par::y", 2, "b");
+        QRandomGenerator random(7);
+        int x = 0;
+        module->channel.answer = [&](const Command &request) {
+            const int value = static_cast<int>(random.generate()) >> random.bounded(32);
+            if (request.type() == 1) {
+                return x = value;
+            }
+            answered.append({x, value});
+            return value;
+        };
+        harness.handler.addModulePlugin(module);
+        harness.open();
+        QVERIFY(harness.choose(0, 'X', QStringLiteral("BUS/m"), QString(), QStringLiteral("a")));
+        QVERIFY(harness.choose(0, 'Y', QStringLiteral("BUS/m"), QString(), QStringLiteral("b")));
+        harness.startLog(path);
+        for (int tick = 0; tick < 500; ++tick) {
+            harness.sampleTick();
+        }
+    }
+    QVERIFY(loader.unload());
+
+    // Read by a program that knows nothing of this one.
+    QProcess python;
+    python.start(
+        QStringLiteral("python3"),
+        {QStringLiteral("-c"),
+         QStringLiteral("import csv,sys\nfor row in list(csv.reader(open(sys.argv[1], newline=''), delimiter=';'))"
+                        "[2:]: print(int(row[0]), int(row[1]), int(row[2]), len(row))"),
+         path});
+    QVERIFY(python.waitForFinished());
+    const QStringList lines = QString::fromLatin1(python.readAllStandardOutput()).split(QLatin1Char('\n'));
+    int number = 0;
+    for (int index = 1; index < answered.size(); ++index) { // the first point is not logged
+        if (answered.at(index) != answered.at(index - 1)) {
+            const QPair<int, int> point = answered.at(index);
+            QCOMPARE(lines.value(number),
+                     QStringLiteral("%1 %2 %3 4").arg(number + 1).arg(point.first).arg(point.second));
+            ++number;
+        }
+    }
+    QVERIFY(number > 450);
+    QCOMPARE(lines.size(), number + 1); // and the end of the last line
 }
 
 GUARDED_TEST_MAIN(PluginFileTest)

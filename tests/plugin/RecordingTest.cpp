@@ -4,7 +4,6 @@
 
 #include <QCheckBox>
 #include <QFileDialog>
-#include <QTimer>
 
 #include <csignal>
 #include <functional>
@@ -14,40 +13,7 @@
 namespace
 {
 
-class Recorder : public ScriptedCurve
-{
-public:
-    using ScriptedCurve::ScriptedCurve;
-
-    QCheckBox *logBox() const
-    {
-        return find<QCheckBox>("cbLog");
-    }
-
-    /// Clicks the log box and does \a answer with the dialog that it opens.
-    void clickLog(const std::function<void(QFileDialog *)> &answer) const
-    {
-        bool isAnswered = false;
-        QTimer::singleShot(0, [&] {
-            auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-            QVERIFY(dialog != nullptr);
-            isAnswered = true;
-            answer(dialog);
-        });
-        logBox()->click();
-        QVERIFY(isAnswered);
-    }
-
-    void startLog(const QString &path) const
-    {
-        clickLog([&](QFileDialog *dialog) {
-            dialog->selectFile(path);
-            static_cast<QDialog *>(dialog)->done(QDialog::Accepted);
-        });
-    }
-};
-
-using Action = std::function<void(Recorder *)>;
+using Action = std::function<void(ScriptedCurve *)>;
 
 QByteArray bytes(const QString &path)
 {
@@ -79,7 +45,7 @@ private:
 
 void RecordingTest::bytesOfARecording()
 {
-    Recorder recorder(&m_root);
+    ScriptedCurve recorder(&m_root);
     const QString path = temporaryPath(QStringLiteral("log.csv"));
     recorder.startLog(path);
     QCOMPARE(bytes(path), QByteArray("Module:;\r\nCounter;\r\n"));
@@ -115,7 +81,7 @@ void RecordingTest::bytesOfARecording()
 
 void RecordingTest::cancelledDialog()
 {
-    Recorder recorder(&m_root);
+    ScriptedCurve recorder(&m_root);
     QString proposed;
     recorder.clickLog([&](QFileDialog *dialog) {
         proposed = dialog->selectedFiles().value(0);
@@ -133,7 +99,7 @@ void RecordingTest::cancelledDialog()
 
 void RecordingTest::fileThatIsRefused()
 {
-    Recorder recorder(&m_root);
+    ScriptedCurve recorder(&m_root);
     const QString missing = temporaryPath(QStringLiteral("no folder/log.csv"));
     recorder.startLog(missing);
     QVERIFY(recorder.logBox()->isChecked()); // stays, though nothing is recorded
@@ -157,7 +123,7 @@ void RecordingTest::fileThatIsRefused()
 
 void RecordingTest::fullDisk()
 {
-    Recorder recorder(&m_root);
+    ScriptedCurve recorder(&m_root);
     const QString path = temporaryPath(QStringLiteral("log.csv"));
     recorder.startLog(path);
     recorder.sample(1, 1);
@@ -185,21 +151,22 @@ void RecordingTest::whatEndsARecording_data()
     QTest::addColumn<Action>("action");
     QTest::addColumn<bool>("ends");
 
-    QTest::newRow("another curve is recorded") << Action([](Recorder *r) { r->curveBox(2)->click(); }) << true;
-    QTest::newRow("all data is shown") << Action([](Recorder *r) { r->showAllBox()->click(); }) << true;
-    QTest::newRow("another source") << Action([](Recorder *r) { PluginHarness::clickCell(r->table(0, 'X'), 1); })
+    QTest::newRow("another curve is recorded") << Action([](ScriptedCurve *r) { r->curveBox(2)->click(); }) << true;
+    QTest::newRow("all data is shown") << Action([](ScriptedCurve *r) { r->showAllBox()->click(); }) << true;
+    QTest::newRow("another source") << Action([](ScriptedCurve *r) { PluginHarness::clickCell(r->table(0, 'X'), 1); })
                                     << true;
-    QTest::newRow("the same source again") << Action([](Recorder *r) { r->chooseBoth(); }) << false;
-    QTest::newRow("another curve is selected") << Action([](Recorder *r) { r->radioButton(2)->click(); }) << false;
+    QTest::newRow("the same source again") << Action([](ScriptedCurve *r) { r->chooseBoth(); }) << false;
+    QTest::newRow("another curve is selected") << Action([](ScriptedCurve *r) { r->radioButton(2)->click(); }) << false;
     QTest::newRow("a curve that is not recorded gets a source")
-        << Action([](Recorder *r) { r->chooseBoth(3); }) << false;
-    QTest::newRow("clear") << Action([](Recorder *r) { r->find<QAbstractButton>("btnResetData")->click(); }) << false;
+        << Action([](ScriptedCurve *r) { r->chooseBoth(3); }) << false;
+    QTest::newRow("clear") << Action([](ScriptedCurve *r) { r->find<QAbstractButton>("btnResetData")->click(); })
+                           << false;
 }
 
 void RecordingTest::whatEndsARecording()
 {
     QFETCH(Action, action);
-    Recorder recorder(&m_root);
+    ScriptedCurve recorder(&m_root);
     recorder.startLog(temporaryPath(QStringLiteral("log.csv")));
     recorder.sample(1, 1);
     action(&recorder);
@@ -208,7 +175,7 @@ void RecordingTest::whatEndsARecording()
 
 void RecordingTest::destructionWhileTheDialogIsOpen()
 {
-    Recorder recorder(&m_root);
+    ScriptedCurve recorder(&m_root);
     recorder.clickLog([&](QFileDialog *dialog) {
         delete recorder.window;
         QVERIFY(recorder.plugin.isNull());

@@ -3,9 +3,12 @@
 #include "host/ExportCSV.h"
 
 #include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QCheckBox>
+#include <QFileDialog>
 #include <QRadioButton>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -184,6 +187,32 @@ bool PluginHarness::choose(int curve, char axis, const QString &module, const QS
     }
     QTableView *const values = table(curve, axis);
     return clickCell(values, rowOf(values, value));
+}
+
+QCheckBox *PluginHarness::logBox() const
+{
+    return find<QCheckBox>(QStringLiteral("cbLog"));
+}
+
+void PluginHarness::clickLog(const std::function<void(QFileDialog *)> &answer) const
+{
+    bool isAnswered = false;
+    QTimer::singleShot(0, [&] {
+        auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog != nullptr);
+        isAnswered = true;
+        answer(dialog);
+    });
+    logBox()->click();
+    QVERIFY(isAnswered);
+}
+
+void PluginHarness::startLog(const QString &path) const
+{
+    clickLog([&](QFileDialog *dialog) {
+        dialog->selectFile(path);
+        static_cast<QDialog *>(dialog)->done(QDialog::Accepted);
+    });
 }
 
 QStandardItemModel *PluginHarness::exported()

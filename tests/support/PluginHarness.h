@@ -10,7 +10,11 @@
 #include <QStandardItemModel>
 #include <QTableView>
 
+#include <functional>
+
 class ExportCSV;
+class QCheckBox;
+class QFileDialog;
 
 /// Holds back the timer events of an object unless it is open: time passes when the test says so.
 class TimerGate : public QObject
@@ -63,6 +67,12 @@ public:
     static bool clickCell(QTableView *table, int row, int column = 2);
     /// Selects the curve, module, motor (empty: none offered) and value of one axis as a person would.
     bool choose(int curve, char axis, const QString &module, const QString &motor, const QString &value);
+
+    QCheckBox *logBox() const;
+    /// Clicks the log box and does \a answer with the dialog that it opens; fails without a dialog.
+    void clickLog(const std::function<void(QFileDialog *)> &answer) const;
+    /// Starts a recording into \a path through the box and its dialog.
+    void startLog(const QString &path) const;
 
     /// The table that the export window shows, by a real click on "Export".
     QStandardItemModel *exported();
