@@ -1,5 +1,8 @@
 #include "host/BasicTools.h"
 #include "GuardedTest.h"
+#include "host/CurveColors.h"
+
+#include <QPushButton>
 
 #include <cmath>
 #include <limits>
@@ -12,29 +15,60 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double largest = std::numeric_limits<double>::max();
 
-/// What every axis must be, whatever it was made from; empty when it is.
-QString faultOf(double min, double max, unsigned int ticks)
+struct Axis
 {
-    if (!std::isfinite(min) || !std::isfinite(max) || !(min < max) || ticks < 1 || !std::isfinite(max - min)) {
+    double min;
+    double max;
+    unsigned int ticks;
+};
+
+Axis adjusted(Axis axis)
+{
+    BasicTools::adjustLinearAxis(axis.min, axis.max, axis.ticks);
+    return axis;
+}
+
+/// Exact, for a tick that is off by rounding noise loses its label: the shortest digits that stand for the number alone.
+QString textOf(const Axis &axis)
+{
+    constexpr int exact = QLocale::FloatingPointShortest;
+    return QStringLiteral("%1..%2/%3").arg(axis.min, 0, 'g', exact).arg(axis.max, 0, 'g', exact).arg(axis.ticks);
+}
+
+/// What every axis must be, whatever it was made from; empty when it is.
+QString faultOf(const Axis &axis)
+{
+    if (!std::isfinite(axis.min) || !(axis.min < axis.max) || axis.ticks < 1 || !std::isfinite(axis.max - axis.min)) {
         return QStringLiteral("no axis");
     }
-    const double step = (max - min) / ticks;
+    const double step = (axis.max - axis.min) / axis.ticks;
     const double mantissa = step / std::pow(10.0, std::floor(std::log10(step * (1.0 + 1e-3))));
     if (std::fabs(mantissa - 1.0) > 1e-3 && std::fabs(mantissa - 2.0) > 1e-3 && std::fabs(mantissa - 5.0) > 1e-3) {
-        return QStringLiteral("step %1").arg(step);
+        return QStringLiteral("step");
     }
-    const double count = min / step;
+    const double count = axis.min / step;
     if (std::fabs(count) < 1e4 && std::fabs(count - std::round(count)) > 1e-6) {
-        return QStringLiteral("no multiple of %1").arg(step);
+        return QStringLiteral("no multiple of the step");
     }
-    double minAgain = min;
-    double maxAgain = max;
-    unsigned int ticksAgain = ticks;
-    BasicTools::adjustLinearAxis(minAgain, maxAgain, ticksAgain);
-    if (minAgain != min || maxAgain != max || ticksAgain != ticks) {
-        return QStringLiteral("becomes %1..%2/%3").arg(minAgain).arg(maxAgain).arg(ticksAgain);
-    }
-    return {};
+    return textOf(adjusted(axis)) == textOf(axis) ? QString() : QStringLiteral("changes again");
+}
+
+QImage pictureOf(const QIcon &icon, int pixels, QIcon::Mode mode = QIcon::Normal)
+{
+    return icon.pixmap(QSize(pixels, pixels), mode).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+/// Premultiplied; counted row by row.
+QRgb pixelOf(const QImage &picture, int number)
+{
+    return reinterpret_cast<const QRgb *>(picture.constBits())[number];
+}
+
+/// The greatest difference of two channels that should be alike.
+int difference(QRgb a, QRgb b)
+{
+    return qMax(qMax(qAbs(qRed(a) - qRed(b)), qAbs(qGreen(a) - qGreen(b))),
+                qMax(qAbs(qBlue(a) - qBlue(b)), qAbs(qAlpha(a) - qAlpha(b))));
 }
 
 } // namespace
@@ -44,63 +78,33 @@ class BasicToolsTest : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void roundsAxis_data()
-    {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::addColumn<unsigned int>("ticks");
-        QTest::addColumn<double>("newMin");
-        QTest::addColumn<double>("newMax");
-        QTest::addColumn<unsigned int>("newTicks");
-        QTest::newRow("default") << 0.0 << 10.0 << 5U << 0.0 << 10.0 << 5U;
-        QTest::newRow("plot at start") << -10.0 << 10.0 << 5U << -10.0 << 10.0 << 4U;
-        QTest::newRow("first sample") << 6.5 << 7.5 << 5U << 6.4 << 7.6 << 6U;
-        QTest::newRow("steps of 0.2") << 0.0 << 1.0 << 5U << 0.0 << 1.0 << 5U;
-        QTest::newRow("third tick of 0.2") << 0.6 << 1.4 << 5U << 0.6 << 1.4 << 4U;
-        QTest::newRow("swapped") << 10.0 << 0.0 << 5U << 0.0 << 10.0 << 5U;
-        QTest::newRow("too few intervals wanted") << 0.0 << 10.0 << 0U << 0.0 << 10.0 << 5U;
-        QTest::newRow("too many intervals wanted") << 0.0 << 10.0 << 4000000000U << 0.0 << 10.0 << 10U;
-        QTest::newRow("eleven intervals become six") << 0.5 << 10.4 << 10U << 0.0 << 12.0 << 6U;
-        QTest::newRow("empty") << 5.0 << 5.0 << 5U << 4.0 << 6.0 << 4U;
-    }
-
     void roundsAxis()
     {
-        QFETCH(double, min);
-        QFETCH(double, max);
-        QFETCH(unsigned int, ticks);
-        BasicTools::adjustLinearAxis(min, max, ticks);
-        QTEST(ticks, "newTicks");
-        // Exact: a tick that is off by rounding noise loses its label.
-        QVERIFY2(min == *static_cast<const double *>(QTest::qData("newMin", QMetaType::Double)),
-                 qPrintable(QString::number(min, 'g', 17)));
-        QVERIFY2(max == *static_cast<const double *>(QTest::qData("newMax", QMetaType::Double)),
-                 qPrintable(QString::number(max, 'g', 17)));
-    }
-
-    void makesAnAxisOfAnything_data()
-    {
-        QTest::addColumn<double>("min");
-        QTest::addColumn<double>("max");
-        QTest::newRow("zero") << 0.0 << 0.0;
-        QTest::newRow("empty where one more is lost") << 1e17 << 1e17;
-        QTest::newRow("next number") << 1e15 << std::nextafter(1e15, infinity);
-        QTest::newRow("least numbers") << 0.0 << std::numeric_limits<double>::denorm_min();
-        QTest::newRow("largest span") << -largest << largest;
-        QTest::newRow("largest empty") << largest << largest;
-        QTest::newRow("infinite") << -infinity << infinity;
-        QTest::newRow("half infinite") << infinity << 3.0;
-        QTest::newRow("no numbers") << notANumber << notANumber;
-        QTest::newRow("half a number") << notANumber << -7.0;
+        const QVector<QPair<Axis, QString>> cases = {
+            {{-10.0, 10.0, 5}, "-10..10/4"}, // the plot at its start
+            {{6.5, 7.5, 5}, "6.4..7.6/6"},   // its first sample
+            {{0.6, 1.4, 5}, "0.6..1.4/4"},   // 3 times 0.2 is more than 0.6
+            {{10.0, 0.0, 5}, "0..10/5"},     {{0.0, 10.0, 0}, "0..10/5"}, {{0.0, 10.0, 4000000000}, "0..10/10"},
+            {{0.5, 10.4, 10}, "0..12/6"}, // eleven intervals become six
+            {{5.0, 5.0, 5}, "4..6/4"}};
+        for (const QPair<Axis, QString> &axis : cases) {
+            QCOMPARE(textOf(adjusted(axis.first)), axis.second);
+        }
     }
 
     void makesAnAxisOfAnything()
     {
-        QFETCH(double, min);
-        QFETCH(double, max);
-        unsigned int ticks = 5;
-        BasicTools::adjustLinearAxis(min, max, ticks);
-        QCOMPARE(faultOf(min, max, ticks), QString());
+        const QVector<double> hostile = {0.0,       -7.0,         std::numeric_limits<double>::denorm_min(),
+                                         1e15,      1e15 + 0.125, 1e17,
+                                         largest,   -largest,     infinity,
+                                         -infinity, notANumber};
+        for (const double min : hostile) {
+            for (const double max : hostile) {
+                const Axis wanted{min, max, 5};
+                const QString fault = faultOf(adjusted(wanted));
+                QVERIFY2(fault.isEmpty(), qPrintable(textOf(wanted) + fault));
+            }
+        }
     }
 
     void holdsItsPromisesForManyRanges()
@@ -113,46 +117,61 @@ private slots:
         for (int round = 0; round < 20000; ++round) {
             const double from = mantissa(random) * std::pow(10.0, exponent(random));
             const double to = from + mantissa(random) * std::fabs(from) * std::pow(10.0, 1 - nearness(random));
-            double min = from;
-            double max = to;
-            unsigned int ticks = intervals(random);
-            BasicTools::adjustLinearAxis(min, max, ticks);
-            const QString fault = min <= qMin(from, to) && max >= qMax(from, to) && ticks <= 10
-                                      ? faultOf(min, max, ticks)
-                                      : QStringLiteral("does not enclose");
-            QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("%1..%2: %3").arg(from).arg(to).arg(fault)));
+            const Axis wanted{from, to, intervals(random)};
+            const Axis axis = adjusted(wanted);
+            QVERIFY2(axis.min <= qMin(from, to) && axis.max >= qMax(from, to), qPrintable(textOf(wanted)));
+            QVERIFY2(axis.ticks <= 10 && faultOf(axis).isEmpty(), qPrintable(textOf(wanted) + faultOf(axis)));
         }
     }
 
-    void groupsDigits_data()
+    void writesNumbers()
     {
-        QTest::addColumn<double>("value");
-        QTest::addColumn<int>("decimals");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("no group") << 100.0 << 0 << "100";
-        QTest::newRow("groups") << -2147483648.0 << 0 << "-2.147.483.648";
-        QTest::newRow("decimals are not grouped") << 1234.56789 << 4 << "1.234,5679";
-        QTest::newRow("rounded up into a group") << 999.6 << 0 << "1.000";
-        QTest::newRow("negative zero") << -0.0 << 0 << "0";
-        QTest::newRow("rounded to zero") << -0.004 << 2 << "0,00";
-        QTest::newRow("not quite zero") << -0.006 << 2 << "-0,01";
-        QTest::newRow("too few decimals") << 2.4 << -3 << "2";
-        QTest::newRow("infinite") << -infinity << 0 << "-inf";
-        QTest::newRow("no number") << notANumber << 2 << "nan";
-    }
-
-    void groupsDigits()
-    {
-        QFETCH(double, value);
-        QFETCH(int, decimals);
-        QTEST(BasicTools::intInsertDot(value, decimals), "text");
-    }
-
-    void writesHexadecimal()
-    {
+        QCOMPARE(BasicTools::intInsertDot(100.0, 0), QStringLiteral("100"));
+        QCOMPARE(BasicTools::intInsertDot(-2147483648.0, 0), QStringLiteral("-2.147.483.648"));
+        QCOMPARE(BasicTools::intInsertDot(1234.56789, 4), QStringLiteral("1.234,5679"));
+        QCOMPARE(BasicTools::intInsertDot(999.6, 0), QStringLiteral("1.000"));
+        QCOMPARE(BasicTools::intInsertDot(-0.004, 2), QStringLiteral("0,00"));
+        QCOMPARE(BasicTools::intInsertDot(-0.006, 2), QStringLiteral("-0,01"));
+        QCOMPARE(BasicTools::intInsertDot(notANumber, 2), QStringLiteral("nan"));
         QCOMPARE(BasicTools::iToHex(0x0A, 2, QStringLiteral("0x")), QStringLiteral("0x0A"));
-        QCOMPARE(BasicTools::iToHex(0xFF, 1, QString()), QStringLiteral("FF"));
-        QCOMPARE(BasicTools::iToHex(0, 4, QStringLiteral("$")), QStringLiteral("$0000"));
+    }
+
+    void everyPathHasACrispPicture()
+    {
+        for (const char *path :
+             {":/Icons/ClosedLoop", ":/SVG Icons/ScreenshotData", ":/SVG Icons/ResetData", ":/SVG Icons/ExportData",
+              ":/SVG Icons/DotsLine", ":/SVG Icons/Linked", ":/SVG Icons/PlusMinus", ":/SVGlist/AppendListEntry",
+              ":/moreIconsII/XYPlot", ":/moreIcons/ZoomIn", ":/moreIcons/ZoomOut", ":/Numbers/NrNo", ":/Numbers/Nr1",
+              ":/Numbers/Nr2", ":/Numbers/Nr3", ":/Numbers/Nr4"}) {
+            const QIcon icon(QString::fromLatin1(path));
+            const QImage picture = pictureOf(icon, 48);
+            QCOMPARE(picture.size(), QSize(48, 48));
+            // Differs from a picture of few pixels, and from a blank one.
+            const QImage enlarged = pictureOf(icon, 24).scaled(48, 48, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            QVERIFY2(picture != enlarged, path);
+        }
+    }
+
+    void tintsAndKeepsTheShape()
+    {
+        const QIcon source(QStringLiteral(":/Numbers/Nr1"));
+        const QColor selected(1, 2, 3);
+        QPushButton button(source, QString());
+        BasicTools::setButtonIconsColor(&button, colorForIds[0], QColor(), selected);
+        for (const int pixels : {24, 48, 72}) {
+            for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Active, QIcon::Selected}) {
+                const QColor tint = mode == QIcon::Selected ? selected : colorForIds[0];
+                const QImage shape = pictureOf(source, pixels, mode);
+                const QImage tinted = pictureOf(button.icon(), pixels, mode);
+                QCOMPARE(tinted.size(), shape.size());
+                for (int i = 0; i < pixels * pixels; ++i) {
+                    const int alpha = qAlpha(pixelOf(shape, i)) * tint.alpha() / 255;
+                    const QRgb expected = qPremultiply(qRgba(tint.red(), tint.green(), tint.blue(), alpha));
+                    QVERIFY(difference(pixelOf(tinted, i), expected) <= 1);
+                }
+            }
+            QCOMPARE(pictureOf(button.icon(), pixels, QIcon::Disabled), pictureOf(source, pixels, QIcon::Disabled));
+        }
     }
 };
 
