@@ -1,12 +1,14 @@
 #include "CurveDrawing.h"
 
+#include "CurveRaster.h"
 #include "PlotGeometry.h"
 
 #include "host/CurveColors.h"
 
 #include <QPainter>
 #include <QPen>
-#include <QPolygonF>
+
+#include <algorithm>
 
 namespace
 {
@@ -20,15 +22,23 @@ constexpr double ringOffsetPixels = 6.0;
 // Not twice the offset: the ring sits a quarter pixel right of and below its point, where it looks centred.
 constexpr double ringExtentPixels = 12.5;
 
-void drawMarkers(QPainter *painter, const QColor &color, const QPointF &oldest, const QPointF &newest)
+/// Both markers, unless out of sight: outlines are dear even where nothing of them is seen.
+void drawMarkers(const CurveCanvas &canvas, const QColor &color, const QPointF &oldest, const QPointF &newest)
 {
+    QPainter *const painter = canvas.painter;
+    const QRectF sight =
+        QRectF(canvas.clip).adjusted(-markerPenPixels, -markerPenPixels, markerPenPixels, markerPenPixels);
+    const QRectF square(oldest.x() - squareOffsetPixels, oldest.y() - squareOffsetPixels, squareExtentPixels,
+                        squareExtentPixels);
+    const QRectF ring(newest.x() - ringOffsetPixels, newest.y() - ringOffsetPixels, ringExtentPixels, ringExtentPixels);
     painter->setPen(QPen(color, markerPenPixels, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     painter->setBrush(Qt::NoBrush);
-    painter->fillRect(QRectF(oldest.x() - squareOffsetPixels, oldest.y() - squareOffsetPixels, squareExtentPixels,
-                             squareExtentPixels),
-                      color);
-    painter->drawEllipse(
-        QRectF(newest.x() - ringOffsetPixels, newest.y() - ringOffsetPixels, ringExtentPixels, ringExtentPixels));
+    if (sight.intersects(square)) {
+        painter->fillRect(square, color);
+    }
+    if (sight.intersects(ring)) {
+        painter->drawEllipse(ring);
+    }
 }
 
 } // namespace
@@ -39,26 +49,35 @@ QColor curveColor(int id)
     return colorForIds[remainder < 0 ? remainder + curveColorCount : remainder];
 }
 
-QRectF drawCurve(QPainter *painter, const PointMapping &mapping, const QVector<QPointF> &points,
+QRectF drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,
                  const CurveStyle &style)
 {
     if (points.isEmpty()) {
         return QRectF();
     }
 
-    painter->setPen(QPen(style.color, curvePenPixels, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    QPolygonF polyline;
-    polyline.reserve(points.size());
+    QVector<QPointF> polyline(points.size());
+    QPointF *mapped = polyline.data();
+    const QPointF first = mapping.map(points.constFirst());
+    double left = first.x();
+    double right = first.x();
+    double top = first.y();
+    double bottom = first.y();
     for (const QPointF &point : points) {
-        polyline.append(mapping.map(point));
-        if (!style.lines) {
-            painter->drawPoint(polyline.constLast());
-        }
+        const QPointF position = mapping.map(point);
+        left = std::min(left, position.x());
+        right = std::max(right, position.x());
+        top = std::min(top, position.y());
+        bottom = std::max(bottom, position.y());
+        *mapped++ = position;
     }
+    const RasterPen pen = {canvas.image, canvas.clip, curvePenPixels};
     if (style.lines) {
-        painter->drawPolyline(polyline);
+        CurveRaster::drawPolyline(pen, polyline, style.color);
+    } else {
+        CurveRaster::drawDots(pen, polyline, style.color);
     }
 
-    drawMarkers(painter, style.color.lighter(markerLightFactor), polyline.constFirst(), polyline.constLast());
-    return polyline.boundingRect();
+    drawMarkers(canvas, style.color.lighter(markerLightFactor), polyline.constFirst(), polyline.constLast());
+    return {QPointF(left, top), QPointF(right, bottom)};
 }

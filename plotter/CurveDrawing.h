@@ -2,10 +2,12 @@
 
 #include <QColor>
 #include <QPointF>
+#include <QRect>
 #include <QRectF>
 #include <QVector>
 
 class PointMapping;
+class QImage;
 class QPainter;
 
 /// The colour of curve \a id, translucent for some; any id has one.
@@ -18,12 +20,20 @@ struct CurveStyle
     bool lines = true; ///< one polyline through the points instead of separate dots
 };
 
+/// What a curve is drawn on, in two ways: its points straight into the image, its markers by the painter.
+struct CurveCanvas
+{
+    QPainter *painter; ///< on the image, clipped to \a clip
+    QImage *image;     ///< 32 bits per pixel, opaque or premultiplied
+    QRect clip;        ///< widget pixels
+};
+
 /**
  * Draws one curve with its markers: a square on the oldest point, a ring around the newest.
  *
- * Cuts nothing off: clipping is the painter's. Changes the painter's pen and brush. No points draw nothing.
+ * Changes the painter's pen and brush. No points draw nothing.
  * \param points data units, in the order of recording
  * \return the bounds of the points in widget pixels
  */
-QRectF drawCurve(QPainter *painter, const PointMapping &mapping, const QVector<QPointF> &points,
+QRectF drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,
                  const CurveStyle &style);

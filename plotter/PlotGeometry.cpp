@@ -46,12 +46,6 @@ PointMapping::PointMapping(const PlotSettings &settings, double plotWidth, doubl
 {
 }
 
-QPointF PointMapping::map(const QPointF &dataPoint) const
-{
-    return {PlotGeometry::plotLeftPixels + (dataPoint.x() - m_minX) * m_plotWidth / m_spanX,
-            m_plotBottom - (dataPoint.y() - m_minY) * m_plotHeight / m_spanY};
-}
-
 PlotGeometry::PlotGeometry(const QSize &widgetSize, bool square) : m_size(widgetSize), m_square(square) {}
 
 bool PlotGeometry::isDrawable() const

@@ -16,7 +16,8 @@ public:
     PointMapping(const PlotSettings &settings, double plotWidth, double plotBottom, double plotHeight);
 
     /// The position of a data point in widget pixels, unrounded; it may lie anywhere, also at no number at all.
-    QPointF map(const QPointF &dataPoint) const;
+    /// Inline, for it is done for every point at every redraw.
+    inline QPointF map(const QPointF &dataPoint) const;
 
 private:
     double m_minX;
@@ -71,3 +72,9 @@ private:
     QSize m_size;
     bool m_square;
 };
+
+QPointF PointMapping::map(const QPointF &dataPoint) const
+{
+    return {PlotGeometry::plotLeftPixels + (dataPoint.x() - m_minX) * m_plotWidth / m_spanX,
+            m_plotBottom - (dataPoint.y() - m_minY) * m_plotHeight / m_spanY};
+}

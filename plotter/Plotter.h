@@ -90,7 +90,7 @@ private:
     void refreshPixmap();
     void drawGrid(QPainter *painter);
     void drawLegend(QPainter *painter);
-    void drawCurves(QPainter *painter);
+    void drawCurves(QPainter *painter); // which paints on a QImage
 
     QRectF lastCurveBounds; // widget pixels, of the curve drawn last
     QToolButton *zoomInButton = nullptr;

@@ -7,10 +7,13 @@
 
 #include <QCheckBox>
 #include <QFontMetrics>
+#include <QImage>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 #include <QtMath>
+
+#include <utility>
 
 namespace
 {
@@ -92,18 +95,28 @@ QSize Plotter::minimumSizeHint() const
 void Plotter::refreshPixmap()
 {
     const qreal ratio = devicePixelRatioF();
-    pixmap = QPixmap(qCeil(width() * ratio), qCeil(height() * ratio));
-    pixmap.setDevicePixelRatio(ratio);
     // Darker than the background role (Mid): the plot lies in its frame like a screen.
-    pixmap.fill(palette().color(QPalette::Shadow));
-    if (!pixmap.isNull()) {
-        QPainter painter(&pixmap);
+    const QColor background = palette().color(QPalette::Shadow);
+    const QSize size(qCeil(width() * ratio), qCeil(height() * ratio));
+    const QImage::Format format =
+        background.alpha() == 255 ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    // The old image's memory serves again: asking for fresh pages may cost more than all drawing.
+    QImage image = pixmap.toImage();
+    pixmap = QPixmap();
+    if (image.size() != size || image.format() != format) {
+        image = QImage(size, format);
+    }
+    image.setDevicePixelRatio(ratio);
+    image.fill(background);
+    if (!image.isNull()) {
+        QPainter painter(&image);
         painter.setPen(palette().color(foregroundRole()));
         painter.setBackground(palette().brush(backgroundRole()));
         painter.setFont(font());
         drawGrid(&painter);
         drawCurves(&painter);
     }
+    pixmap = QPixmap::fromImage(std::move(image));
     update();
 }
 
@@ -160,13 +173,14 @@ void Plotter::drawCurves(QPainter *painter)
     if (!geometry.isDrawable()) {
         return;
     }
-    painter->setClipRect(geometry.clipRectangle());
+    const CurveCanvas canvas = {painter, static_cast<QImage *>(painter->device()), geometry.clipRectangle()};
+    painter->setClipRect(canvas.clip);
     const PointMapping mapping = geometry.mapping(currentSettings());
     const QMap<int, QVector<QPointF>> curves = curveMap;
     for (auto curve = curves.cbegin(); curve != curves.cend(); ++curve) {
         if (isCurveShown(curveButtons.button(curve.key()))) {
             lastCurveBounds =
-                drawCurve(painter, mapping, curve.value(), {curveColor(curve.key()), lineModeCheck->isChecked()});
+                drawCurve(canvas, mapping, curve.value(), {curveColor(curve.key()), lineModeCheck->isChecked()});
         }
     }
 }

@@ -1,0 +1,147 @@
+#include "Reports.h"
+
+#include "CoverageMask.h"
+#include "CurveDrawing.h"
+#include "CurveSamples.h"
+#include "PlotGeometry.h"
+#include "RunBlender.h"
+
+#include <QImage>
+#include <QPixmap>
+#include <QTextStream>
+
+namespace
+{
+
+constexpr int fullCurvePoints = 10000;
+
+QString cell(const QMap<QString, double> &times, const QString &name)
+{
+    return times.contains(name) ? inMs(times.value(name)) : QStringLiteral("-");
+}
+
+QString ratio(const QMap<QString, double> &times, const QString &other, const QString &ours)
+{
+    return times.contains(other) ? inTimes(times.value(other) / times.value(ours)) : QStringLiteral("-");
+}
+
+/// One row of a comparison. The plain way to redraw a whole plot is the product's with other curves.
+QStringList row(const QString &kind, const Scene &scene, const Effort &effort)
+{
+    Scene empty = scene;
+    empty.curves.clear();
+    Contestant grid = redrawOfProduct(empty);
+    grid.name = QStringLiteral("grid");
+    QMap<QString, double> times =
+        medianMs(QVector<Contestant>({grid}) + floorContestants(scene) + productContestants(scene) +
+                     plainContestants(scene) + qwtContestants(scene) + customPlotContestants(scene),
+                 effort);
+    times.insert(QStringLiteral("plain whole"),
+                 times.value(QStringLiteral("plain alone")) + times.value(QStringLiteral("grid")));
+    QStringList cells = {kind, cell(times, QStringLiteral("floor"))};
+    for (const QString &way : {QStringLiteral(" alone"), QStringLiteral(" whole")}) {
+        const QString ours = QStringLiteral("ours") + way;
+        cells.append(cell(times, ours));
+        for (const QString &other : {QStringLiteral("plain"), QStringLiteral("Qwt"), QStringLiteral("QCustomPlot")}) {
+            cells.append(cell(times, other + way));
+            cells.append(ratio(times, other + way, ours));
+        }
+    }
+    return cells;
+}
+
+} // namespace
+
+QString Reports::comparison(const Effort &effort, bool all)
+{
+    QString text = QStringLiteral(
+        "Medians in ms, and by how many times ours is faster. \"alone\": the curves on a filled image; \"whole\": the "
+        "redraw of a whole plot with grid, axes and text. Floor: filling the image and mapping all points.\n");
+    for (const QSize &size : {QSize(600, 400), QSize(1920, 1080)}) {
+        for (const bool lines : {true, false}) {
+            for (const double zoom : {1.0, 10.0}) {
+                for (const int curveCount : {4, 1}) {
+                    if (curveCount == 1 && !all) {
+                        continue;
+                    }
+                    const QString title =
+                        QStringLiteral("%1 curve(s) of %2 points, %3, %4 x %5, %6")
+                            .arg(curveCount)
+                            .arg(fullCurvePoints)
+                            .arg(lines ? QStringLiteral("lines") : QStringLiteral("dots"))
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(zoom > 1.0 ? QStringLiteral("zoomed 10-fold") : QStringLiteral("whole view"));
+                    QVector<QStringList> rows = {{"curves", "floor", "ours alone", "plain", "", "Qwt", "",
+                                                  "QCustomPlot", "", "ours whole", "plain", "", "Qwt", "",
+                                                  "QCustomPlot", ""}};
+                    for (int kind = 0; kind < CurveSamples::kinds().size(); ++kind) {
+                        const Scene scene(kind, fullCurvePoints, curveCount, size, lines, zoom);
+                        rows.append(row(CurveSamples::kinds().at(kind), scene, effort));
+                    }
+                    const QString chapter = QStringLiteral("\n### ") + title + QStringLiteral("\n\n") + table(rows);
+                    QTextStream(stdout) << chapter << flush;
+                    text += chapter;
+                }
+            }
+        }
+    }
+    return text;
+}
+
+QString Reports::shares(const Effort &effort)
+{
+    QVector<QStringList> rows = {
+        {"curves", "whole", "fill", "grid, text", "to pixmap", "mapping", "mask, bounds", "blending", "markers"}};
+    for (int kind = 0; kind < CurveSamples::kinds().size(); ++kind) {
+        const Scene scene(kind, fullCurvePoints, 4, QSize(600, 400), true, 1.0);
+        Scene empty = scene;
+        empty.curves.clear();
+        Scene single = scene;
+        const QRect clip = PlotGeometry(scene.size, false).clipRectangle();
+        QVector<CoverageMask> masks;
+        for (int curve = 0; curve < 4; ++curve) {
+            single.curves[curve].resize(1);
+            const QPolygonF points = scene.mapped(curve);
+            CoverageMask mask(clip.size(), penPixels / 2.0);
+            for (int index = 1; index < points.size(); ++index) {
+                mask.addSegment(points.at(index - 1) - clip.topLeft(), points.at(index) - clip.topLeft());
+            }
+            masks.append(mask);
+        }
+        QImage image(scene.size, QImage::Format_RGB32);
+        const auto fill = [&] { image.fill(Qt::darkGray); };
+        const auto convert = [&] {
+            QImage other = image;
+            const QPixmap pixmap = QPixmap::fromImage(std::move(other));
+        };
+        const auto map = [&] {
+            for (int curve = 0; curve < 4; ++curve) {
+                scene.mapped(curve);
+            }
+        };
+        const auto blend = [&] {
+            for (int curve = 0; curve < 4; ++curve) {
+                masks.at(curve).visitRuns(RunBlender(&image, clip, curveColor(curve)));
+            }
+        };
+        const QMap<QString, double> ms = medianMs({{"fill", fill},
+                                                   {"convert", convert},
+                                                   {"map", map},
+                                                   {"blend", blend},
+                                                   {"grid", redrawOfProduct(empty).draw},
+                                                   {"markers", redrawOfProduct(single).draw},
+                                                   {"whole", redrawOfProduct(scene).draw}},
+                                                  effort);
+        const double markers = ms["markers"] - ms["grid"];
+        rows.append({CurveSamples::kinds().at(kind), inMs(ms["whole"]), inMs(ms["fill"]),
+                     inMs(ms["grid"] - ms["fill"] - ms["convert"]), inMs(ms["convert"]), inMs(ms["map"]),
+                     inMs(ms["whole"] - ms["markers"] - ms["map"] - ms["blend"]), inMs(ms["blend"]),
+                     inMs(qMax(0.0, markers))});
+    }
+    const QString text = QStringLiteral("One redraw of four curves of 10000 points as lines at 600 x 400, in ms. The "
+                                        "mask and the bounds are what the others leave.\n\n") +
+                         table(rows);
+    QTextStream(stdout) << "\n### Where the time goes\n\n" << text << flush;
+    return text;
+}

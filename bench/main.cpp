@@ -1,0 +1,94 @@
+#include "GuardedTest.h"
+#include "Reports.h"
+
+#include "host/AppSettings.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QTextStream>
+
+namespace
+{
+
+/// Leaves out what the log line says, what the offscreen platform cannot do, and the slots that a form alone lacks.
+void showMessages(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    Q_UNUSED(context)
+    const bool isExpected = type == QtDebugMsg || text.startsWith(QStringLiteral("This plugin does not support ")) ||
+                            text.startsWith(QStringLiteral("QObject::connect: "));
+    if (!isExpected) {
+        QTextStream(stderr) << text << '\n';
+    }
+}
+
+QString missing()
+{
+    QStringList names;
+#ifndef HAVE_QWT
+    names.append(QStringLiteral("Qwt"));
+#endif
+#ifndef HAVE_QCUSTOMPLOT
+    names.append(QStringLiteral("QCustomPlot"));
+#endif
+    return names.isEmpty() ? QString()
+                           : names.join(QStringLiteral(" and ")) + QStringLiteral(" missing: not compared.\n");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    prepareTestEnvironment();
+    QApplication application(argc, argv);
+    prepareTestApplication();
+    qInstallMessageHandler(showMessages);
+    const QTemporaryDir folder;
+    AppSettings::setStoreFile(folder.filePath(QStringLiteral("settings.ini")));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Measures the plot beside other plot widgets."));
+    parser.addHelpOption();
+    const QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Few rounds, four curves only."));
+    const QCommandLineOption only(QStringLiteral("only"),
+                                  QStringLiteral("Only \"comparison\", \"shares\", \"plugin\" or \"growth\"."),
+                                  QStringLiteral("chapter"));
+    const QCommandLineOption docs(QStringLiteral("docs"),
+                                  QStringLiteral("Writes performance.md and its picture there."),
+                                  QStringLiteral("folder"));
+    parser.addOptions({quick, only, docs});
+    parser.process(application);
+
+    Effort effort;
+    if (parser.isSet(quick)) {
+        effort = {3, 9, 150, 700};
+    }
+    const QString chapter = parser.value(only);
+    const auto isWanted = [&chapter](const QString &name) { return chapter.isEmpty() || chapter == name; };
+    const QString picture = parser.isSet(docs) ? parser.value(docs) + QStringLiteral("/performance.png") : QString();
+    QString text = QStringLiteral("# How fast the plot is drawn\n\nWritten by `bench/run --docs docs`; numbers of one "
+                                  "machine, to be read as ratios.\n");
+    text += missing();
+    QTextStream(stdout) << missing() << flush;
+    if (isWanted(QStringLiteral("shares"))) {
+        text += QStringLiteral("\n## Where the time goes\n\n") + Reports::shares(effort);
+    }
+    if (isWanted(QStringLiteral("growth"))) {
+        text += QStringLiteral("\n## As the work grows\n\n![One redraw, drawn by the plot itself](performance.png)\n") +
+                Reports::growth(effort, picture);
+    }
+    if (isWanted(QStringLiteral("plugin"))) {
+        text += QStringLiteral("\n## The plugin\n\n") + Reports::plugin(effort);
+    }
+    if (isWanted(QStringLiteral("comparison"))) {
+        text += QStringLiteral("\n## Beside other plots\n\n") + Reports::comparison(effort, !parser.isSet(quick));
+    }
+    if (parser.isSet(docs)) {
+        QFile file(parser.value(docs) + QStringLiteral("/performance.md"));
+        if (!file.open(QIODevice::WriteOnly)) {
+            QTextStream(stderr) << file.fileName() << ": " << file.errorString() << '\n';
+            return 1;
+        }
+        file.write(text.toUtf8());
+    }
+    return 0;
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QPointF>
+#include <QSize>
+#include <QtAlgorithms>
+
+#include <vector>
+
+/**
+ * Which pixels of a rectangle a round pen has covered, one bit each.
+ *
+ * A segment covers a capsule: the band of the pen's width along it and a half disc at either end. That is convex: every
+ * row of pixels cuts it in one interval, and to cover it is to set the bits of these intervals.
+ *
+ * All lengths and positions are in device pixels from the rectangle's upper left corner; the centre of the first pixel
+ * is (0.5, 0.5). A plain value.
+ */
+class CoverageMask
+{
+public:
+    /// Nothing is covered. \a size is not negative, \a radius (half the pen's width) above 0.
+    CoverageMask(const QSize &size, double radius);
+
+    /// The sides of the rectangle that a point is beyond by more than the radius, a bit for each. When two points are
+    /// beyond the same side, nothing between them covers a pixel.
+    unsigned sidesBeyond(const QPointF &point) const
+    {
+        return (point.x() < -m_radius ? 1U : 0U) | (point.x() > m_size.width() + m_radius ? 2U : 0U) |
+               (point.y() < -m_radius ? 4U : 0U) | (point.y() > m_size.height() + m_radius ? 8U : 0U);
+    }
+
+    /// Covers what lies within the radius of a segment; coordinates are within 1e300.
+    void addSegment(const QPointF &from, const QPointF &to);
+
+    /// Calls \a visit(row, firstColumn, columnCount) for every run of covered pixels; none crosses a multiple of 64.
+    template<typename Visitor> void visitRuns(Visitor visit) const;
+
+private:
+    using Word = quint64;
+    struct Capsule;
+    static constexpr int wordBits = 64;
+
+    bool cutToReach(QPointF *from, QPointF *to) const;
+    void addCapsule(const Capsule &capsule);
+    void addRowsNearEnds(const Capsule &capsule, int firstRow, int endRow);
+    void addRowsOfBand(const Capsule &capsule, int firstRow, int endRow);
+    Word *wordsOfRow(int row);
+    void addInterval(Word *row, int firstColumn, int endColumn);
+
+    QSize m_size;
+    double m_radius;
+    // Margins on all sides, in which the capsule of a segment within the pen's reach stays: nothing is left to check
+    // where bits are set.
+    int m_marginRows;
+    int m_marginColumns; // whole words
+    int m_wordsPerRow;
+    std::vector<Word> m_words;
+};
+
+template<typename Visitor> void CoverageMask::visitRuns(Visitor visit) const
+{
+    for (int row = 0; row < m_size.height(); ++row) {
+        const size_t firstWord = static_cast<size_t>(row + m_marginRows) * static_cast<size_t>(m_wordsPerRow);
+        const Word *const words = m_words.data() + firstWord + m_marginColumns / wordBits;
+        for (int column = 0; column < m_size.width(); column += wordBits) {
+            Word bits = words[column / wordBits];
+            if (bits == 0) {
+                continue;
+            }
+            const int visible = m_size.width() - column;
+            if (visible < wordBits) {
+                bits &= (Word(1) << visible) - 1;
+            }
+            while (bits != 0) {
+                const int first = static_cast<int>(qCountTrailingZeroBits(bits));
+                const Word gaps = ~(bits >> first);
+                const int count = gaps == 0 ? wordBits : static_cast<int>(qCountTrailingZeroBits(gaps));
+                visit(row, column + first, count);
+                const int end = first + count;
+                bits = end < wordBits ? bits & (~Word(0) << end) : 0;
+            }
+        }
+    }
+}

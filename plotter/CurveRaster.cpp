@@ -1,0 +1,91 @@
+#include "CurveRaster.h"
+
+#include "CoverageMask.h"
+#include "RunBlender.h"
+
+#include <QColor>
+#include <QImage>
+#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr double reachPixels = 1e300; // sums and differences of coordinates within it are numbers
+
+/// A pen in device pixels, with positions from the upper left corner of its clip rectangle.
+struct DevicePen
+{
+    explicit DevicePen(const RasterPen &pen)
+        : scale(pen.image->devicePixelRatioF())
+        , radius(pen.width / 2.0 * scale)
+        , clip(QTransform::fromScale(scale, scale).mapRect(pen.clip) & pen.image->rect())
+    {
+    }
+
+    QPointF map(const QPointF &point) const
+    {
+        return {point.x() * scale - clip.left(), point.y() * scale - clip.top()};
+    }
+
+    double scale;
+    double radius;
+    QRect clip;
+};
+
+bool isUsable(const QPointF &point)
+{
+    return std::abs(point.x()) <= reachPixels && std::abs(point.y()) <= reachPixels;
+}
+
+} // namespace
+
+void CurveRaster::drawPolyline(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color)
+{
+    const DevicePen devicePen(pen);
+    if (devicePen.clip.isEmpty()) {
+        return;
+    }
+    CoverageMask mask(devicePen.clip.size(), devicePen.radius);
+    QPointF previous(qQNaN(), qQNaN());
+    unsigned previousSides = 0;
+    for (const QPointF &point : points) {
+        const QPointF position = devicePen.map(point);
+        const unsigned sides = mask.sidesBeyond(position);
+        const bool isMove = position.x() != previous.x() || position.y() != previous.y();
+        if ((sides & previousSides) == 0 && isMove && isUsable(position) && isUsable(previous)) {
+            mask.addSegment(previous, position);
+        }
+        previous = position;
+        previousSides = sides;
+    }
+    mask.visitRuns(RunBlender(pen.image, devicePen.clip, color));
+}
+
+void CurveRaster::drawDots(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color)
+{
+    const DevicePen devicePen(pen);
+    const double radius = devicePen.radius;
+    const int columns = devicePen.clip.width();
+    const int rows = devicePen.clip.height();
+    const RunBlender blend(pen.image, devicePen.clip, color);
+    // The first row or column whose centre lies beyond an edge, not below 0.
+    const auto beyond = [](double edge) { return static_cast<int>(std::max(0.0, edge + 0.5)); };
+    for (const QPointF &point : points) {
+        const QPointF centre = devicePen.map(point);
+        const bool isInReach =
+            centre.x() > -radius && centre.x() < columns + radius && centre.y() > -radius && centre.y() < rows + radius;
+        if (!isInReach) { // nor is what is no number
+            continue;
+        }
+        const int endRow = std::min(rows, beyond(centre.y() + radius));
+        for (int row = beyond(centre.y() - radius); row < endRow; ++row) {
+            const double below = row + 0.5 - centre.y();
+            const double chord = std::sqrt(std::max(0.0, radius * radius - below * below));
+            const int first = beyond(centre.x() - chord);
+            blend(row, first, std::min(columns, beyond(centre.x() + chord)) - first);
+        }
+    }
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QColor>
+#include <QPointF>
+#include <QStringList>
+#include <QVector>
+
+class QPainter;
+class QPolygonF;
+
+/// Curves as modules yield them, and the plain way to draw them: what tests and measurements compare the plot with.
+namespace CurveSamples
+{
+
+/// The kinds of curves: five ordinary ones, then two that cross themselves everywhere.
+QStringList kinds();
+constexpr int ordinaryKindCount = 5;
+
+/// All curves lie within this from 0, in data units, and reach (nearly) as far.
+constexpr double extent = 10000.0;
+
+/// Whole numbers, the same at every call; \a variant (0 to 3) makes curves of a kind that differ but lie together.
+QVector<QPointF> curve(int kind, int pointCount, int variant = 0);
+
+/// One QPainter polyline, or one QPainter point for each dot, with a round pen.
+void drawPlain(QPainter *painter, const QPolygonF &points, double penWidth, const QColor &color, bool lines);
+
+} // namespace CurveSamples
