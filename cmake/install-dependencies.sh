@@ -5,7 +5,8 @@
 #   lint   that, and what format, lint and sanitizer runs need besides
 set -euo pipefail
 
-run_packages=(g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5 fonts-dejavu-core)
+run_packages=(g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5 qttranslations5-l10n
+              fonts-dejavu-core)
 check_packages=(xvfb python3)
 lint_packages=(clang clang-format clang-tidy clazy)
 

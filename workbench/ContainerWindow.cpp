@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QSizeGrip>
+#include <QTableView>
 #include <QVBoxLayout>
 
 ContainerWindow::ContainerWindow(ContainerInterface *container, QWidget *parent)
@@ -18,6 +19,7 @@ ContainerWindow::ContainerWindow(ContainerInterface *container, QWidget *parent)
     layout->addWidget(container); // a container expects to be the window's child when it is initialised
     container->init(this);
     applyProperties();
+    letTabLeaveTables();
     container->show(); // a container that has left a window before is hidden
 }
 
@@ -59,6 +61,15 @@ void ContainerWindow::applyProperties()
         // In a row of its own, for a container may draw into its last corner.
         layout()->addWidget(new QSizeGrip(this));
         layout()->setAlignment(layout()->itemAt(1)->widget(), Qt::AlignRight | Qt::AlignBottom);
+    }
+}
+
+void ContainerWindow::letTabLeaveTables()
+{
+    // The Tab key would go from cell to cell and round again: who has no mouse could never leave a container's table.
+    const QList<QTableView *> tables = findChildren<QTableView *>();
+    for (QTableView *const table : tables) {
+        table->setTabKeyNavigation(false);
     }
 }
 

@@ -37,6 +37,7 @@ protected:
 
 private:
     void applyProperties();
+    void letTabLeaveTables();
     void letGo();
 
     QPointer<ContainerInterface> m_container;

@@ -8,10 +8,10 @@
 namespace
 {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("FieldReader", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(FieldReader)
+};
 
 } // namespace
 
@@ -25,7 +25,7 @@ QString FieldReader::error() const
 void FieldReader::complain(const QString &place, const QString &name, const QString &expected)
 {
     if (m_error.isEmpty()) {
-        m_error = translated("%1: field \"%2\": expected %3").arg(m_fileName, placeOf(place, name), expected);
+        m_error = Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, placeOf(place, name), expected);
     }
 }
 
@@ -34,7 +34,7 @@ void FieldReader::allowOnly(const QJsonObject &object, const QString &place, con
     const QStringList present = object.keys();
     for (const QString &name : present) {
         if (!names.contains(name)) {
-            complain(place, name, translated("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
+            complain(place, name, Text::tr("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
             return;
         }
     }
@@ -44,7 +44,7 @@ QString FieldReader::text(const QJsonObject &object, const QString &place, const
 {
     const QJsonValue value = object.value(name);
     if (!value.isString() || value.toString().trimmed().isEmpty()) {
-        complain(place, name, translated("a text that is not empty"));
+        complain(place, name, Text::tr("a text that is not empty"));
     }
     return value.toString();
 }
@@ -54,7 +54,7 @@ QString FieldReader::text(const QJsonObject &object, const QString &place, const
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isString()) {
-        complain(place, name, translated("a text"));
+        complain(place, name, Text::tr("a text"));
     }
     return value.toString(defaultText);
 }
@@ -63,7 +63,7 @@ bool FieldReader::truth(const QJsonObject &object, const QString &place, const Q
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isBool()) {
-        complain(place, name, translated("true or false"));
+        complain(place, name, Text::tr("true or false"));
     }
     return value.toBool(defaultValue);
 }
@@ -72,7 +72,7 @@ double FieldReader::number(const QJsonObject &object, const QString &place, cons
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isDouble()) {
-        complain(place, name, translated("a number"));
+        complain(place, name, Text::tr("a number"));
     }
     return value.toDouble(defaultValue);
 }
@@ -86,7 +86,7 @@ qint64 FieldReader::whole(const QJsonObject &object, const QString &place, const
     }
     const double number = value.toDouble();
     if (!value.isDouble() || std::floor(number) < number || number < double(least) || number > double(greatest)) {
-        complain(place, name, translated("a whole number from %1 to %2").arg(least).arg(greatest));
+        complain(place, name, Text::tr("a whole number from %1 to %2").arg(least).arg(greatest));
         return defaultValue;
     }
     return qint64(number);
@@ -96,7 +96,7 @@ QJsonObject FieldReader::object(const QJsonObject &object, const QString &place,
 {
     const QJsonValue value = object.value(name);
     if (!value.isObject() && (isRequired || !value.isUndefined())) {
-        complain(place, name, translated("an object in braces"));
+        complain(place, name, Text::tr("an object in braces"));
     }
     return value.toObject();
 }
@@ -106,13 +106,13 @@ QList<QJsonObject> FieldReader::objects(const QJsonObject &object, const QString
 {
     const QJsonValue value = object.value(name);
     if (!value.isArray() && (isRequired || !value.isUndefined())) {
-        complain(place, name, translated("a list of objects in brackets"));
+        complain(place, name, Text::tr("a list of objects in brackets"));
     }
     QList<QJsonObject> list;
     const QJsonArray elements = value.toArray();
     for (const QJsonValue &element : elements) {
         if (!element.isObject()) {
-            complain(QString(), placeOf(place, name, list.size()), translated("an object in braces"));
+            complain(QString(), placeOf(place, name, list.size()), Text::tr("an object in braces"));
         }
         list.append(element.toObject());
     }

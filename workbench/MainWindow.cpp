@@ -1,22 +1,31 @@
 #include "MainWindow.h"
 
 #include "ContainerWindow.h"
+#include "ExchangePanel.h"
 #include "HintBar.h"
+#include "MessagePanel.h"
 #include "ModulePanel.h"
+#include "RecordingPanel.h"
+#include "Recordings.h"
 #include "Workbench.h"
+#include "WorkspaceWindow.h"
 
 #include "host/ContainerInterface.h"
 #include "host/DynamicProperty.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QChildEvent>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QLabel>
+#include <QLocale>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -27,12 +36,20 @@ constexpr int startWidth = 1200;
 constexpr int startHeight = 800;
 constexpr int leastWidth = 640;
 constexpr int leastHeight = 420;
+constexpr int bottomHeight = 130;      // widget pixels
+constexpr int leastScreenHeight = 640; // screen pixels
+constexpr int leastStateWidth = 200;   // widget pixels
+constexpr int statusMargin = 6;        // widget pixels
+constexpr int messageTimeMs = 8000;
 constexpr int mostShortcuts = 9; // Alt+1 to Alt+9
 
 } // namespace
 
 MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
-    : QMainWindow(parent), m_workbench(workbench), m_workspace(new QMdiArea)
+    : QMainWindow(parent)
+    , m_workbench(workbench)
+    , m_workspace(new QMdiArea)
+    , m_recordings(new Recordings(&workbench->messages(), this))
 {
     setWindowTitle(tr("Container Workbench"));
     setMinimumSize(leastWidth, leastHeight);
@@ -49,11 +66,8 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     setCentralWidget(centre);
 
     makeMenus();
-    makeModuleDock();
-    m_moduleCount = new QLabel;
-    statusBar()->addPermanentWidget(m_moduleCount);
-    connect(&m_workbench->modules(), &ModuleRack::changed, this, &MainWindow::showModuleCount);
-    showModuleCount();
+    makeDocks();
+    makeStatusBar();
 }
 
 MainWindow::~MainWindow()
@@ -81,12 +95,16 @@ void MainWindow::openContainer(ContainerInterface *container)
     auto *const window = new ContainerWindow(container);
     window->setWindowTitle(titleOf(container));
     m_windows.insert(container, window);
+    m_recordings->windowOpened(container, titleOf(container));
     if (!window->isForWorkspace()) {
         window->setParent(this, window->windowFlags());
         window->show();
         return;
     }
-    QMdiSubWindow *const subWindow = m_workspace->addSubWindow(window);
+    auto *const subWindow = new WorkspaceWindow;
+    subWindow->setWidget(window);
+    subWindow->setAttribute(Qt::WA_DeleteOnClose);
+    m_workspace->addSubWindow(subWindow);
     subWindow->setWindowIcon(window->windowIcon());
     connect(window, &ContainerWindow::finished, subWindow, &QMdiSubWindow::close);
     subWindow->showMaximized();
@@ -118,10 +136,24 @@ void MainWindow::showHint()
     }
 }
 
+Recordings *MainWindow::recordings() const
+{
+    return m_recordings;
+}
+
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     closeContainers();
     event->accept();
+}
+
+void MainWindow::childEvent(QChildEvent *event)
+{
+    // The bars that switch between panels in one place come and go as panels are moved.
+    if (event->type() == QEvent::ChildPolished && qobject_cast<QTabBar *>(event->child()) != nullptr) {
+        qobject_cast<QTabBar *>(event->child())->setAccessibleName(tr("Panels"));
+    }
+    QMainWindow::childEvent(event);
 }
 
 void MainWindow::makeMenus()
@@ -153,16 +185,74 @@ void MainWindow::makeMenus()
     m_containerMenu->addSeparator();
 }
 
-void MainWindow::makeModuleDock()
+void MainWindow::makeDocks()
 {
-    auto *const dock = new QDockWidget(tr("Simulated Modules"));
-    dock->setObjectName(QStringLiteral("moduleDock"));
-    dock->setWidget(new ModulePanel(&m_workbench->modules()));
-    addDockWidget(Qt::RightDockWidgetArea, dock);
-    resizeDocks({dock}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
+    QDockWidget *const modules = addDock(Qt::RightDockWidgetArea, tr("Simulated Modules"), "moduleDock",
+                                         new ModulePanel(&m_workbench->modules()), "Ctrl+M");
+    resizeDocks({modules}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
+
+    m_exchanges = new ExchangePanel(&m_workbench->modules());
+    QDockWidget *const messages = addDock(Qt::BottomDockWidgetArea, tr("Messages"), "messageDock",
+                                          new MessagePanel(&m_workbench->messages()), "Ctrl+G");
+    m_recordingDock =
+        addDock(Qt::BottomDockWidgetArea, tr("Recording"), "recordingDock", new RecordingPanel(m_recordings), "Ctrl+R");
+    QDockWidget *const exchanges =
+        addDock(Qt::BottomDockWidgetArea, tr("Exchanges"), "exchangeDock", m_exchanges, "Ctrl+E");
+    tabifyDockWidget(messages, m_recordingDock);
+    tabifyDockWidget(m_recordingDock, exchanges);
+    messages->raise();
+    resizeDocks({messages}, {bottomHeight}, Qt::Vertical);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    if (screen != nullptr && screen->availableGeometry().height() < leastScreenHeight) {
+        for (QDockWidget *const dock : {messages, m_recordingDock, exchanges}) {
+            dock->hide(); // the status bar says what matters; the height is for the plots
+        }
+    }
+}
+
+QDockWidget *MainWindow::addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
+                                 const char *shortcut)
+{
+    auto *const dock = new QDockWidget(title);
+    dock->setObjectName(QLatin1String(name));
+    dock->setWidget(panel);
+    addDockWidget(area, dock);
     QAction *const toggleAction = dock->toggleViewAction();
-    toggleAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
+    toggleAction->setShortcut(QKeySequence(QLatin1String(shortcut)));
     m_viewMenu->addAction(toggleAction);
+    return dock;
+}
+
+void MainWindow::makeStatusBar()
+{
+    m_recordingState = new QLabel;
+    m_exchangeRate = new QLabel;
+    m_moduleCount = new QLabel;
+    for (QLabel *const label : {m_recordingState, m_exchangeRate, m_moduleCount}) {
+        label->setContentsMargins(statusMargin, 0, statusMargin, 0);
+        statusBar()->addPermanentWidget(label);
+    }
+
+    connect(m_recordings, &Recordings::changed, this, &MainWindow::showRecordings);
+    connect(m_recordings, &Recordings::failed, this, [this] {
+        m_recordingDock->show();
+        m_recordingDock->raise();
+    });
+    connect(m_exchanges, &ExchangePanel::refreshed, this, [this] {
+        m_exchangeRate->setText(tr("%1 exchanges/s").arg(QLocale().toString(m_exchanges->perSecond(), 'f', 0)));
+    });
+    connect(&m_workbench->modules(), &ModuleRack::changed, this, &MainWindow::showModuleCount);
+    // What a container tells by the logger only, such as where its screenshot went, is shown for a while.
+    connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
+        for (const LogMessage &message : messages) {
+            if (message.type != QtDebugMsg) {
+                statusBar()->showMessage(message.text.simplified(), messageTimeMs);
+            }
+        }
+    });
+    showRecordings();
+    showModuleCount();
 }
 
 void MainWindow::offerContainer(ContainerInterface *container)
@@ -221,4 +311,15 @@ void MainWindow::showModuleCount()
         pluggedIn += modules.isPluggedIn(index) ? 1 : 0;
     }
     m_moduleCount->setText(tr("%1 of %2 modules plugged in").arg(pluggedIn).arg(modules.count()));
+}
+
+void MainWindow::showRecordings()
+{
+    const QString summary = m_recordings->summary();
+    const int widthPixels = qMax(leastStateWidth, width() / 2);
+    m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
+    m_recordingState->setToolTip(summary);
+    QFont font = statusBar()->font();
+    font.setBold(m_recordings->hasProblem());
+    m_recordingState->setFont(font);
 }

@@ -6,13 +6,17 @@
 
 class ContainerInterface;
 class ContainerWindow;
+class ExchangePanel;
+class QDockWidget;
 class QLabel;
 class QMdiArea;
 class QToolBar;
+class Recordings;
 class Workbench;
 
 /**
- * The workbench's main window: a workspace for container windows, the tool bar that opens them, and the modules.
+ * The workbench's main window: a workspace for container windows, the tool bar that opens them, and panels around it
+ * for the modules, the messages of the logger, the recordings and the exchanges.
  *
  * Closes all container windows when it closes or dies, so that the containers leave them alive. The workbench is not
  * owned and has to outlive the window. GUI thread.
@@ -40,24 +44,37 @@ public:
     /// Shows the hint for newcomers above the workspace, unless it was closed once.
     void showHint();
 
+    /// What is known of the recordings of the containers that were opened. Owned by the window.
+    Recordings *recordings() const;
+
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void childEvent(QChildEvent *event) override;
 
 private:
     void makeMenus();
-    void makeModuleDock();
+    void makeDocks();
+    QDockWidget *addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
+                         const char *shortcut);
+    void makeStatusBar();
     void offerContainer(ContainerInterface *container);
     /// The container's own title, numbered from the second container on.
     QString titleOf(ContainerInterface *container) const;
     void bringToFront(ContainerInterface *container, ContainerWindow *window);
     void closeContainers();
     void showModuleCount();
+    void showRecordings();
 
     Workbench *const m_workbench; // not owned
     QMdiArea *const m_workspace;
     QToolBar *m_toolBar = nullptr;
     QMenu *m_containerMenu = nullptr;
     QMenu *m_viewMenu = nullptr;
+    Recordings *const m_recordings;
+    QDockWidget *m_recordingDock = nullptr;
+    ExchangePanel *m_exchanges = nullptr;
+    QLabel *m_recordingState = nullptr;
+    QLabel *m_exchangeRate = nullptr;
     QLabel *m_moduleCount = nullptr;
     QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
 };

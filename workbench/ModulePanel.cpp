@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace
@@ -24,15 +25,16 @@ ModulePanel::ModulePanel(ModuleRack *rack, QWidget *parent) : QWidget(parent), m
     m_layout = new QVBoxLayout(list);
     m_layout->setContentsMargins(marginWidth, marginWidth, marginWidth, marginWidth);
     m_layout->addStretch(1);
-    auto *const scrollArea = new QScrollArea;
-    scrollArea->setWidgetResizable(true);
-    scrollArea->setFrameShape(QFrame::NoFrame);
-    scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scrollArea->setWidget(list);
-    scrollArea->setMinimumWidth(leastWidth);
+    m_scrollArea = new QScrollArea;
+    m_scrollArea->setWidgetResizable(true);
+    m_scrollArea->setFrameShape(QFrame::NoFrame);
+    m_scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scrollArea->setAccessibleName(tr("Simulated modules"));
+    m_scrollArea->setWidget(list);
+    m_scrollArea->setMinimumWidth(leastWidth);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(scrollArea);
+    layout->addWidget(m_scrollArea);
     for (int index = 0; index < m_rack->count(); ++index) {
         addRow(index);
     }
@@ -69,6 +71,9 @@ void ModulePanel::addRow(int index)
     m_layout->insertWidget(index, group); // before the stretch
     m_rows.append(row);
     refresh(index);
+    // As wide as the boxes need in the language of the program; there is no scrolling sideways.
+    const int scrollBarWidth = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    m_scrollArea->setMinimumWidth(qMax(leastWidth, m_layout->minimumSize().width() + scrollBarWidth));
 }
 
 void ModulePanel::refresh(int index)

@@ -5,6 +5,7 @@
 
 class ModuleRack;
 class QCheckBox;
+class QScrollArea;
 class QVBoxLayout;
 
 /**
@@ -32,6 +33,7 @@ private:
     void refresh(int index);
 
     ModuleRack *const m_rack; // not owned
+    QScrollArea *m_scrollArea = nullptr;
     QVBoxLayout *m_layout = nullptr;
     QList<Row> m_rows;
 };

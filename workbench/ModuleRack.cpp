@@ -2,7 +2,6 @@
 
 #include "SimulatedModule.h"
 
-#include "host/CommandHandlerInterface.h"
 #include "host/PluginHandler.h"
 
 #include <memory>
@@ -96,14 +95,21 @@ void ModuleRack::setSilent(int index, bool silent)
     emit changed(index);
 }
 
+std::optional<CommandHandlerInterface::Statistics> ModuleRack::statistics(int index) const
+{
+    const QPointer<SimulatedModule> &module = m_places.at(index).module;
+    if (module.isNull()) {
+        return std::nullopt;
+    }
+    return module->commandHandlerInterface()->statistics();
+}
+
 quint64 ModuleRack::answeredRequests() const
 {
     quint64 answered = 0;
-    for (const Place &place : m_places) {
-        if (!place.module.isNull()) {
-            const auto &statistics = place.module->commandHandlerInterface()->statistics();
-            answered += statistics.requests - statistics.unanswered;
-        }
+    for (int index = 0; index < count(); ++index) {
+        const auto counted = statistics(index);
+        answered += counted ? counted->requests - counted->unanswered : 0;
     }
     return answered;
 }

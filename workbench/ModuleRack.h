@@ -3,9 +3,13 @@
 #include "Scene.h"
 #include "SimulationClock.h"
 
+#include "host/CommandHandlerInterface.h"
+
 #include <QList>
 #include <QObject>
 #include <QPointer>
+
+#include <optional>
 
 class PluginHandler;
 class SimulatedModule;
@@ -44,6 +48,8 @@ public:
     void setMoving(int index, bool moving);
     void setSilent(int index, bool silent);
 
+    /// What the channel of the module at place \a index has done; none while the module is taken out.
+    std::optional<CommandHandlerInterface::Statistics> statistics(int index) const;
     /// Requests that got an answer since the start, of the modules that are plugged in.
     quint64 answeredRequests() const;
     qint64 simulatedMs() const;

@@ -1,5 +1,7 @@
 #include "Options.h"
 
+#include "Language.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -12,29 +14,38 @@ namespace
 constexpr double longestRunSeconds = 86400.0;
 constexpr int largestSidePixels = 8192;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Options", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Options)
+};
 
 QList<QCommandLineOption> allOptions()
 {
-    const auto option = [](const char *name, const char *description, const char *value) {
-        return QCommandLineOption(QString::fromLatin1(name), translated(description),
+    const auto option = [](const char *name, const QString &description, const char *value) {
+        return QCommandLineOption(QString::fromLatin1(name), description,
                                   value == nullptr ? QString() : QString::fromLatin1(value));
     };
     return {
-        option("scene", "Set up a scene: a name from --list-scenes, or a scene file.", "NAME|FILE"),
-        option("seconds", "Run the scene (default: circle) that long, save a picture and end; default 5.", "N"),
-        option("picture", "Where to save that picture, a PNG; default ./xy-plot.png.", "FILE"),
-        option("size", "Size of the plot window in pixels; pictures have 1000x600 unless this is given.", "WxH"),
-        option("seed", "Seed of all simulated noise, in place of the scene's own.", "N"),
-        option("plugin", "The container plugin to load; default ../plugins/container_xy_plot.so beside the program.",
+        option("scene", Text::tr("Set up a scene: a name from --list-scenes, or a scene file."), "NAME|FILE"),
+        option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
+               "N"),
+        option("picture", Text::tr("Where to save that picture, a PNG; default ./xy-plot.png."), "FILE"),
+        option("log",
+               Text::tr("Record the run to a CSV file, by the window's own box and dialog; an existing file is "
+                        "overwritten. A picture is then saved only with --picture."),
                "FILE"),
-        option("palette", "Colours of the windows: light, dark or system (the default).", "NAME"),
-        option("settings", "The settings file; scenes use one that is thrown away unless this is given.", "FILE"),
-        option("list-scenes", "List the shipped scenes and end.", nullptr),
-        option("help", "Show this text and end.", nullptr),
+        option("size", Text::tr("Size of the plot window in pixels; pictures have 1000x600 unless this is given."),
+               "WxH"),
+        option("seed", Text::tr("Seed of all simulated noise, in place of the scene's own."), "N"),
+        option("plugin",
+               Text::tr("The container plugin to load; default ../plugins/container_xy_plot.so beside the program."),
+               "FILE"),
+        option("palette", Text::tr("Colours of the windows: light, dark or system (the default)."), "NAME"),
+        option("language", Text::tr("Language of the workbench: de or en; the system's own by default."), "CODE"),
+        option("settings", Text::tr("The settings file; scenes use one that is thrown away unless this is given."),
+               "FILE"),
+        option("list-scenes", Text::tr("List the shipped scenes and end."), nullptr),
+        option("help", Text::tr("Show this text and end."), nullptr),
     };
 }
 
@@ -47,7 +58,7 @@ QString textOf(const QCommandLineParser &parser, const char *name, QString &erro
     }
     QString text = parser.value(option);
     if (text.trimmed().isEmpty() && error.isEmpty()) {
-        error = translated("--%1: expected a value, found none").arg(option);
+        error = Text::tr("--%1: expected a value, found none").arg(option);
     }
     return text;
 }
@@ -57,7 +68,7 @@ void readSeconds(const QString &text, Options &options, QString &error)
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(seconds) || seconds <= 0.0 || seconds > longestRunSeconds) {
-        error = translated("--seconds: expected a number above 0 and up to %1, found \"%2\"")
+        error = Text::tr("--seconds: expected a number above 0 and up to %1, found \"%2\"")
                     .arg(longestRunSeconds)
                     .arg(text);
         return;
@@ -71,7 +82,7 @@ void readSize(const QString &text, Options &options, QString &error)
     const QRegularExpressionMatch match = pattern.match(text);
     const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
     if (!match.hasMatch() || size.isEmpty() || qMax(size.width(), size.height()) > largestSidePixels) {
-        error = translated("--size: expected WIDTHxHEIGHT with sides of 1 to %1, for example 1000x600, found \"%2\"")
+        error = Text::tr("--size: expected WIDTHxHEIGHT with sides of 1 to %1, for example 1000x600, found \"%2\"")
                     .arg(largestSidePixels)
                     .arg(text);
         return;
@@ -84,7 +95,7 @@ void readSeed(const QString &text, Options &options, QString &error)
     bool isNumber = false;
     const quint32 seed = text.toUInt(&isNumber);
     if (!isNumber) {
-        error = translated("--seed: expected a whole number from 0 to 4294967295, found \"%1\"").arg(text);
+        error = Text::tr("--seed: expected a whole number from 0 to 4294967295, found \"%1\"").arg(text);
         return;
     }
     options.seed = seed;
@@ -94,10 +105,19 @@ void readPalette(const QString &text, Options &options, QString &error)
 {
     const std::optional<PaletteChoice> choice = paletteChoice(text);
     if (!choice) {
-        error = translated("--palette: expected light, dark or system, found \"%1\"").arg(text);
+        error = Text::tr("--palette: expected light, dark or system, found \"%1\"").arg(text);
         return;
     }
     options.palette = *choice;
+}
+
+void readLanguage(const QString &text, Options &options, QString &error)
+{
+    if (!Language::codes().contains(text)) {
+        error = Text::tr("--language: expected %1, found \"%2\"").arg(Language::codes().join(Text::tr(" or ")), text);
+        return;
+    }
+    options.language = text;
 }
 
 } // namespace
@@ -112,7 +132,7 @@ OptionsResult parseOptions(const QStringList &arguments)
         return result;
     }
     if (!parser.positionalArguments().isEmpty()) {
-        result.error = translated("Unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
+        result.error = Text::tr("Unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
         return result;
     }
     Options &options = result.options;
@@ -122,10 +142,15 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.picture = textOf(parser, "picture", result.error);
     options.plugin = textOf(parser, "plugin", result.error);
     options.settings = textOf(parser, "settings", result.error);
+    options.log = textOf(parser, "log", result.error);
 
     using Reader = void (*)(const QString &, Options &, QString &);
-    const QList<QPair<const char *, Reader>> readers = {
-        {"seconds", readSeconds}, {"size", readSize}, {"seed", readSeed}, {"palette", readPalette}};
+    // The language first: what is wrong with the others is told in it.
+    const QList<QPair<const char *, Reader>> readers = {{"language", readLanguage},
+                                                        {"seconds", readSeconds},
+                                                        {"size", readSize},
+                                                        {"seed", readSeed},
+                                                        {"palette", readPalette}};
     for (const auto &[name, read] : readers) {
         const QString text = textOf(parser, name, result.error);
         if (parser.isSet(QString::fromLatin1(name)) && result.error.isEmpty()) {
@@ -137,10 +162,10 @@ OptionsResult parseOptions(const QStringList &arguments)
 
 QString optionsHelp()
 {
-    QString text = translated("Usage: xy-plot-workbench [options]\n\n"
-                              "A stand-in host for container plugins, with simulated motor-controller modules.\n"
-                              "Without a display it runs a scene off screen, saves a picture of the plot and ends.\n\n"
-                              "Options:\n");
+    QString text = Text::tr("Usage: xy-plot-workbench [options]\n\n"
+                            "A stand-in host for container plugins, with simulated motor-controller modules.\n"
+                            "Without a display it runs a scene off screen, saves a picture of the plot and ends.\n\n"
+                            "Options:\n");
     constexpr int columnWidth = 22;
     const QList<QCommandLineOption> options = allOptions();
     for (const QCommandLineOption &option : options) {

@@ -19,6 +19,8 @@ struct Options
     std::optional<quint32> seed;
     PaletteChoice palette = PaletteChoice::System;
     QString settings; ///< path of the settings file
+    QString log;      ///< path of the CSV file
+    QString language; ///< one of Language::codes()
     bool wantsHelp = false;
     bool wantsSceneList = false;
 };

@@ -1,12 +1,24 @@
 #include "Palettes.h"
 
+#include "WorkbenchStyle.h"
+
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
-#include <QStyleFactory>
 
 namespace
 {
+
+QPalette lightPalette()
+{
+    QPalette palette = QApplication::style()->standardPalette();
+    // Plots draw labels in Light and curve colours upon Shadow, with a grid of lightened Dark: on the style's own
+    // middle grey neither can be read. Light stays off white, for a curve's number is drawn in it on windows too.
+    palette.setColor(QPalette::Shadow, QColor(36, 40, 44));
+    palette.setColor(QPalette::Dark, QColor(58, 62, 66));
+    palette.setColor(QPalette::Light, QColor(186, 190, 196));
+    return palette;
+}
 
 QPalette darkPalette()
 {
@@ -58,9 +70,9 @@ std::optional<PaletteChoice> paletteChoice(const QString &name)
 
 void applyPalette(PaletteChoice choice)
 {
-    if (choice == PaletteChoice::System) {
-        return;
+    if (choice != PaletteChoice::System) {
+        QApplication::setStyle(new WorkbenchStyle);
+        QApplication::setPalette(choice == PaletteChoice::Dark ? darkPalette() : lightPalette());
     }
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(choice == PaletteChoice::Dark ? darkPalette() : QApplication::style()->standardPalette());
+    qApp->setStyleSheet(workbenchStyleSheet());
 }

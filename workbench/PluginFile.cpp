@@ -10,10 +10,10 @@
 namespace
 {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("PluginFile", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(PluginFile)
+};
 
 } // namespace
 
@@ -26,7 +26,7 @@ QString PluginFile::load(const QString &path)
 {
     const QString shownPath = QFileInfo(path).filePath();
     if (!QFileInfo::exists(path)) {
-        return translated("%1: there is no such plugin file").arg(shownPath);
+        return Text::tr("%1: there is no such plugin file").arg(shownPath);
     }
     m_loader.setFileName(QFileInfo(path).absoluteFilePath());
     // Missing symbols have to show at loading, not in the middle of a session; and unloading has to be real.
@@ -44,18 +44,18 @@ QString PluginFile::checkMetaData() const
     const QJsonObject metaData = m_loader.metaData();
     const QString iid = metaData.value(QStringLiteral("IID")).toString();
     if (iid.isEmpty()) {
-        return translated("this file is no plugin");
+        return Text::tr("this file is no plugin");
     }
     if (iid != QLatin1String(ContainerInterface_iid)) {
-        return translated("this plugin is made for the interface \"%1\", not for \"%2\"")
+        return Text::tr("this plugin is made for the interface \"%1\", not for \"%2\"")
             .arg(iid, QLatin1String(ContainerInterface_iid));
     }
     if (metaData.value(QStringLiteral("className")).toString().isEmpty()) {
-        return translated("this plugin does not name its class");
+        return Text::tr("this plugin does not name its class");
     }
     const QString name = metaData.value(QStringLiteral("MetaData")).toObject().value(QStringLiteral("name")).toString();
     if (name != QLatin1String("Container")) {
-        return translated("this plugin calls itself \"%1\", not \"Container\"").arg(name);
+        return Text::tr("this plugin calls itself \"%1\", not \"Container\"").arg(name);
     }
     return {};
 }
@@ -63,18 +63,18 @@ QString PluginFile::checkMetaData() const
 QString PluginFile::loadRoot()
 {
     if (!m_loader.load()) {
-        return translated("this plugin cannot be loaded: %1").arg(m_loader.errorString());
+        return Text::tr("this plugin cannot be loaded: %1").arg(m_loader.errorString());
     }
     QObject *const instance = m_loader.instance();
     const QString className = m_loader.metaData().value(QStringLiteral("className")).toString();
     m_root = qobject_cast<ContainerInterface *>(instance);
     if (m_root == nullptr) {
         m_loader.unload();
-        return translated("this plugin's object \"%1\" is no container").arg(className);
+        return Text::tr("this plugin's object \"%1\" is no container").arg(className);
     }
     if (!m_root->inherits(className.toLatin1().constData())) {
         unload();
-        return translated("this plugin's object is no \"%1\", as which it is announced").arg(className);
+        return Text::tr("this plugin's object is no \"%1\", as which it is announced").arg(className);
     }
     return {};
 }

@@ -49,6 +49,9 @@ struct Scene
     bool isSquare = false;    ///< the plot is as wide as it is high
     bool showsAll = false;    ///< curves that are not recorded are shown too
 
+    /// The title in the language of the program, if it is that of a shipped scene.
+    QString shownTitle() const;
+
     /// Exchanges with modules that one sampling tick takes.
     int exchangesPerTick() const;
 

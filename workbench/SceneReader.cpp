@@ -21,10 +21,10 @@ namespace
 
 constexpr int greatestAxis = 15;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("SceneReader", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(SceneReader)
+};
 
 QString quotedList(const QStringList &names)
 {
@@ -41,7 +41,7 @@ MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QSt
     MotionProgram motion;
     const QString kind = reader.text(axis, place, QStringLiteral("motion"));
     if (!kinds.contains(kind)) {
-        reader.complain(place, QStringLiteral("motion"), translated("one of %1").arg(quotedList(kinds.keys())));
+        reader.complain(place, QStringLiteral("motion"), Text::tr("one of %1").arg(quotedList(kinds.keys())));
     }
     motion.kind = kinds.value(kind);
     motion.amplitude = reader.number(axis, place, QStringLiteral("amplitude"), motion.amplitude);
@@ -49,10 +49,10 @@ MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QSt
     motion.phaseDegrees = reader.number(axis, place, QStringLiteral("phaseDegrees"), motion.phaseDegrees);
     motion.offset = reader.number(axis, place, QStringLiteral("offset"), motion.offset);
     if (motion.amplitude < 0.0) {
-        reader.complain(place, QStringLiteral("amplitude"), translated("a number of microsteps, 0 or more"));
+        reader.complain(place, QStringLiteral("amplitude"), Text::tr("a number of microsteps, 0 or more"));
     }
     if (motion.periodSeconds <= 0.0) {
-        reader.complain(place, QStringLiteral("periodSeconds"), translated("a number of seconds above 0"));
+        reader.complain(place, QStringLiteral("periodSeconds"), Text::tr("a number of seconds above 0"));
     }
     return motion;
 }
@@ -64,7 +64,7 @@ SceneModule readModule(FieldReader &reader, const QJsonObject &object, const QSt
     module.kind = reader.text(object, place, QStringLiteral("kind"));
     module.key = reader.text(object, place, QStringLiteral("key"));
     if (!simulatedModuleKinds().contains(module.kind)) {
-        reader.complain(place, QStringLiteral("kind"), translated("one of %1").arg(quotedList(simulatedModuleKinds())));
+        reader.complain(place, QStringLiteral("kind"), Text::tr("one of %1").arg(quotedList(simulatedModuleKinds())));
     }
     const QList<QJsonObject> axes = reader.objects(object, place, QStringLiteral("axes"), false);
     for (int i = 0; i < axes.size(); ++i) {
@@ -74,7 +74,7 @@ SceneModule readModule(FieldReader &reader, const QJsonObject &object, const QSt
                           QStringLiteral("periodSeconds"), QStringLiteral("phaseDegrees"), QStringLiteral("offset")});
         const int axis = int(reader.whole(axes.at(i), axisPlace, QStringLiteral("axis"), 0, greatestAxis, i));
         if (module.motions.contains(axis)) {
-            reader.complain(axisPlace, QStringLiteral("axis"), translated("an axis that has no motion yet"));
+            reader.complain(axisPlace, QStringLiteral("axis"), Text::tr("an axis that has no motion yet"));
         }
         module.motions.insert(axis, readMotion(reader, axes.at(i), axisPlace));
     }
@@ -97,7 +97,7 @@ SceneSource readSource(FieldReader &reader, const QJsonObject &object, const QSt
     }
     if (!keys.contains(source.module)) {
         reader.complain(place, QStringLiteral("module"),
-                        translated("the key of one of the scene's modules: %1").arg(quotedList(keys)));
+                        Text::tr("the key of one of the scene's modules: %1").arg(quotedList(keys)));
     }
     return source;
 }
@@ -110,7 +110,7 @@ void readModules(FieldReader &reader, const QJsonObject &root, Scene &scene)
         const QString place = FieldReader::placeOf(QString(), QStringLiteral("modules"), i);
         scene.modules.append(readModule(reader, modules.at(i), place));
         if (keys.contains(scene.modules.constLast().key)) {
-            reader.complain(place, QStringLiteral("key"), translated("a key that no other module has"));
+            reader.complain(place, QStringLiteral("key"), Text::tr("a key that no other module has"));
         }
         keys.append(scene.modules.constLast().key);
     }
@@ -121,13 +121,13 @@ void readCurves(FieldReader &reader, const QJsonObject &root, Scene &scene)
     const QString name = QStringLiteral("curves");
     const QList<QJsonObject> curves = reader.objects(root, QString(), name, true);
     if (curves.size() > Scene::mostCurves) {
-        reader.complain(QString(), name, translated("at most %1 curves").arg(Scene::mostCurves));
+        reader.complain(QString(), name, Text::tr("at most %1 curves").arg(Scene::mostCurves));
     }
     const auto requireSameModule = [&](const QString &place, const QString &module, const QString &first) {
         if (module != first) {
             reader.complain(
                 place, QStringLiteral("module"),
-                translated("\"%1\" as for the first curve, because all curves share one module per side").arg(first));
+                Text::tr("\"%1\" as for the first curve, because all curves share one module per side").arg(first));
         }
     };
     for (int i = 0; i < curves.size(); ++i) {
@@ -158,7 +158,7 @@ void readOptions(FieldReader &reader, const QJsonObject &root, Scene &scene)
 QString syntaxError(const QByteArray &json, const QJsonParseError &error, const QString &fileName)
 {
     const int line = 1 + json.left(error.offset).count('\n');
-    return translated("%1:%2: expected JSON: %3").arg(fileName).arg(line).arg(error.errorString());
+    return Text::tr("%1:%2: expected JSON: %3").arg(fileName).arg(line).arg(error.errorString());
 }
 
 } // namespace
@@ -173,7 +173,7 @@ SceneResult readScene(const QByteArray &json, const QString &fileName)
         return result;
     }
     if (!document.isObject()) {
-        result.error = translated("%1: expected an object in braces").arg(fileName);
+        result.error = Text::tr("%1: expected an object in braces").arg(fileName);
         return result;
     }
     const QJsonObject root = document.object();
@@ -197,7 +197,7 @@ SceneResult readSceneFile(const QString &path)
     initSceneResources();
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        return {{}, translated("%1: cannot read the scene file: %2").arg(path, file.errorString())};
+        return {{}, Text::tr("%1: cannot read the scene file: %2").arg(path, file.errorString())};
     }
     return readScene(file.readAll(), path);
 }

@@ -1,11 +1,13 @@
 #include "SceneRunner.h"
 
+#include "MouseClick.h"
+
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QEvent>
-#include <QMouseEvent>
 #include <QRadioButton>
 #include <QStackedWidget>
 #include <QStyle>
@@ -18,27 +20,15 @@ namespace
 constexpr int checkColumn = 1;
 constexpr int nameColumn = 2;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("SceneRunner", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(SceneRunner)
+};
 
 /// Gives new and newly shown widgets their places; handles no other event.
 void settleLayouts()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-}
-
-/// Presses and releases the left button at \a position of the table's viewport.
-void clickAt(const QTableView *table, const QPoint &position)
-{
-    QWidget *const viewport = table->viewport();
-    const QPointF local(position);
-    const QPointF global(viewport->mapToGlobal(position));
-    QMouseEvent press(QEvent::MouseButtonPress, local, local, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(viewport, &press);
-    QMouseEvent release(QEvent::MouseButtonRelease, local, local, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(viewport, &release);
 }
 
 /// The row whose last column bears \a name, blanks around it left aside; -1 when there is none.
@@ -122,7 +112,7 @@ void SceneRunner::chooseCurve(int curve)
     }
     const QList<QRadioButton *> buttons = frame->findChildren<QRadioButton *>();
     if (curve >= buttons.size()) {
-        fail(translated("the plot window has %1 curves, the scene needs more").arg(buttons.size()));
+        fail(Text::tr("the plot window has %1 curves, the scene needs more").arg(buttons.size()));
         return;
     }
     buttons.at(curve)->click();
@@ -141,7 +131,7 @@ void SceneRunner::chooseSource(int curve, const QString &side, const SceneSource
     }
     const int entry = entryOf(modules, source.module);
     if (entry < 0) {
-        fail(translated("the module \"%1\" is not offered, only: %2").arg(source.module, entriesOf(modules)));
+        fail(Text::tr("the module \"%1\" is not offered, only: %2").arg(source.module, entriesOf(modules)));
         return;
     }
     modules->setCurrentIndex(entry);
@@ -160,7 +150,7 @@ void SceneRunner::chooseMotor(QWidget *page, const QString &suffix, const SceneS
     }
     const int entry = motors->isHidden() ? -1 : entryOf(motors, source.motor);
     if (entry < 0) {
-        fail(translated("the module \"%1\" has no motor \"%2\", only: %3")
+        fail(Text::tr("the module \"%1\" has no motor \"%2\", only: %3")
                  .arg(source.module, source.motor, motors->isHidden() ? QStringLiteral("\"\"") : entriesOf(motors)));
         return;
     }
@@ -175,23 +165,23 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
     const QAbstractItemModel *const model = table->model();
     const int row = model == nullptr || table->isHidden() ? -1 : rowOf(model, source.value);
     if (row < 0) {
-        fail(translated("the module \"%1\" has no value \"%2\" under its motor \"%3\"")
+        fail(Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"")
                  .arg(source.module, source.value, source.motor));
         return;
     }
     table->scrollTo(model->index(row, nameColumn));
-    clickAt(table, middleOf(table, model->index(row, nameColumn)));
+    MouseClick::at(table->viewport(), middleOf(table, model->index(row, nameColumn)));
     if (table->currentIndex().row() != row) {
-        fail(translated("the click on \"%1\" did not choose it").arg(source.value));
+        fail(Text::tr("the click on \"%1\" did not choose it").arg(source.value));
     }
     const QModelIndex box = model->index(row, checkColumn);
     if (!source.isSigned || box.data(Qt::CheckStateRole).toInt() == Qt::Checked) {
         return;
     }
     table->scrollTo(box);
-    clickAt(table, checkBoxOf(table, box));
+    MouseClick::at(table->viewport(), checkBoxOf(table, box));
     if (box.data(Qt::CheckStateRole).toInt() != Qt::Checked) {
-        fail(translated("the value \"%1\" cannot be read as signed").arg(source.value));
+        fail(Text::tr("the value \"%1\" cannot be read as signed").arg(source.value));
     }
 }
 
@@ -209,7 +199,7 @@ void SceneRunner::setCurvesRecorded(int count)
         ++curve;
     }
     if (curve < count) {
-        fail(translated("the plot has boxes for %1 curves, the scene needs %2").arg(curve).arg(count));
+        fail(Text::tr("the plot has boxes for %1 curves, the scene needs %2").arg(curve).arg(count));
     }
 }
 
@@ -224,7 +214,7 @@ void SceneRunner::setPlotOption(const QString &toolTip, bool isOn)
             return;
         }
     }
-    fail(translated("the plot window has no box \"%1\"").arg(toolTip));
+    fail(Text::tr("the plot window has no box \"%1\"").arg(toolTip));
 }
 
 void SceneRunner::fail(const QString &problem)
@@ -238,7 +228,7 @@ template<typename Widget> Widget *SceneRunner::find(const QWidget *parent, const
 {
     auto *const widget = parent->findChild<Widget *>(name);
     if (widget == nullptr) {
-        fail(translated("the container has no %1 called \"%2\", which a scene needs")
+        fail(Text::tr("the container has no %1 called \"%2\", which a scene needs")
                  .arg(QString::fromLatin1(Widget::staticMetaObject.className()), name));
     }
     return widget;

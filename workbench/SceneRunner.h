@@ -4,7 +4,6 @@
 
 #include <QString>
 
-class QMouseEvent;
 class QTableView;
 class QWidget;
 

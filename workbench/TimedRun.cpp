@@ -1,17 +1,15 @@
 #include "TimedRun.h"
 
+#include "WriteObstacle.h"
+
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QPixmap>
 #include <QSaveFile>
 #include <QTimer>
 #include <QWidget>
 
 TimedRun::TimedRun(QWidget *widget, const QString &picturePath, QObject *parent)
-    : QObject(parent)
-    , m_widget(widget)
-    , m_picturePath(picturePath)
-    , m_error(tr("the run was ended before its time, no picture was saved"))
+    : QObject(parent), m_widget(widget), m_picturePath(picturePath), m_error(tr("the run was ended before its time"))
 {
 }
 
@@ -27,25 +25,21 @@ QString TimedRun::error() const
 
 QString TimedRun::problemWith(const QString &path)
 {
-    const QFileInfo file(path);
-    if (file.isDir()) {
-        return tr("%1: cannot save a picture there: it is a folder").arg(path);
-    }
-    const QFileInfo folder(file.absolutePath());
-    if (!folder.isDir()) {
-        return tr("%1: cannot save a picture there: there is no such folder").arg(path);
-    }
-    if (!folder.isWritable() || (file.exists() && !file.isWritable())) {
-        return tr("%1: cannot save a picture there: writing is not allowed").arg(path);
-    }
-    return {};
+    const QString obstacle = writeObstacle(path);
+    return obstacle.isEmpty() ? QString() : tr("%1: cannot save there: %2").arg(path, obstacle);
 }
 
 void TimedRun::finish()
 {
     if (m_widget.isNull() || !m_widget->isVisible()) {
-        m_error = tr("the plot window was closed, no picture was saved");
+        m_error = tr("the plot window was closed before the run was over");
         QCoreApplication::exit(1);
+        return;
+    }
+    emit ending();
+    if (m_picturePath.isEmpty()) {
+        m_error.clear();
+        QCoreApplication::exit(0);
         return;
     }
     QSaveFile file(m_picturePath); // a failed save leaves what was there before

@@ -9,14 +9,17 @@ class QWidget;
 /**
  * Lets the program run for a time, saves a picture of a widget, and ends the event loop. GUI thread.
  *
- * The exit code of the event loop is 0 when the picture is complete on disk, else 1.
+ * The exit code of the event loop is 0 when the picture, if one is wanted, is complete on disk, else 1.
  */
 class TimedRun : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \param widget not owned; no picture is made of one that is hidden when the time is over
+    /**
+     * \param widget      not owned; no picture is made of one that is hidden when the time is over
+     * \param picturePath where to save the picture; empty when none is wanted
+     */
     TimedRun(QWidget *widget, const QString &picturePath, QObject *parent = nullptr);
 
     /// Begins; \a seconds more than 0.
@@ -25,8 +28,12 @@ public:
     /// What went wrong, one line; empty when the picture was saved. Of interest when the event loop has ended.
     QString error() const;
 
-    /// Why no picture can be saved at \a path, before anything is drawn; empty when nothing is known against it.
+    /// Why nothing can be saved at \a path, before anything is drawn; empty when nothing is known against it.
     static QString problemWith(const QString &path);
+
+signals:
+    /// The time is over, and the picture not yet made.
+    void ending();
 
 private:
     void finish();

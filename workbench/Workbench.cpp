@@ -30,6 +30,11 @@ ModuleRack &Workbench::modules()
     return m_modules;
 }
 
+MessageLog &Workbench::messages()
+{
+    return m_messages;
+}
+
 ContainerInterface *Workbench::addContainer()
 {
     if (m_plugin.root() == nullptr) {

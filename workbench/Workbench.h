@@ -1,5 +1,6 @@
 #pragma once
 
+#include "MessageLog.h"
 #include "ModuleRack.h"
 #include "PluginFile.h"
 
@@ -30,6 +31,9 @@ public:
 
     ModuleRack &modules();
 
+    /// What goes to the logger from the making of the workbench on.
+    MessageLog &messages();
+
     /**
      * Makes one more clone of the plugin, under a name of its own.
      * \return null when no plugin is loaded or it makes no container; else owned by the workbench
@@ -41,6 +45,7 @@ private:
     Q_DISABLE_COPY(Workbench)
 
     // In the order of their making, which is the reverse of that of their end.
+    MessageLog m_messages;
     PluginHandler m_handler;
     ModuleRack m_modules;
     PluginFile m_plugin;

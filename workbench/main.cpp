@@ -1,5 +1,9 @@
+#include "Language.h"
 #include "MainWindow.h"
 #include "Options.h"
+#include "RecordingDriver.h"
+#include "Recordings.h"
+#include "RunPlan.h"
 #include "SceneReader.h"
 #include "SceneRunner.h"
 #include "TimedRun.h"
@@ -9,9 +13,9 @@
 #include "host/ContainerInterface.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QSettings>
 #include <QTemporaryDir>
 
 #include <clocale>
@@ -21,16 +25,14 @@
 namespace
 {
 
-constexpr int exitFailure = 1;
-constexpr int exitUsage = 2;
-constexpr double defaultRunSeconds = 5.0;
-constexpr QSize defaultPictureSize(1000, 600); // wide enough for a square plot beside the tables
+constexpr int exitFailure = RunPlanResult::exitFailure;
+constexpr int exitUsage = RunPlanResult::exitUsage;
 constexpr int headlessFontPoints = 8;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("main", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(main)
+};
 
 void say(const QString &text)
 {
@@ -51,11 +53,17 @@ bool lacksDisplay()
     return isEmpty("DISPLAY") && isEmpty("WAYLAND_DISPLAY") && isEmpty("QT_QPA_PLATFORM");
 }
 
+/// Whether plain debug lines, of which containers write a lot, go to the terminal too.
+bool printsDebugLines = false;
+
 /// Drops what the toolkit has to say about screenless windows and bare environments; nobody here can act upon it.
 void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (text.endsWith(QLatin1String("does not support propagateSizeHints()")) ||
         text.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"))) {
+        return;
+    }
+    if (type == QtDebugMsg && !printsDebugLines && qstrcmp(context.category, "default") == 0) {
         return;
     }
     std::fputs(qPrintable(qFormatLogMessage(type, context, text) + QLatin1Char('\n')), stderr);
@@ -68,69 +76,19 @@ int listScenes()
 {
     const QStringList names = shippedScenes();
     for (const QString &name : names) {
-        say(QStringLiteral("%1  %2").arg(name, -12).arg(readSceneFile(shippedScenePath(name)).scene.title));
-    }
-    return 0;
-}
-
-/// What a run of the program is made of, once the command line is understood.
-struct Run
-{
-    Scene scene;
-    bool hasScene = false;
-    bool isTimed = false;
-    double seconds = defaultRunSeconds;
-    QString plugin;
-    QString picture; ///< absolute path
-    QSize size;      ///< of the container, widget pixels; invalid where the window decides
-};
-
-/// Completes \a run from \a options; returns 0, or the exit code after having complained.
-int prepare(const Options &options, bool isHeadless, Run &run)
-{
-    run.isTimed = isHeadless || options.seconds || !options.picture.isEmpty();
-    run.seconds = options.seconds.value_or(defaultRunSeconds);
-    run.size = options.size.isValid() || !run.isTimed ? options.size : defaultPictureSize;
-    run.plugin = options.plugin.isEmpty() ? QDir::cleanPath(QCoreApplication::applicationDirPath() +
-                                                            QStringLiteral("/../plugins/container_xy_plot.so"))
-                                          : options.plugin;
-    run.picture =
-        QFileInfo(options.picture.isEmpty() ? QStringLiteral("xy-plot.png") : options.picture).absoluteFilePath();
-    QString name = options.scene;
-    if (name.isEmpty() && run.isTimed) {
-        name = QStringLiteral("circle");
-    }
-    run.hasScene = !name.isEmpty();
-    QString path = startScenePath();
-    if (shippedScenes().contains(name)) {
-        path = shippedScenePath(name);
-    } else if (run.hasScene) {
-        if (!QFileInfo::exists(name)) {
-            return complain(translated("no scene and no file is called \"%1\"; the scenes are: %2")
-                                .arg(name, shippedScenes().join(QStringLiteral(", "))),
-                            exitUsage);
-        }
-        path = name;
-    }
-    const SceneResult result = readSceneFile(path);
-    if (!result.error.isEmpty()) {
-        return complain(result.error, exitFailure);
-    }
-    run.scene = result.scene;
-    if (const QString problem = TimedRun::problemWith(run.picture); run.isTimed && !problem.isEmpty()) {
-        return complain(problem, exitFailure);
+        say(QStringLiteral("%1  %2").arg(name, -12).arg(readSceneFile(shippedScenePath(name)).scene.shownTitle()));
     }
     return 0;
 }
 
 /// Opens the container, makes the scene's choices and sizes the plot window; returns what went wrong.
-QString setUp(MainWindow &window, ContainerInterface *container, const Run &run)
+QString setUp(MainWindow &window, ContainerInterface *container, const RunPlan &run)
 {
     window.openContainer(container);
     if (run.size.isValid()) {
         const QSize actualSize = window.resizeContainer(container, run.size);
         if (actualSize != run.size) {
-            return translated("the plot window cannot be %1x%2, it needs at least %3x%4")
+            return Text::tr("the plot window cannot be %1x%2, it needs at least %3x%4")
                 .arg(run.size.width())
                 .arg(run.size.height())
                 .arg(container->minimumSizeHint().width())
@@ -140,14 +98,58 @@ QString setUp(MainWindow &window, ContainerInterface *container, const Run &run)
     return SceneRunner(container).apply(run.scene);
 }
 
-int runWorkbench(const Options &options, const Run &run)
+/// Has the container's curves recorded for the time of the run, which begins with the recording.
+int runRecorded(MainWindow &window, ContainerInterface *container, const ModuleRack &modules, const RunPlan &run)
+{
+    RecordingWatch *const watch = window.recordings()->watch(container);
+    TimedRun timedRun(container, run.picture);
+    RecordingDriver driver(container, watch, run.log, [&] {
+        // One sampling tick reads both values of all curves, and gives every curve its first point.
+        return modules.answeredRequests() >= 2U * quint64(run.scene.curves.size());
+    });
+    QObject::connect(&driver, &RecordingDriver::begun, &timedRun, [&] { timedRun.start(run.seconds); });
+    QObject::connect(&driver, &RecordingDriver::gaveUp, &timedRun, [] { QCoreApplication::exit(exitFailure); });
+    QObject::connect(&timedRun, &TimedRun::ending, &driver, &RecordingDriver::stop);
+    QCoreApplication::exec();
+    for (const QString &error : {driver.error(), timedRun.error()}) {
+        if (!error.isEmpty()) {
+            return complain(error, exitFailure);
+        }
+    }
+    say(Text::tr("Lines recorded: %1; the log is %2").arg(watch->dataLines()).arg(watch->path()));
+    return 0;
+}
+
+int runTimed(MainWindow &window, ContainerInterface *container, const ModuleRack &modules, const RunPlan &run)
+{
+    if (!run.log.isEmpty()) {
+        const int exitCode = runRecorded(window, container, modules, run);
+        if (exitCode != 0 || run.picture.isEmpty()) {
+            return exitCode;
+        }
+    } else {
+        TimedRun timedRun(container, run.picture);
+        timedRun.start(run.seconds);
+        QCoreApplication::exec();
+        if (!timedRun.error().isEmpty()) {
+            return complain(timedRun.error(), exitFailure);
+        }
+    }
+    say(Text::tr("Answers read: %1; the picture is %2").arg(modules.answeredRequests()).arg(run.picture));
+    return 0;
+}
+
+int runWorkbench(const Options &options, const RunPlan &run)
 {
     // A scene has to show the same whatever was chosen in earlier runs, so remembered choices stay outside.
     QTemporaryDir throwAway;
+    if (run.hasScene) {
+        AppSettings::setStoreFile(throwAway.filePath(QStringLiteral("settings.ini")));
+        // The toolkit's file dialog remembers folders in a file of its own.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, throwAway.path());
+    }
     if (!options.settings.isEmpty()) {
         AppSettings::setStoreFile(QFileInfo(options.settings).absoluteFilePath());
-    } else if (run.hasScene) {
-        AppSettings::setStoreFile(throwAway.filePath(QStringLiteral("settings.ini")));
     }
 
     const auto drive = run.hasScene ? SimulationClock::Drive::Exchanges : SimulationClock::Drive::WallClock;
@@ -164,7 +166,7 @@ int runWorkbench(const Options &options, const Run &run)
     MainWindow window(&workbench);
     ContainerInterface *const container = window.addContainer();
     if (container == nullptr) {
-        return complain(translated("%1: this plugin makes no container").arg(run.plugin), exitFailure);
+        return complain(Text::tr("%1: this plugin makes no container").arg(run.plugin), exitFailure);
     }
     window.show();
     const QString problem = setUp(window, container, run);
@@ -172,21 +174,33 @@ int runWorkbench(const Options &options, const Run &run)
         return complain(problem, exitFailure);
     }
     if (run.hasScene) {
-        window.setWindowTitle(QStringLiteral("%1 - %2").arg(run.scene.title, window.windowTitle()));
+        window.setWindowTitle(QStringLiteral("%1 - %2").arg(run.scene.shownTitle(), window.windowTitle()));
     } else {
         window.showHint();
     }
-    if (!run.isTimed) {
-        return QCoreApplication::exec();
+    return run.isTimed ? runTimed(window, container, workbench.modules(), run) : QCoreApplication::exec();
+}
+
+QString languageOf(const Options &options)
+{
+    return options.language.isEmpty() ? Language::ofSystem() : options.language;
+}
+
+/// Complains about the command line, or gives what needs no windows; returns the exit code, or -1 to go on.
+int tellWithoutWindows(const QStringList &arguments, char **argv)
+{
+    int argumentCount = 1;
+    const QCoreApplication application(argumentCount, argv); // for the language, of complaints too
+    Language::use(languageOf(parseOptions(arguments).options));
+    const OptionsResult result = parseOptions(arguments);
+    if (!result.error.isEmpty()) {
+        return complain(result.error + Text::tr(" (--help lists the options)"), exitUsage);
     }
-    TimedRun timedRun(container, run.picture);
-    timedRun.start(run.seconds);
-    QCoreApplication::exec();
-    if (!timedRun.error().isEmpty()) {
-        return complain(timedRun.error(), exitFailure);
+    if (result.options.wantsHelp) {
+        std::fputs(qPrintable(optionsHelp()), stdout);
+        return 0;
     }
-    say(translated("%1 answers read; the picture is %2").arg(workbench.modules().answeredRequests()).arg(run.picture));
-    return 0;
+    return result.options.wantsSceneList ? listScenes() : -1;
 }
 
 } // namespace
@@ -198,31 +212,28 @@ int main(int argc, char **argv)
     for (int i = 0; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
-    const OptionsResult result = parseOptions(arguments);
-    if (!result.error.isEmpty()) {
-        return complain(result.error + translated(" (--help lists the options)"), exitUsage);
+    const int toldExitCode = tellWithoutWindows(arguments, argv);
+    if (toldExitCode >= 0) {
+        return toldExitCode;
     }
-    const Options &options = result.options;
-    if (options.wantsHelp) {
-        std::fputs(qPrintable(optionsHelp()), stdout);
-        return 0;
-    }
-    if (options.wantsSceneList) {
-        return listScenes();
-    }
-
+    const Options options = parseOptions(arguments).options;
     const bool isHeadless = lacksDisplay();
     if (isHeadless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     qInstallMessageHandler(handleMessage);
-    // Plugins tell a lot of their doings as plain debug lines; the variable QT_LOGGING_RULES brings them back.
+    // Containers tell a lot of their doings as plain debug lines. The message panel gets them; the terminal does only
+    // if the variable QT_LOGGING_RULES asks for them.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    printsDebugLines = QLoggingCategory::defaultCategory()->isDebugEnabled();
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=true"));
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // theirs cannot be asked what was chosen
     int argumentCount = 1; // the toolkit has a --plugin of its own and must not see the rest
     const QApplication application(argumentCount, argv);
     QCoreApplication::setApplicationName(QStringLiteral("xy-plot-workbench"));
+    Language::use(languageOf(options));
     applyPalette(options.palette);
     if (isHeadless) {
         QFont font = QApplication::font();
@@ -230,12 +241,15 @@ int main(int argc, char **argv)
         QApplication::setFont(font);
     }
 
-    Run run;
-    if (const int exitCode = prepare(options, isHeadless, run); exitCode != 0) {
-        return exitCode;
+    const RunPlanResult result = planRun(options, isHeadless);
+    if (!result.error.isEmpty()) {
+        return complain(result.error, result.exitCode);
     }
+    const RunPlan &run = result.plan;
     if (isHeadless) {
-        say(translated("There is no display: \"%1\" runs off screen for %2 s.").arg(run.scene.title).arg(run.seconds));
+        say(Text::tr("There is no display: \"%1\" runs off screen for %2 s.")
+                .arg(run.scene.shownTitle())
+                .arg(run.seconds));
     }
     return runWorkbench(options, run);
 }

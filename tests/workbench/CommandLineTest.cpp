@@ -16,6 +16,8 @@ private slots:
     void helpAndScenesAreListed();
     void sceneLeavesItsPicture_data();
     void sceneLeavesItsPicture();
+    void sameCommandRecordsTheSameLines();
+    void germanIsSpokenOnRequest();
     void sceneOfOnesOwnIsNotTakenAtItsWord();
 
 private:
@@ -110,6 +112,8 @@ void CommandLineTest::mistakeEndsInOneLineAndLeavesNothing_data()
     row("plugin without the widgets", "--plugin " FIXTURE_FOLDER "/minimal_container.so --seconds 1", 1,
         "RadioButtonFrame");
     row("no folder for the picture", "--picture absent/plot.png", 1, "absent/plot.png");
+    row("no folder for the log", "--log absent/run.csv", 1, "absent/run.csv");
+    row("log that cannot be opened", "--log /proc/run.csv --seconds 1", 1, "run.csv could not be opened");
     row("too small a picture", "--size 20x20 --seconds 1", 1, "20x20");
 }
 
@@ -130,7 +134,7 @@ void CommandLineTest::helpAndScenesAreListed()
     const Outcome help = run({QStringLiteral("--help")});
     QCOMPARE(help.exitCode, 0);
     for (const char *option : {"--scene", "--seconds", "--picture", "--list-scenes", "--help", "--plugin", "--size",
-                               "--seed", "--palette", "--settings"}) {
+                               "--seed", "--palette", "--settings", "--log", "--language"}) {
         QVERIFY2(help.output.contains(QString::fromLatin1(option)), option);
     }
     const Outcome list = run({QStringLiteral("--list-scenes")});
@@ -172,6 +176,49 @@ void CommandLineTest::sceneLeavesItsPicture()
         QVERIFY2(curve < curves ? pixels > 50 : pixels == 0,
                  qPrintable(QStringLiteral("curve %1 has %2 pixels").arg(curve).arg(pixels)));
     }
+}
+
+void CommandLineTest::sameCommandRecordsTheSameLines()
+{
+    const QString path = folder() + QStringLiteral("/run.csv");
+    QList<QByteArray> earlier;
+    for (int attempt = 0; attempt < 2; ++attempt) { // the second one overwrites
+        const Outcome outcome =
+            run(QStringLiteral("--scene four-curves --seconds 1 --log run.csv").split(QLatin1Char(' ')));
+        QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors.join(QLatin1Char('\n'))));
+        QCOMPARE(outcome.errors, QStringList());
+        QCOMPARE(leftBehind(), QStringList(QStringLiteral("run.csv")));
+        QVERIFY2(!QDir(temporaryPath(QStringLiteral("config"))).exists(), "the user's settings were touched");
+
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QList<QByteArray> lines = file.readAll().split('\n');
+        QCOMPARE(lines.takeLast(), QByteArray());
+        QVERIFY(lines.size() > 12);
+        QVERIFY(lines.at(0).startsWith("Module:;") && lines.at(1).startsWith("Counter;"));
+        for (int i = 0; i < lines.size(); ++i) {
+            QVERIFY(lines.at(i).endsWith(";\r"));
+            QCOMPARE(lines.at(i).count(';'), 9); // a column per value from the first line on, as in the header
+            QVERIFY(i < 2 || lines.at(i).startsWith(QByteArray::number(i - 1) + ';'));
+        }
+        QVERIFY(outcome.output.contains(
+            QStringLiteral("Lines recorded: %1; the log is %2\n").arg(lines.size() - 2).arg(path)));
+        if (attempt == 0) {
+            earlier = lines;
+            continue;
+        }
+        const int common = qMin(lines.size(), earlier.size());
+        QCOMPARE(lines.mid(0, common), earlier.mid(0, common));
+    }
+}
+
+void CommandLineTest::germanIsSpokenOnRequest()
+{
+    const Outcome outcome =
+        run({QStringLiteral("--language"), QStringLiteral("de"), QStringLiteral("--seconds"), QStringLiteral("0")});
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY2(outcome.errors.join(QString()).contains(QStringLiteral("erwartet wird eine Zahl größer als 0")),
+             qPrintable(outcome.errors.join(QString())));
 }
 
 void CommandLineTest::sceneOfOnesOwnIsNotTakenAtItsWord()

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDockWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
@@ -79,7 +80,8 @@ void MainWindowTest::panelPlugsModulesInAndOut()
     QVERIFY(workbench.modules().add(module("io-block", "S/Two"), 1)); // the panel follows
 
     QHash<QString, QCheckBox *> boxes;
-    const QList<QCheckBox *> found = window.findChildren<QCheckBox *>();
+    const auto *const dock = window.findChild<QDockWidget *>(QStringLiteral("moduleDock"));
+    const QList<QCheckBox *> found = dock->findChildren<QCheckBox *>();
     for (QCheckBox *const box : found) {
         boxes.insert(box->accessibleName(), box);
     }

@@ -17,7 +17,7 @@ void OptionsTest::everythingGivenIsRead()
 {
     const OptionsResult result =
         parseOptions(QStringLiteral("program --scene phase --seconds 2.5 --picture a.png --plugin p.so --size 640x480 "
-                                    "--seed 4294967295 --palette dark --settings s.ini")
+                                    "--seed 4294967295 --palette dark --settings s.ini --log l.csv --language de")
                          .split(QLatin1Char(' ')));
     QCOMPARE(result.error, QString());
     const Options &options = result.options;
@@ -29,6 +29,8 @@ void OptionsTest::everythingGivenIsRead()
     QCOMPARE(options.seed.value_or(0), 4294967295U);
     QVERIFY(options.palette == PaletteChoice::Dark);
     QCOMPARE(options.settings, QStringLiteral("s.ini"));
+    QCOMPARE(options.log, QStringLiteral("l.csv"));
+    QCOMPARE(options.language, QStringLiteral("de"));
 }
 
 void OptionsTest::nothingGivenIsNothingSet()
@@ -60,6 +62,8 @@ void OptionsTest::mistakeIsNamed_data()
     row("size beyond reason", "--size 99999x10", "\"99999x10\"");
     row("seed negative", "--seed=-1", "\"-1\"");
     row("seed too large", "--seed 4294967296", "\"4294967296\"");
+    row("log blank", "--log=", "--log");
+    row("language unknown", "--language fr", "\"fr\"");
     row("palette unknown", "--palette pink", "\"pink\"");
 }
 

@@ -3,6 +3,8 @@
 #include "ModuleDescription.h"
 #include "TableModule.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 
@@ -18,11 +20,17 @@ struct ModuleKind
 
 constexpr std::array<ModuleKind, 3> moduleKinds = {{
     {"stepper-3",
-     "Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.",
+     QT_TRANSLATE_NOOP("SimulatedModule", "Three stepper axes with registers: axis 0 runs to and fro with play in its "
+                                          "gear, axes 1 and 2 draw a circle."),
      stepperDescription},
-    {"servo-1", "One servo axis without registers: runs to and fro and swings a little when it stops.",
+    {"servo-1",
+     QT_TRANSLATE_NOOP("SimulatedModule",
+                       "One servo axis without registers: runs to and fro and swings a little when it stops."),
      servoDescription},
-    {"io-block", "Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters).",
+    {"io-block",
+     QT_TRANSLATE_NOOP(
+         "SimulatedModule",
+         "Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters)."),
      inputOutputDescription},
 }};
 
@@ -48,7 +56,7 @@ QStringList simulatedModuleKinds()
 QString simulatedModuleSummary(const QString &kind)
 {
     const ModuleKind *const found = findKind(kind);
-    return found == nullptr ? QString() : QString::fromUtf8(found->summary);
+    return found == nullptr ? QString() : QCoreApplication::translate("SimulatedModule", found->summary);
 }
 
 SimulatedModule *createModule(const QString &kind, const QString &key, PluginHandler *handler, SimulationClock *clock,

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Options.h"
+#include "Scene.h"
+
+#include <QSize>
+#include <QString>
+
+/// What a run of the program is made of, once the command line is understood and its files were looked at.
+struct RunPlan
+{
+    Scene scene;
+    bool hasScene = false; ///< a scene was asked for; else modules only
+    bool isTimed = false;  ///< ends by itself
+    double seconds = 0.0;
+    QString plugin;
+    QString picture; ///< absolute path; empty when none is wanted
+    QString log;     ///< absolute path; empty when none is wanted
+    QSize size;      ///< of the container, widget pixels; invalid where the window decides
+};
+
+/// A plan, or one line that says why there is none, and the program's exit code for it.
+struct RunPlanResult
+{
+    static constexpr int exitFailure = 1;
+    static constexpr int exitUsage = 2;
+
+    RunPlan plan;
+    QString error;
+    int exitCode = 0;
+};
+
+/// \param isHeadless whether there is no display, and so nobody who could end the run
+RunPlanResult planRun(const Options &options, bool isHeadless);

@@ -1,0 +1,787 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en_US">
+<context>
+    <name>ExchangePanel</name>
+    <message>
+        <source>Exchanges with the modules</source>
+        <translation>Abfragen der Module</translation>
+    </message>
+    <message>
+        <source>Module</source>
+        <translation>Modul</translation>
+    </message>
+    <message>
+        <source>Exchanges/s</source>
+        <translation>Abfragen/s</translation>
+    </message>
+    <message>
+        <source>Last [µs]</source>
+        <translation>Letzte [µs]</translation>
+    </message>
+    <message>
+        <source>Mean [µs]</source>
+        <translation>Mittel [µs]</translation>
+    </message>
+    <message>
+        <source>Longest [µs]</source>
+        <translation>Längste [µs]</translation>
+    </message>
+    <message>
+        <source>Unanswered</source>
+        <translation>Unbeantwortet</translation>
+    </message>
+    <message>
+        <source>Requests that got no answer in time</source>
+        <translation>Anfragen, die nicht rechtzeitig beantwortet wurden</translation>
+    </message>
+</context>
+<context>
+    <name>FieldReader</name>
+    <message>
+        <source>%1: field &quot;%2&quot;: expected %3</source>
+        <translation>%1: Feld „%2“: erwartet wird %3</translation>
+    </message>
+    <message>
+        <source>no such field, only: %1</source>
+        <translation>keines dieses Namens, nur: %1</translation>
+    </message>
+    <message>
+        <source>a text that is not empty</source>
+        <translation>ein Text, der nicht leer ist</translation>
+    </message>
+    <message>
+        <source>a text</source>
+        <translation>ein Text</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true oder false</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2</source>
+        <translation>eine ganze Zahl von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>an object in braces</source>
+        <translation>ein Objekt in geschweiften Klammern</translation>
+    </message>
+    <message>
+        <source>a list of objects in brackets</source>
+        <translation>eine Liste von Objekten in eckigen Klammern</translation>
+    </message>
+</context>
+<context>
+    <name>HintBar</name>
+    <message>
+        <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
+        <translation>Wählen Sie unter „Device X“ und unter „Device Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
+    </message>
+    <message>
+        <source>&amp;Got it</source>
+        <translation>&amp;Verstanden</translation>
+    </message>
+    <message>
+        <source>Close this hint for good</source>
+        <translation>Diesen Hinweis dauerhaft schließen</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Container Workbench</source>
+        <translation>Container-Werkbank</translation>
+    </message>
+    <message>
+        <source>Workspace</source>
+        <translation>Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>Panels</source>
+        <translation>Bedienfelder</translation>
+    </message>
+    <message>
+        <source>Containers</source>
+        <translation>Container</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;New Container</source>
+        <translation>&amp;Neuer Container</translation>
+    </message>
+    <message>
+        <source>Make one more container and open it</source>
+        <translation>Einen weiteren Container anlegen und öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Containers</source>
+        <translation>&amp;Container</translation>
+    </message>
+    <message>
+        <source>&amp;Tile</source>
+        <translation>&amp;Nebeneinander</translation>
+    </message>
+    <message>
+        <source>C&amp;ascade</source>
+        <translation>&amp;Überlappend</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+    <message>
+        <source>Close the container&apos;s window; its curves and sources are kept</source>
+        <translation>Das Fenster des Containers schließen; seine Kurven und Quellen bleiben erhalten</translation>
+    </message>
+    <message>
+        <source>Simulated Modules</source>
+        <translation>Simulierte Module</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Exchanges</source>
+        <translation>Abfragen</translation>
+    </message>
+    <message>
+        <source>%1 exchanges/s</source>
+        <translation>%1 Abfragen/s</translation>
+    </message>
+    <message>
+        <source>Open %1, or bring its window to the front</source>
+        <translation>%1 öffnen oder das Fenster nach vorn holen</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1 of %2 modules plugged in</source>
+        <translation>%1 von %2 Modulen eingesteckt</translation>
+    </message>
+</context>
+<context>
+    <name>MessageModel</name>
+    <message>
+        <source>Debug</source>
+        <translation>Debug</translation>
+    </message>
+    <message>
+        <source>Info</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Critical</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Fatal</source>
+        <translation>Fatal</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation>Schwere</translation>
+    </message>
+    <message>
+        <source>Category</source>
+        <translation>Kategorie</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>MessagePanel</name>
+    <message>
+        <source>Everything</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Warnings and errors</source>
+        <translation>Warnungen und Fehler</translation>
+    </message>
+    <message>
+        <source>Errors only</source>
+        <translation>Nur Fehler</translation>
+    </message>
+    <message>
+        <source>&amp;Show:</source>
+        <translation>An&amp;zeigen:</translation>
+    </message>
+    <message>
+        <source>&amp;Debug lines</source>
+        <translation>Deb&amp;ug-Zeilen</translation>
+    </message>
+    <message>
+        <source>Containers write one debug line for each line that they record, and many others</source>
+        <translation>Container schreiben zu jeder aufgezeichneten Zeile eine Debug-Zeile und viele weitere</translation>
+    </message>
+    <message>
+        <source>Cop&amp;y</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the selected messages, or all that are shown when none is selected</source>
+        <translation>Die ausgewählten Meldungen kopieren; ist keine ausgewählt, alle angezeigten</translation>
+    </message>
+    <message>
+        <source>C&amp;lear</source>
+        <translation>&amp;Leeren</translation>
+    </message>
+    <message>
+        <source>Forget all messages</source>
+        <translation>Alle Meldungen verwerfen</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+</context>
+<context>
+    <name>ModulePanel</name>
+    <message>
+        <source>Simulated modules</source>
+        <translation>Simulierte Module</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Plugged in</source>
+        <translation>Eingesteckt</translation>
+    </message>
+    <message>
+        <source>Whether containers find this module</source>
+        <translation>Ob Container dieses Modul finden</translation>
+    </message>
+    <message>
+        <source>Moving</source>
+        <translation>Fährt</translation>
+    </message>
+    <message>
+        <source>Off: the axes brake and stay where they are</source>
+        <translation>Aus: Die Achsen bremsen und bleiben stehen</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>A silent module gets requests and answers none</source>
+        <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
+    </message>
+</context>
+<context>
+    <name>Options</name>
+    <message>
+        <source>Set up a scene: a name from --list-scenes, or a scene file.</source>
+        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Szenendatei.</translation>
+    </message>
+    <message>
+        <source>Run the scene (default: circle) that long, save a picture and end; default 5.</source>
+        <translation>Die Szene (Vorgabe: circle) so lange laufen lassen, ein Bild speichern und enden; Vorgabe 5.</translation>
+    </message>
+    <message>
+        <source>Where to save that picture, a PNG; default ./xy-plot.png.</source>
+        <translation>Wohin dieses Bild gespeichert wird, ein PNG; Vorgabe ./xy-plot.png.</translation>
+    </message>
+    <message>
+        <source>Record the run to a CSV file, by the window&apos;s own box and dialog; an existing file is overwritten. A picture is then saved only with --picture.</source>
+        <translation>Den Lauf in eine CSV-Datei aufzeichnen, über Kästchen und Dialog des Fensters; eine vorhandene Datei wird überschrieben. Ein Bild wird dann nur mit --picture gespeichert.</translation>
+    </message>
+    <message>
+        <source>Size of the plot window in pixels; pictures have 1000x600 unless this is given.</source>
+        <translation>Größe des Plotfensters in Pixeln; ohne diese Angabe haben Bilder 1000x600.</translation>
+    </message>
+    <message>
+        <source>Seed of all simulated noise, in place of the scene&apos;s own.</source>
+        <translation>Startwert allen simulierten Rauschens, anstelle dessen der Szene.</translation>
+    </message>
+    <message>
+        <source>The container plugin to load; default ../plugins/container_xy_plot.so beside the program.</source>
+        <translation>Das zu ladende Container-Plugin; Vorgabe ../plugins/container_xy_plot.so neben dem Programm.</translation>
+    </message>
+    <message>
+        <source>Colours of the windows: light, dark or system (the default).</source>
+        <translation>Farben der Fenster: light (hell), dark (dunkel) oder system (die Vorgabe).</translation>
+    </message>
+    <message>
+        <source>Language of the workbench: de or en; the system&apos;s own by default.</source>
+        <translation>Sprache der Werkbank: de oder en; Vorgabe ist die des Systems.</translation>
+    </message>
+    <message>
+        <source>The settings file; scenes use one that is thrown away unless this is given.</source>
+        <translation>Die Einstellungsdatei; ohne diese Angabe benutzen Szenen eine, die danach verworfen wird.</translation>
+    </message>
+    <message>
+        <source>List the shipped scenes and end.</source>
+        <translation>Die mitgelieferten Szenen auflisten und enden.</translation>
+    </message>
+    <message>
+        <source>Show this text and end.</source>
+        <translation>Diesen Text zeigen und enden.</translation>
+    </message>
+    <message>
+        <source>--%1: expected a value, found none</source>
+        <translation>--%1: erwartet wird ein Wert, gefunden wurde keiner</translation>
+    </message>
+    <message>
+        <source>--seconds: expected a number above 0 and up to %1, found &quot;%2&quot;</source>
+        <translation>--seconds: erwartet wird eine Zahl größer als 0 und höchstens %1, gefunden wurde „%2“</translation>
+    </message>
+    <message>
+        <source>--size: expected WIDTHxHEIGHT with sides of 1 to %1, for example 1000x600, found &quot;%2&quot;</source>
+        <translation>--size: erwartet wird BREITExHÖHE mit Seiten von 1 bis %1, zum Beispiel 1000x600, gefunden wurde „%2“</translation>
+    </message>
+    <message>
+        <source>--seed: expected a whole number from 0 to 4294967295, found &quot;%1&quot;</source>
+        <translation>--seed: erwartet wird eine ganze Zahl von 0 bis 4294967295, gefunden wurde „%1“</translation>
+    </message>
+    <message>
+        <source>--palette: expected light, dark or system, found &quot;%1&quot;</source>
+        <translation>--palette: erwartet wird light, dark oder system, gefunden wurde „%1“</translation>
+    </message>
+    <message>
+        <source>--language: expected %1, found &quot;%2&quot;</source>
+        <translation>--language: erwartet wird %1, gefunden wurde „%2“</translation>
+    </message>
+    <message>
+        <source> or </source>
+        <translation> oder </translation>
+    </message>
+    <message>
+        <source>Unexpected argument &quot;%1&quot;</source>
+        <translation>Unerwartetes Argument „%1“</translation>
+    </message>
+    <message>
+        <source>Usage: xy-plot-workbench [options]
+
+A stand-in host for container plugins, with simulated motor-controller modules.
+Without a display it runs a scene off screen, saves a picture of the plot and ends.
+
+Options:
+</source>
+        <translation>Aufruf: xy-plot-workbench [Optionen]
+
+Ein Ersatz-Hostprogramm für Container-Plugins, mit simulierten Motorsteuerungsmodulen.
+Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild des Diagramms wird gespeichert, und das Programm endet.
+
+Optionen:
+</translation>
+    </message>
+</context>
+<context>
+    <name>PluginFile</name>
+    <message>
+        <source>%1: there is no such plugin file</source>
+        <translation>%1: diese Plugin-Datei gibt es nicht</translation>
+    </message>
+    <message>
+        <source>this file is no plugin</source>
+        <translation>diese Datei ist kein Plugin</translation>
+    </message>
+    <message>
+        <source>this plugin is made for the interface &quot;%1&quot;, not for &quot;%2&quot;</source>
+        <translation>dieses Plugin ist für die Schnittstelle „%1“ gemacht, nicht für „%2“</translation>
+    </message>
+    <message>
+        <source>this plugin does not name its class</source>
+        <translation>dieses Plugin nennt seine Klasse nicht</translation>
+    </message>
+    <message>
+        <source>this plugin calls itself &quot;%1&quot;, not &quot;Container&quot;</source>
+        <translation>dieses Plugin nennt sich „%1“, nicht „Container“</translation>
+    </message>
+    <message>
+        <source>this plugin cannot be loaded: %1</source>
+        <translation>dieses Plugin lässt sich nicht laden: %1</translation>
+    </message>
+    <message>
+        <source>this plugin&apos;s object &quot;%1&quot; is no container</source>
+        <translation>das Objekt „%1“ dieses Plugins ist kein Container</translation>
+    </message>
+    <message>
+        <source>this plugin&apos;s object is no &quot;%1&quot;, as which it is announced</source>
+        <translation>das Objekt dieses Plugins ist kein „%1“, als das es angekündigt ist</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingDriver</name>
+    <message>
+        <source>no curve got a point to record</source>
+        <translation>keine Kurve bekam einen Punkt, der aufzuzeichnen wäre</translation>
+    </message>
+    <message>
+        <source>%1: the recording was ended before its time</source>
+        <translation>%1: die Aufzeichnung wurde vorzeitig beendet</translation>
+    </message>
+    <message>
+        <source>the container has no box &quot;cbLog&quot; to switch a recording on</source>
+        <translation>der Container hat kein Kästchen „cbLog“, um eine Aufzeichnung einzuschalten</translation>
+    </message>
+    <message>
+        <source>the plot window was closed, nothing was recorded</source>
+        <translation>das Plotfenster wurde geschlossen, nichts wurde aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>%1: the save dialog did not take this file</source>
+        <translation>%1: der Speichern-Dialog hat diese Datei nicht angenommen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingPanel</name>
+    <message>
+        <source>Lines: %1, bytes: %2</source>
+        <translation>Zeilen: %1, Bytes: %2</translation>
+    </message>
+    <message>
+        <source>, last line: %1</source>
+        <translation>, letzte Zeile: %1</translation>
+    </message>
+    <message>
+        <source>, not in the file: %1</source>
+        <translation>, nicht in der Datei: %1</translation>
+    </message>
+    <message>
+        <source>No container has been opened yet.</source>
+        <translation>Noch kein Container wurde geöffnet.</translation>
+    </message>
+    <message>
+        <source>Recordings</source>
+        <translation>Aufzeichnungen</translation>
+    </message>
+    <message>
+        <source>%1: path of the log</source>
+        <translation>%1: Pfad der Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>The file of the recording that runs, or of the last one</source>
+        <translation>Die Datei der laufenden oder der letzten Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>%1:</source>
+        <translation>%1:</translation>
+    </message>
+    <message>
+        <source>Last failure, %1</source>
+        <translation>Letzter Fehler, %1</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingWatch</name>
+    <message>
+        <source>1 line</source>
+        <translation>1 Zeile</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>The box is checked, but nothing is being recorded since the window was opened again</source>
+        <translation>Das Kästchen ist angekreuzt, aber seit dem erneuten Öffnen des Fensters wird nichts aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>The box is checked; into which file is not known</source>
+        <translation>Das Kästchen ist angekreuzt; in welche Datei, ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Not recording</source>
+        <translation>Keine Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Recording into %1 rests: nothing is sampled while the window is hidden</source>
+        <translation>Aufzeichnung in %1 ruht: Solange das Fenster verborgen ist, wird nichts abgetastet</translation>
+    </message>
+    <message>
+        <source>Recording into %1, %2</source>
+        <translation>Aufzeichnung in %1, %2</translation>
+    </message>
+    <message>
+        <source>The box is checked, but nothing is being recorded: %1 could not be opened</source>
+        <translation>Das Kästchen ist angekreuzt, aber nichts wird aufgezeichnet: %1 ließ sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>The box is checked, but nothing is being recorded: %1 could not be opened: %2</source>
+        <translation>Das Kästchen ist angekreuzt, aber nichts wird aufgezeichnet: %1 ließ sich nicht öffnen: %2</translation>
+    </message>
+    <message>
+        <source>%1 has vanished; the next line will begin it anew, without a header</source>
+        <translation>%1 ist verschwunden; die nächste Zeile legt die Datei neu an, ohne Kopfzeilen</translation>
+    </message>
+    <message>
+        <source>%1 has vanished: %2; lines are being lost</source>
+        <translation>%1 ist verschwunden: %2; Zeilen gehen verloren</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written any more: %2; lines are being lost</source>
+        <translation>%1 lässt sich nicht mehr schreiben: %2; Zeilen gehen verloren</translation>
+    </message>
+    <message>
+        <source>%1 sampled but not in %2: %3</source>
+        <translation>%1 abgetastet, aber nicht in %2: %3</translation>
+    </message>
+    <message>
+        <source>%1 was replaced while recording: its header and earlier lines are gone</source>
+        <translation>%1 wurde während der Aufzeichnung ersetzt: Kopfzeilen und frühere Zeilen sind weg</translation>
+    </message>
+    <message>
+        <source>Recording into %1, which cannot be read back: what arrives there is not known</source>
+        <translation>Aufzeichnung in %1, das sich nicht zurücklesen lässt: Was dort ankommt, ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>%1 was opened, but its header could not be written</source>
+        <translation>%1 wurde geöffnet, aber die Kopfzeilen ließen sich nicht schreiben</translation>
+    </message>
+    <message>
+        <source>%1 sampled but not in %2; the reason is not known</source>
+        <translation>%1 abgetastet, aber nicht in %2; der Grund ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Recordings</name>
+    <message>
+        <source>Not recording</source>
+        <translation>Keine Aufzeichnung</translation>
+    </message>
+</context>
+<context>
+    <name>RunPlan</name>
+    <message>
+        <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
+        <translation>keine Szene und keine Datei heißt „%1“; die Szenen sind: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Scene</name>
+    <message>
+        <source>A circle drawn by two axes</source>
+        <translation>Ein Kreis, von zwei Achsen gezeichnet</translation>
+    </message>
+    <message>
+        <source>Four curves at once</source>
+        <translation>Vier Kurven zugleich</translation>
+    </message>
+    <message>
+        <source>Play in a gear: motor position against encoder</source>
+        <translation>Getriebespiel: Motorposition gegen Drehgeber</translation>
+    </message>
+    <message>
+        <source>Velocity over position, the velocity from a register field</source>
+        <translation>Geschwindigkeit über Position, die Geschwindigkeit aus einem Registerfeld</translation>
+    </message>
+    <message>
+        <source>One module of each kind</source>
+        <translation>Ein Modul von jeder Art</translation>
+    </message>
+    <message>
+        <source>Two modules: a stepper axis against a servo axis</source>
+        <translation>Zwei Module: eine Schrittmotorachse gegen eine Servoachse</translation>
+    </message>
+</context>
+<context>
+    <name>SceneReader</name>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>a number of microsteps, 0 or more</source>
+        <translation>eine Zahl von Mikroschritten, mindestens 0</translation>
+    </message>
+    <message>
+        <source>a number of seconds above 0</source>
+        <translation>eine Zahl von Sekunden größer als 0</translation>
+    </message>
+    <message>
+        <source>an axis that has no motion yet</source>
+        <translation>eine Achse, die noch keine Bewegung hat</translation>
+    </message>
+    <message>
+        <source>the key of one of the scene&apos;s modules: %1</source>
+        <translation>der Schlüssel eines Moduls der Szene: %1</translation>
+    </message>
+    <message>
+        <source>a key that no other module has</source>
+        <translation>ein Schlüssel, den kein anderes Modul hat</translation>
+    </message>
+    <message>
+        <source>at most %1 curves</source>
+        <translation>höchstens %1 Kurven</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; as for the first curve, because all curves share one module per side</source>
+        <translation>„%1“ wie bei der ersten Kurve, denn alle Kurven teilen sich je Seite ein Modul</translation>
+    </message>
+    <message>
+        <source>%1:%2: expected JSON: %3</source>
+        <translation>%1:%2: erwartet wird JSON: %3</translation>
+    </message>
+    <message>
+        <source>%1: expected an object in braces</source>
+        <translation>%1: erwartet wird ein Objekt in geschweiften Klammern</translation>
+    </message>
+    <message>
+        <source>%1: cannot read the scene file: %2</source>
+        <translation>%1: die Szenendatei lässt sich nicht lesen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>SceneRunner</name>
+    <message>
+        <source>the plot window has %1 curves, the scene needs more</source>
+        <translation>das Plotfenster hat %1 Kurven, die Szene braucht mehr</translation>
+    </message>
+    <message>
+        <source>the module &quot;%1&quot; is not offered, only: %2</source>
+        <translation>das Modul „%1“ wird nicht angeboten, nur: %2</translation>
+    </message>
+    <message>
+        <source>the module &quot;%1&quot; has no motor &quot;%2&quot;, only: %3</source>
+        <translation>das Modul „%1“ hat keinen Motor „%2“, nur: %3</translation>
+    </message>
+    <message>
+        <source>the module &quot;%1&quot; has no value &quot;%2&quot; under its motor &quot;%3&quot;</source>
+        <translation>das Modul „%1“ hat keinen Wert „%2“ unter seinem Motor „%3“</translation>
+    </message>
+    <message>
+        <source>the click on &quot;%1&quot; did not choose it</source>
+        <translation>der Klick auf „%1“ hat es nicht ausgewählt</translation>
+    </message>
+    <message>
+        <source>the value &quot;%1&quot; cannot be read as signed</source>
+        <translation>der Wert „%1“ lässt sich nicht vorzeichenbehaftet lesen</translation>
+    </message>
+    <message>
+        <source>the plot has boxes for %1 curves, the scene needs %2</source>
+        <translation>das Diagramm hat Kästchen für %1 Kurven, die Szene braucht %2</translation>
+    </message>
+    <message>
+        <source>the plot window has no box &quot;%1&quot;</source>
+        <translation>das Plotfenster hat kein Kästchen „%1“</translation>
+    </message>
+    <message>
+        <source>the container has no %1 called &quot;%2&quot;, which a scene needs</source>
+        <translation>der Container hat kein %1 namens „%2“, das eine Szene braucht</translation>
+    </message>
+</context>
+<context>
+    <name>SimulatedModule</name>
+    <message>
+        <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
+        <translation>Drei Schrittmotorachsen mit Registern: Achse 0 fährt mit Getriebespiel hin und her, die Achsen 1 und 2 zeichnen einen Kreis.</translation>
+    </message>
+    <message>
+        <source>One servo axis without registers: runs to and fro and swings a little when it stops.</source>
+        <translation>Eine Servoachse ohne Register: fährt hin und her und schwingt beim Anhalten etwas nach.</translation>
+    </message>
+    <message>
+        <source>Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters).</source>
+        <translation>Nur Register: analoge und digitale Eingänge, gespeist von Testsignalen (Kreis, Spirale, Rauschen, Zähler).</translation>
+    </message>
+</context>
+<context>
+    <name>TimedRun</name>
+    <message>
+        <source>the run was ended before its time</source>
+        <translation>der Lauf wurde vorzeitig beendet</translation>
+    </message>
+    <message>
+        <source>%1: cannot save there: %2</source>
+        <translation>%1: dorthin lässt sich nicht speichern: %2</translation>
+    </message>
+    <message>
+        <source>the plot window was closed before the run was over</source>
+        <translation>das Plotfenster wurde vor dem Ende des Laufs geschlossen</translation>
+    </message>
+    <message>
+        <source>%1: cannot save the picture: %2</source>
+        <translation>%1: das Bild lässt sich nicht speichern: %2</translation>
+    </message>
+</context>
+<context>
+    <name>WriteObstacle</name>
+    <message>
+        <source>it is a folder</source>
+        <translation>es ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>there is no such folder</source>
+        <translation>diesen Ordner gibt es nicht</translation>
+    </message>
+    <message>
+        <source>writing is not allowed</source>
+        <translation>Schreiben ist nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>the file system is read-only</source>
+        <translation>das Dateisystem ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>der Datenträger ist voll</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>the plot window cannot be %1x%2, it needs at least %3x%4</source>
+        <translation>das Plotfenster kann nicht %1x%2 groß sein, es braucht mindestens %3x%4</translation>
+    </message>
+    <message>
+        <source>Lines recorded: %1; the log is %2</source>
+        <translation>Aufgezeichnete Zeilen: %1; die Aufzeichnung ist %2</translation>
+    </message>
+    <message>
+        <source>Answers read: %1; the picture is %2</source>
+        <translation>Gelesene Antworten: %1; das Bild ist %2</translation>
+    </message>
+    <message>
+        <source>%1: this plugin makes no container</source>
+        <translation>%1: dieses Plugin liefert keinen Container</translation>
+    </message>
+    <message>
+        <source> (--help lists the options)</source>
+        <translation> (--help listet die Optionen auf)</translation>
+    </message>
+    <message>
+        <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
+        <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
+    </message>
+</context>
+</TS>
