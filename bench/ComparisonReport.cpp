@@ -139,9 +139,9 @@ QString Reports::shares(const Effort &effort)
                      inMs(ms["whole"] - ms["markers"] - ms["map"] - ms["blend"]), inMs(ms["blend"]),
                      inMs(qMax(0.0, markers))});
     }
-    const QString text = QStringLiteral("One redraw of four curves of 10000 points as lines at 600 x 400, in ms. The "
-                                        "mask and the bounds are what the others leave.\n\n") +
-                         table(rows);
+    QString text = QStringLiteral("One redraw of four curves of 10000 points as lines at 600 x 400, in ms. The "
+                                  "mask and the bounds are what the others leave.\n\n") +
+                   table(rows);
     QTextStream(stdout) << "\n### Where the time goes\n\n" << text << flush;
     return text;
 }

@@ -167,7 +167,7 @@ QString Reports::plugin(const Effort &effort)
     };
     rows.append(row(QStringLiteral("the first init, with making and destroying"), medianMs(initialise, effort),
                     QStringLiteral("making and destroying the form alone"), medianMs(setUpForm, effort)));
-    const QString text =
+    QString text =
         QStringLiteral("The plot is %1 x %2 pixels.\n\n").arg(plotSize.width()).arg(plotSize.height()) + table(rows);
     QTextStream(stdout) << "\n### The plugin\n\n" << text << flush;
     return text;

@@ -15,7 +15,8 @@ constexpr double fixedPointOne = 4294967296.0;
 /// The first row or column whose centre lies beyond \a edge, which is not below -0.5.
 int beyond(double edge)
 {
-    return static_cast<int>(edge + 0.5);
+    const double firstCentre = edge + 0.5; // cut, not rounded: centres are in the middle of pixels
+    return static_cast<int>(firstCentre);
 }
 
 /// The same as the whole part of a number in fixed point.

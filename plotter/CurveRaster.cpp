@@ -67,6 +67,9 @@ void CurveRaster::drawPolyline(const RasterPen &pen, const QVector<QPointF> &poi
 void CurveRaster::drawDots(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color)
 {
     const DevicePen devicePen(pen);
+    if (devicePen.clip.isEmpty()) {
+        return;
+    }
     const double radius = devicePen.radius;
     const int columns = devicePen.clip.width();
     const int rows = devicePen.clip.height();
