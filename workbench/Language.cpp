@@ -35,7 +35,7 @@ QString Language::ofSystem()
 {
     const QStringList wanted = QLocale::system().uiLanguages();
     for (const QString &language : wanted) {
-        const QString code = language.left(2);
+        QString code = language.left(2);
         if (codes().contains(code)) {
             return code;
         }

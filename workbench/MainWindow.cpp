@@ -25,7 +25,6 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
-#include <QTabBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -150,8 +149,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
 void MainWindow::childEvent(QChildEvent *event)
 {
     // The bars that switch between panels in one place come and go as panels are moved.
-    if (event->type() == QEvent::ChildPolished && qobject_cast<QTabBar *>(event->child()) != nullptr) {
-        qobject_cast<QTabBar *>(event->child())->setAccessibleName(tr("Panels"));
+    if (event->type() == QEvent::ChildPolished && event->child()->inherits("QTabBar")) {
+        static_cast<QWidget *>(event->child())->setAccessibleName(tr("Panels"));
     }
     QMainWindow::childEvent(event);
 }

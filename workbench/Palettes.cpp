@@ -9,9 +9,11 @@
 namespace
 {
 
-QPalette lightPalette()
+constexpr int middleLightness = 127;
+
+/// \a palette, made for light windows, with colours that plots can be read in.
+QPalette withPlotColors(QPalette palette)
 {
-    QPalette palette = QApplication::style()->standardPalette();
     // Plots draw labels in Light and curve colours upon Shadow, with a grid of lightened Dark: on the style's own
     // middle grey neither can be read. Light stays off white, for a curve's number is drawn in it on windows too.
     palette.setColor(QPalette::Shadow, QColor(36, 40, 44));
@@ -72,7 +74,10 @@ void applyPalette(PaletteChoice choice)
 {
     if (choice != PaletteChoice::System) {
         QApplication::setStyle(new WorkbenchStyle);
-        QApplication::setPalette(choice == PaletteChoice::Dark ? darkPalette() : lightPalette());
+        QApplication::setPalette(
+            choice == PaletteChoice::Dark ? darkPalette() : withPlotColors(QApplication::style()->standardPalette()));
+    } else if (QApplication::palette().color(QPalette::Window).lightness() > middleLightness) {
+        QApplication::setPalette(withPlotColors(QApplication::palette()));
     }
     qApp->setStyleSheet(workbenchStyleSheet());
 }

@@ -74,6 +74,7 @@ void PanelsTest::logHearsEveryThreadAndPassesOn()
         qDebug("heard");
     });
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([] {
             for (int line = 0; line < perThread; ++line) {
