@@ -23,6 +23,7 @@ Plotter::Plotter(int curveCount, QWidget *parent) : QWidget(parent)
     setAutoFillBackground(true);
     setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::MinimumExpanding);
     setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(tr("Plot"));
 
     zoomInButton = createZoomButton(QStringLiteral(":/moreIcons/ZoomIn"), tr("Zoom in"));
     connect(zoomInButton, SIGNAL(clicked()), this, SLOT(zoomIn()));

@@ -123,6 +123,7 @@ QTableView *XYPlotter::createTable(const QString &name, QWidget *parent)
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setMouseTracking(true);
+    table->setTabKeyNavigation(false); // or Tab would never leave the table
     return table;
 }
 

@@ -29,6 +29,7 @@ private slots:
     void nothingIsRecorded_data();
     void nothingIsRecorded();
     void fileVanishesAndComesBack();
+    void anotherFileOfTheSameNameIsRecognised();
     void announcedLinesThatNeverArriveAreTold();
     void reopenedWindowNoLongerRecords();
 
@@ -219,10 +220,28 @@ void RecordingsTest::fileVanishesAndComesBack()
     QVERIFY(plot.watch->state() == State::Recording);
 }
 
+void RecordingsTest::anotherFileOfTheSameNameIsRecognised()
+{
+    const auto write = [this](const QByteArray &text) {
+        QFile file(logPath());
+        return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+    };
+    LogFollower follower(logPath());
+    QVERIFY(write("Module:;M;\r\nCounter;x;\r\n1;5;\r\n2;6"));
+    follower.look();
+    QCOMPARE(follower.dataLines(), 1); // the second is not complete
+    QVERIFY(follower.hasHeader() && !follower.wasReplaced());
+    QVERIFY(write("3;7;\r\n4;8;\r\n5;9;\r\n6;10;\r\n7;11;\r\n8;12;\r\n"));
+    follower.look();
+    QCOMPARE(follower.dataLines(), 7);
+    QVERIFY(!follower.hasHeader() && follower.wasReplaced());
+}
+
 void RecordingsTest::announcedLinesThatNeverArriveAreTold()
 {
     GrowingPlot plot;
     QVERIFY(plot.open());
+    qDebug("new line: of before, which is none of this recording");
     QVERIFY(plot.record(logPath()));
     qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  2 ; 1;1;");
     qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  3 ; 1;1;");
