@@ -2,32 +2,38 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 namespace
 {
 
-constexpr double flatPixels = 1e-6; // what rises less is as good as level, and has no usable slope
-constexpr int fewRows = 8;          // are not worth a loop of their own
-constexpr int fractionBits = 32;    // of columns in fixed point
+constexpr float flatPixels = 1e-6F; // what rises less is as good as level, and has no usable slope
+constexpr int blockRows = 8;        // whose edges are computed at once
+constexpr int narrowColumns = 30;   // of a capsule whose rows fit into 32 bits each, with the sign to spare
+constexpr int tallRows = 40;        // are worth a loop of their own for the band
+constexpr int halfWordBits = 32;
+constexpr int fractionBits = 32; // of columns in fixed point
 constexpr double fixedPointOne = 4294967296.0;
 
-/// The first row or column whose centre lies beyond \a edge, which is not below -0.5.
-int beyond(double edge)
+static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "two neighbouring halves of words are read as one word");
+
+qint64 fixedPoint(double value)
 {
-    const double firstCentre = edge + 0.5; // cut, not rounded: centres are in the middle of pixels
-    return static_cast<int>(firstCentre);
+    return static_cast<qint64>(value * fixedPointOne);
 }
 
-/// The same as the whole part of a number in fixed point.
-qint64 fixedBeyond(double edge)
+/// 2 to the power of \a exponent, 0 to 30. Like all that edges go through, it is arithmetic that processors do on
+/// several numbers at once, which shifts by different counts are not.
+quint32 powerOfTwo(int exponent)
 {
-    return static_cast<qint64>((edge + 0.5) * fixedPointOne);
-}
-
-double squared(double value)
-{
-    return value * value;
+    constexpr int exponentBias = 127; // of a number of single precision, IEEE 754
+    constexpr int exponentShift = 23;
+    const qint32 bits = (exponent + exponentBias) << exponentShift;
+    float power;
+    static_assert(sizeof power == sizeof bits, "");
+    std::memcpy(&power, &bits, sizeof power);
+    return static_cast<quint32>(static_cast<qint32>(power));
 }
 
 /// Where the segment from (\a from, \a fromOther) to (\a to, \a toOther) crosses \a at in the first coordinate, which
@@ -62,60 +68,67 @@ bool cut(double *from, double *fromOther, double *to, double *toOther, double lo
 } // namespace
 
 /**
- * What the points within radius of a segment are in one row of pixels.
+ * What the points within the radius of a segment are in rows of pixels.
  *
- * The segment goes from upper to lower in the direction (dx, dy) of length L, dy >= 0. The left edge of its band touches
- * the circles around the ends tilt = radius * dx / L below them, the right edge as much above them. Along a row, the
- * edges are radius * L / dy off the axis.
+ * The segment goes from its upper end in the direction (dx, dy), dy >= 0. The left edge in a row belongs to the circle
+ * around one point of the segment: the one tilt = radius * dx / length above the row, or the end nearest to that. The
+ * point of the right edge is as far below the row. Both edges of a row that is out of reach are in one place.
+ *
+ * Positions count from a corner near the capsule, rows from their centres and columns from half a pixel before: the
+ * whole part of an edge is the first column whose centre lies beyond it, and single precision is enough.
  */
 struct CoverageMask::Capsule
 {
     // Numbers instead of points: to copy a point whose coordinates have just been written stalls the processor.
-    Capsule(double fromX, double fromY, double toX, double toY, const CoverageMask &mask) : radius(mask.m_radius)
+    Capsule(double fromX, double fromY, double toX, double toY, double penRadius)
     {
-        const bool isUpward = toY < fromY;
-        upperX = (isUpward ? toX : fromX) + mask.m_marginColumns;
-        upperY = (isUpward ? toY : fromY) + mask.m_marginRows;
-        lowerX = (isUpward ? fromX : toX) + mask.m_marginColumns;
-        lowerY = (isUpward ? fromY : toY) + mask.m_marginRows;
-        const double dx = lowerX - upperX;
-        const double dy = lowerY - upperY;
-        if (dy < flatPixels) {
-            lowerY = upperY;
-            tilt = dx < 0.0 ? -radius : radius;
-            return;
-        }
-        const double length = std::sqrt(squared(dx) + squared(dy));
-        tilt = radius * dx / length;
-        columnsPerRow = dx / dy;
-        halfWidth = radius * length / dy;
+        // Nothing here branches on the direction, which changes at random from one segment to the next.
+        const double downward = toY < fromY ? -1.0 : 1.0;
+        const double deltaX = (toX - fromX) * downward;
+        const double leftX = std::min(fromX, toX);
+        const double rightX = std::max(fromX, toX);
+        const double upperY = std::min(fromY, toY);
+        const double lowerY = std::max(fromY, toY);
+        firstColumn = static_cast<int>(leftX - penRadius);
+        endColumn = static_cast<int>(rightX + penRadius) + 1;
+        firstRow = static_cast<int>(upperY - penRadius + 0.5);
+        endRow = static_cast<int>(lowerY + penRadius + 0.5);
+        x = static_cast<float>((deltaX < 0.0 ? rightX : leftX) - firstColumn + 0.5);
+        y = static_cast<float>(upperY - firstRow - 0.5);
+        dx = static_cast<float>(deltaX);
+        dy = std::max(static_cast<float>(lowerY - upperY), flatPixels);
+        radius = static_cast<float>(penRadius);
+        tilt = radius * dx / std::sqrt(dx * dx + dy * dy);
+        perRow = 1.0F / dy;
     }
 
-    double axis(double row) const
+    /// Where the capsule begins (\a side -1) or ends (\a side 1) in a row.
+    float edge(float row, float side) const
     {
-        return upperX + (row - upperY) * columnsPerRow;
+        const float below = row - y;
+        const float along = std::min(std::max((below + side * tilt) * perRow, 0.0F), 1.0F);
+        const float distance = below - along * dy;
+        const float halfChord = std::sqrt(std::max(radius * radius - distance * distance, 0.0F));
+        return x + along * dx + side * halfChord;
     }
 
-    /// Half of what a circle cuts out of a row at this distance from its centre.
-    double halfChord(double distance) const
-    {
-        return std::sqrt(std::max(0.0, squared(radius) - squared(distance)));
-    }
-
-    double upperX;
-    double upperY;
-    double lowerX;
-    double lowerY;
-    double radius;
-    double tilt;
-    double columnsPerRow = 0.0;
-    double halfWidth = 0.0; // of the band along a row
+    int firstColumn;
+    int endColumn;
+    int firstRow;
+    int endRow;
+    float x; // of the upper end
+    float y;
+    float dx;
+    float dy;
+    float radius;
+    float tilt;
+    float perRow; // along the segment, as a part of it
 };
 
 CoverageMask::CoverageMask(const QSize &size, double radius)
     : m_size(size)
     , m_radius(radius)
-    , m_marginRows(static_cast<int>(2.0 * radius) + 2)
+    , m_marginRows(static_cast<int>(2.0 * radius) + 2 + blockRows)
     , m_marginColumns((m_marginRows + wordBits - 1) / wordBits * wordBits)
     , m_wordsPerRow((size.width() + wordBits - 1 + 2 * m_marginColumns) / wordBits)
     , m_words(static_cast<size_t>(m_wordsPerRow) * static_cast<size_t>(size.height() + 2 * m_marginRows))
@@ -154,62 +167,81 @@ inline void CoverageMask::addInterval(Word *row, int firstColumn, int endColumn)
 
 void CoverageMask::addSegment(const QPointF &from, const QPointF &to)
 {
+    const auto capsule = [this](const QPointF &start, const QPointF &end) {
+        return Capsule(start.x() + m_marginColumns, start.y() + m_marginRows, end.x() + m_marginColumns,
+                       end.y() + m_marginRows, m_radius);
+    };
     if ((sidesBeyond(from) | sidesBeyond(to)) == 0) {
-        addCapsule(Capsule(from.x(), from.y(), to.x(), to.y(), *this));
+        addCapsule(capsule(from, to));
         return;
     }
     QPointF start = from;
     QPointF end = to;
     if (cutToReach(&start, &end)) {
-        addCapsule(Capsule(start.x(), start.y(), end.x(), end.y(), *this));
+        addCapsule(capsule(start, end));
     }
 }
 
-void CoverageMask::addCapsule(const Capsule &capsule)
+inline void CoverageMask::addCapsule(const Capsule &capsule)
 {
-    const double reach = std::abs(capsule.tilt);
-    const int firstRow = beyond(capsule.upperY - m_radius);
-    const int endRow = beyond(capsule.lowerY + m_radius);
-    const int firstBandRow = beyond(capsule.upperY + reach);
-    const int endBandRow = beyond(capsule.lowerY - reach);
-    if (endBandRow - firstBandRow < fewRows) {
-        addRowsNearEnds(capsule, firstRow, endRow);
+    if (capsule.endColumn - capsule.firstColumn <= narrowColumns && capsule.endRow - capsule.firstRow <= tallRows) {
+        addNarrowRows(capsule);
         return;
     }
-    addRowsNearEnds(capsule, firstRow, firstBandRow);
+    const float reach = std::abs(capsule.tilt); // from the ends, where no circle is an edge beyond
+    const int bandRow = capsule.firstRow + static_cast<int>(capsule.y + reach) + 1;
+    const int firstBandRow = std::min(bandRow, capsule.endRow);
+    const int endBandRow = std::max(capsule.firstRow + static_cast<int>(capsule.y + capsule.dy - reach), firstBandRow);
+    addRows(capsule, capsule.firstRow, firstBandRow);
     addRowsOfBand(capsule, firstBandRow, endBandRow);
-    addRowsNearEnds(capsule, endBandRow, endRow);
+    addRows(capsule, endBandRow, capsule.endRow);
 }
 
-/// Any rows of a capsule: on both sides, the edge is that of the band or one of the circles.
-void CoverageMask::addRowsNearEnds(const Capsule &capsule, int firstRow, int endRow)
+/// All rows of a capsule, some at a time and a few beyond, which are empty; no row is looked at on its own.
+void CoverageMask::addNarrowRows(const Capsule &shape)
 {
-    const double reach = std::abs(capsule.tilt); // from the ends; no circle is the edge beyond
+    const Capsule capsule = shape; // of which it is clear that no writing into the mask changes it
+    const int rowCount = capsule.endRow - capsule.firstRow;
+    const qptrdiff bytesPerRow = m_wordsPerRow * static_cast<qptrdiff>(sizeof(Word));
+    auto *bytes = reinterpret_cast<uchar *>(wordsOfRow(capsule.firstRow)) +
+                  capsule.firstColumn / halfWordBits * static_cast<qptrdiff>(sizeof(quint32));
+    const unsigned shift = static_cast<unsigned>(capsule.firstColumn) % halfWordBits;
+    for (int firstRow = 0; firstRow < rowCount; firstRow += blockRows) {
+        quint32 columns[blockRows];
+        for (int index = 0; index < blockRows; ++index) {
+            const auto row = static_cast<float>(firstRow + index);
+            columns[index] = powerOfTwo(static_cast<int>(capsule.edge(row, 1.0F))) -
+                             powerOfTwo(static_cast<int>(capsule.edge(row, -1.0F)));
+        }
+        for (const quint32 bits : columns) {
+            Word word;
+            std::memcpy(&word, bytes, sizeof word);
+            word |= static_cast<Word>(bits) << shift;
+            std::memcpy(bytes, &word, sizeof word);
+            bytes += bytesPerRow;
+        }
+    }
+}
+
+/// Any rows of a capsule.
+void CoverageMask::addRows(const Capsule &capsule, int firstRow, int endRow)
+{
     Word *words = wordsOfRow(firstRow);
     for (int row = firstRow; row < endRow; ++row) {
-        const double belowUpper = row + 0.5 - capsule.upperY;
-        const double belowLower = row + 0.5 - capsule.lowerY;
-        const double upperChord = belowUpper <= reach ? capsule.halfChord(belowUpper) : 0.0;
-        const double lowerChord = belowLower >= -reach ? capsule.halfChord(belowLower) : 0.0;
-        const double axis = capsule.axis(row + 0.5);
-        const double left = belowUpper <= capsule.tilt   ? capsule.upperX - upperChord
-                            : belowLower >= capsule.tilt ? capsule.lowerX - lowerChord
-                                                         : axis - capsule.halfWidth;
-        const double right = belowUpper <= -capsule.tilt   ? capsule.upperX + upperChord
-                             : belowLower >= -capsule.tilt ? capsule.lowerX + lowerChord
-                                                           : axis + capsule.halfWidth;
-        addInterval(words, beyond(left), beyond(right));
+        const auto position = static_cast<float>(row - capsule.firstRow);
+        addInterval(words, capsule.firstColumn + static_cast<int>(capsule.edge(position, -1.0F)),
+                    capsule.firstColumn + static_cast<int>(capsule.edge(position, 1.0F)));
         words += m_wordsPerRow;
     }
 }
 
-/// The rows of a capsule in which both edges are those of the band.
+/// The rows of a capsule in which no end is near: both edges go down in a straight line.
 void CoverageMask::addRowsOfBand(const Capsule &capsule, int firstRow, int endRow)
 {
-    const double axis = capsule.axis(firstRow + 0.5);
-    qint64 left = fixedBeyond(axis - capsule.halfWidth);
-    qint64 right = fixedBeyond(axis + capsule.halfWidth);
-    const auto step = static_cast<qint64>(capsule.columnsPerRow * fixedPointOne);
+    const auto position = static_cast<float>(firstRow - capsule.firstRow);
+    qint64 left = fixedPoint(static_cast<double>(capsule.edge(position, -1.0F)) + capsule.firstColumn);
+    qint64 right = fixedPoint(static_cast<double>(capsule.edge(position, 1.0F)) + capsule.firstColumn);
+    const qint64 step = firstRow < endRow ? fixedPoint(static_cast<double>(capsule.dx) / capsule.dy) : 0;
     Word *words = wordsOfRow(firstRow);
     for (int row = firstRow; row < endRow; ++row) {
         addInterval(words, static_cast<int>(left >> fractionBits), static_cast<int>(right >> fractionBits));

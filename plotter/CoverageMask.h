@@ -42,7 +42,8 @@ private:
 
     bool cutToReach(QPointF *from, QPointF *to) const;
     void addCapsule(const Capsule &capsule);
-    void addRowsNearEnds(const Capsule &capsule, int firstRow, int endRow);
+    void addNarrowRows(const Capsule &shape);
+    void addRows(const Capsule &capsule, int firstRow, int endRow);
     void addRowsOfBand(const Capsule &capsule, int firstRow, int endRow);
     Word *wordsOfRow(int row);
     void addInterval(Word *row, int firstColumn, int endColumn);
