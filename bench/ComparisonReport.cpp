@@ -80,7 +80,7 @@ QString Reports::comparison(const Effort &effort, bool all)
                         rows.append(row(CurveSamples::kinds().at(kind), scene, effort));
                     }
                     const QString chapter = QStringLiteral("\n### ") + title + QStringLiteral("\n\n") + table(rows);
-                    QTextStream(stdout) << chapter << flush;
+                    QTextStream(stdout) << chapter;
                     text += chapter;
                 }
             }
@@ -142,6 +142,6 @@ QString Reports::shares(const Effort &effort)
     QString text = QStringLiteral("One redraw of four curves of 10000 points as lines at 600 x 400, in ms. The "
                                   "mask and the bounds are what the others leave.\n\n") +
                    table(rows);
-    QTextStream(stdout) << "\n### Where the time goes\n\n" << text << flush;
+    QTextStream(stdout) << "\n### Where the time goes\n\n" << text;
     return text;
 }

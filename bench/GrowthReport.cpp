@@ -90,7 +90,8 @@ QString Reports::growth(const Effort &effort, const QString &pictureFile)
         const QString chapter = QStringLiteral("\nOne redraw of \"%1\" as lines, in ms, by points per curve:\n\n")
                                     .arg(CurveSamples::kinds().at(kind)) +
                                 table(rows);
-        out << chapter << flush;
+        out << chapter;
+        out.flush();
         text += chapter;
     }
     if (!pictureFile.isEmpty()) {

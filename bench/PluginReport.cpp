@@ -169,6 +169,6 @@ QString Reports::plugin(const Effort &effort)
                     QStringLiteral("making and destroying the form alone"), medianMs(setUpForm, effort)));
     QString text =
         QStringLiteral("The plot is %1 x %2 pixels.\n\n").arg(plotSize.width()).arg(plotSize.height()) + table(rows);
-    QTextStream(stdout) << "\n### The plugin\n\n" << text << flush;
+    QTextStream(stdout) << "\n### The plugin\n\n" << text;
     return text;
 }

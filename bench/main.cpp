@@ -68,7 +68,7 @@ int main(int argc, char **argv)
     QString text = QStringLiteral("# How fast the plot is drawn\n\nWritten by `bench/run --docs docs`; numbers of one "
                                   "machine, to be read as ratios.\n");
     text += missing();
-    QTextStream(stdout) << missing() << flush;
+    QTextStream(stdout) << missing();
     if (isWanted(QStringLiteral("shares"))) {
         text += QStringLiteral("\n## Where the time goes\n\n") + Reports::shares(effort);
     }

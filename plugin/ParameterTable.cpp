@@ -138,7 +138,7 @@ void appendUserVariables(RowWriter &writer, const QMap<QString, Parameter> &para
 
 struct InputOutputGroup
 {
-    const char *mapName;
+    QString mapName;
     int bank;
     // Inputs and outputs belong to the module as a whole. The bank is worded as a motor, whatever motor is shown.
     const char *toolTip;
@@ -187,7 +187,7 @@ void ParameterTable::fillAxisTable(QStandardItemModel *model, KAROModuleInterfac
         appendUserVariables(writer, *variables);
     }
     for (const InputOutputGroup &group : inputOutputGroups) {
-        if (const auto *const parameters = module->getParameterMapByName(QString::fromLatin1(group.mapName))) {
+        if (const auto *const parameters = module->getParameterMapByName(group.mapName)) {
             appendInputsAndOutputs(writer, *parameters, group);
         }
     }

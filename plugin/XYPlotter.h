@@ -95,7 +95,7 @@ private:
     QTableView *createTable(const QString &name, QWidget *parent);
 
     void updateModuleList(ComboBox *combo);
-    QString composeModuleLabel(const QString &key, KAROModuleInterface *module) const;
+    QString composeModuleLabel(const QString &key, KAROModuleInterface *module);
     void fillMotorBox(ComboBox *motorBox, const KAROModuleInterface &module, int axes, bool hasRegisters);
     void showTable(const SelectorPage &page, QStandardItemModel *model, const QString &title);
     void stopRecordingForNewSource(const XYaxisCombo &curve, int curveIndex, bool isX, const QString &name);

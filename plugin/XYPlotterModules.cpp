@@ -57,7 +57,7 @@ void XYPlotter::updateModuleList()
 
 void XYPlotter::updateModuleList(ComboBox *combo)
 {
-    const PluginHandler *const handler = pluginHandler();
+    PluginHandler *const handler = pluginHandler();
     const QStringList keys = handler == nullptr ? QStringList() : handler->getModulePluginKeys(false);
     combo->blockSignals(true);
     combo->resetLastIndex();
@@ -86,7 +86,7 @@ void XYPlotter::updateModuleList(ComboBox *combo)
     }
 }
 
-QString XYPlotter::composeModuleLabel(const QString &key, KAROModuleInterface *module) const
+QString XYPlotter::composeModuleLabel(const QString &key, KAROModuleInterface *module)
 {
     QString label = key.split(QLatin1Char('/')).constLast();
     if (label == module->name()) {

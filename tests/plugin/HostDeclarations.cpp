@@ -25,20 +25,35 @@ namespace
 
 template<typename Type> Type &some();
 
+// A class without it is found and cast as if it were its base.
+template<typename Class> constexpr bool hasMetaObject = QtPrivate::HasQ_OBJECT_Macro<Class>::Value != 0;
+
 template<typename Result, typename Expression> constexpr bool gives = std::is_convertible_v<Expression, Result>;
 
 #define GIVES(Result, expression) static_assert(gives<Result, decltype(expression)>, #expression)
 
-// The plugin's bases. What it overrides has to be virtual there, which the plugin's own "override" checks.
+// The plugin's bases, what it overrides there, and the name under which the host asks for it.
 static_assert(std::is_base_of_v<QWidget, PluginInterface> && std::is_base_of_v<PluginInterface, ContainerInterface>);
 static_assert(std::is_base_of_v<PluginInterface, KAROModuleInterface>);
-static_assert(std::is_constructible_v<ContainerInterface, QString, QString, int, PluginHandler *, QString, QWidget *>);
 static_assert(std::has_virtual_destructor_v<ContainerInterface>);
+class Container : public ContainerInterface
+{
+public:
+    using ContainerInterface::ContainerInterface;
+    QString version() override;
+    Container *clone(QString name, PluginHandler *handler) override;
+    void init(QWidget *parent) override;
+    void handleModulePlugin(KAROModuleInterface *module, QString name) override;
+    void finished(int code) override;
+};
+static_assert(std::is_constructible_v<Container, QString, QString, int, PluginHandler *, QString, QWidget *>);
+GIVES(const char *, qobject_interface_iid<ContainerInterface *>());
+GIVES(const char *, ContainerInterface_iid);
 GIVES(QString, some<PluginInterface>().name());
 GIVES(QString, some<const PluginInterface>().key());
 GIVES(PluginHandler *, some<ContainerInterface>().pluginHandler());
-GIVES(QStringList, some<const PluginHandler>().getModulePluginKeys(false));
-GIVES(KAROModuleInterface *, some<const PluginHandler>().getModulePlugin(QString()));
+GIVES(QStringList, some<PluginHandler>().getModulePluginKeys(false));
+GIVES(KAROModuleInterface *, some<PluginHandler>().getModulePlugin(QString()));
 
 GIVES(QString, some<const KAROModuleInterface>().getAliasName());
 GIVES(int, some<KAROModuleInterface>().numberOfAxes());
@@ -72,6 +87,10 @@ static_assert(
 GIVES(bool, some<TempTools>().fillCurrentRegisterList(nullptr, QList<int>()));
 GIVES(QList<Register *>, some<const TempTools>().currentRegisterList());
 
+static_assert(hasMetaObject<ContainerInterface> && hasMetaObject<KAROModuleInterface> && hasMetaObject<RegisterSet>);
+static_assert(hasMetaObject<ComboBox> && hasMetaObject<ExportCSV>);
+static_assert(QMetaTypeId2<KAROModuleInterface *>::Defined);
+
 static_assert(std::is_base_of_v<QSettings, AppSettings> && std::is_default_constructible_v<AppSettings>);
 static_assert(std::is_base_of_v<QComboBox, ComboBox> && std::is_constructible_v<ComboBox, QWidget *>);
 static_assert(std::is_same_v<decltype(&ComboBox::clear), void (ComboBox::*)()>);
@@ -93,10 +112,10 @@ GIVES(const char *, DynamicProperty::WindowModal);
 GIVES(const char *, DynamicProperty::WindowAddSizeGrip);
 GIVES(const char *, DynamicProperty::CaptureX);
 GIVES(const char *, DynamicProperty::CaptureY);
-GIVES(QString, QString(ParameterType::DigitalInput));
-GIVES(QString, QString(ParameterType::AnalogInput));
-GIVES(QString, QString(ParameterType::DigitalOutput));
-GIVES(QColor, colorForIds[0]);
+GIVES(QString, ParameterType::DigitalInput);
+GIVES(QString, ParameterType::AnalogInput);
+GIVES(QString, ParameterType::DigitalOutput);
+GIVES(QColor, colorForIds[curveColorCount - 1]);
 GIVES(QLatin1String, QLatin1String(hostLineEnd));
 
 } // namespace

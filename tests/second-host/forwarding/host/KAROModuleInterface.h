@@ -1,0 +1,4 @@
+#pragma once
+
+#include "secondhost/plugins.h"
+#include "secondhost/registers.h"

@@ -1,0 +1,5 @@
+#pragma once
+
+#include "secondhost/base.h"
+
+const char *const hostLineEnd = secondhost::lineBreak;
