@@ -1,4 +1,13 @@
-# One function for each kind of target.
+# One function for each kind of target, and where the targets are installed.
+
+include(GNUInstallDirs)
+include(ContainerPlugin)
+
+# The host library is the application's own and not for the system's library path; plugins lie below it.
+set(private_library_folder ${CMAKE_INSTALL_LIBDIR}/xy-plot-workbench)
+set(plugin_folder ${private_library_folder}/plugins)
+# The name under which desktops know the application.
+set(desktop_entry org.container_host.XYPlotWorkbench)
 
 # room_library(NAME SHARED|STATIC|OBJECT SOURCES file... [USES target...])
 # A library of one room. Its own folder is the include path of those who use it.
@@ -7,18 +16,8 @@ function(room_library name kind)
   add_library(${name} ${kind} ${arg_SOURCES})
   set_target_properties(${name} PROPERTIES
     AUTOMOC ON AUTOUIC ON AUTORCC ON POSITION_INDEPENDENT_CODE ON)
-  target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_include_directories(${name} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
   target_link_libraries(${name} PUBLIC Qt5::Widgets ${arg_USES} PRIVATE project_options)
-endfunction()
-
-# container_plugin(NAME OBJECTS target)
-# A loadable plugin made of the objects of one OBJECT library.
-function(container_plugin name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "OBJECTS" "")
-  add_library(${name} MODULE)
-  target_link_libraries(${name} PRIVATE ${arg_OBJECTS} project_options)
-  set_target_properties(${name} PROPERTIES
-    PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/plugins)
 endfunction()
 
 # room_application(NAME SOURCES file... [USES target...])

@@ -74,9 +74,9 @@ MainWindow::~MainWindow()
     closeContainers();
 }
 
-ContainerInterface *MainWindow::addContainer()
+ContainerInterface *MainWindow::addContainer(int plugin)
 {
-    ContainerInterface *const container = m_workbench->addContainer();
+    ContainerInterface *const container = m_workbench->addContainer(plugin);
     if (container != nullptr) {
         offerContainer(container);
     }
@@ -162,13 +162,7 @@ void MainWindow::makeMenus()
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 
     QMenu *const fileMenu = menuBar()->addMenu(tr("&File"));
-    QAction *const addAction = fileMenu->addAction(tr("&New Container"), this, [this] {
-        if (ContainerInterface *const container = addContainer()) {
-            openContainer(container);
-        }
-    });
-    addAction->setShortcut(QKeySequence::New);
-    addAction->setStatusTip(tr("Make one more container and open it"));
+    makeNewContainerActions(fileMenu);
     QAction *const quitAction = fileMenu->addAction(tr("&Quit"), this, &QWidget::close);
     quitAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
     quitAction->setMenuRole(QAction::QuitRole);
@@ -182,6 +176,24 @@ void MainWindow::makeMenus()
     QAction *const closeAction = m_containerMenu->addAction(tr("&Close"), m_workspace, &QMdiArea::closeActiveSubWindow);
     closeAction->setStatusTip(tr("Close the container's window; its curves and sources are kept"));
     m_containerMenu->addSeparator();
+}
+
+void MainWindow::makeNewContainerActions(QMenu *menu)
+{
+    for (int plugin = 0; plugin < m_workbench->pluginCount(); ++plugin) {
+        // The text does not name the container while there is but one kind.
+        const QString text =
+            m_workbench->pluginCount() == 1 ? tr("&New Container") : tr("New %1").arg(m_workbench->pluginTitle(plugin));
+        QAction *const action = menu->addAction(text, this, [this, plugin] {
+            if (ContainerInterface *const container = addContainer(plugin)) {
+                openContainer(container);
+            }
+        });
+        if (plugin == 0) {
+            action->setShortcut(QKeySequence::New);
+        }
+        action->setStatusTip(tr("Make one more container and open it"));
+    }
 }
 
 void MainWindow::makeDocks()
@@ -258,7 +270,10 @@ void MainWindow::offerContainer(ContainerInterface *container)
 {
     const int number = m_workbench->containers().size();
     const QString title = titleOf(container);
-    auto *const action = new QAction(container->windowIcon(), title, this);
+    auto *const action = new QAction(title, this);
+    if (container->testAttribute(Qt::WA_SetWindowIcon)) { // else it would show the application's, which is another's
+        action->setIcon(container->windowIcon());
+    }
     action->setStatusTip(tr("Open %1, or bring its window to the front").arg(title));
     action->setToolTip(action->statusTip());
     if (number <= mostShortcuts) {
@@ -276,8 +291,8 @@ void MainWindow::offerContainer(ContainerInterface *container)
 
 QString MainWindow::titleOf(ContainerInterface *container) const
 {
-    const int index = m_workbench->containers().indexOf(container);
-    return index < 1 ? container->windowTitle() : tr("%1 (%2)").arg(container->windowTitle()).arg(index + 1);
+    const int number = m_workbench->numberOf(container);
+    return number < 2 ? container->windowTitle() : tr("%1 (%2)").arg(container->windowTitle()).arg(number);
 }
 
 void MainWindow::bringToFront(ContainerInterface *container, ContainerWindow *window)

@@ -10,6 +10,7 @@ class ExchangePanel;
 class QDockWidget;
 class QLabel;
 class QMdiArea;
+class QMenu;
 class QToolBar;
 class Recordings;
 class Workbench;
@@ -19,7 +20,7 @@ class Workbench;
  * for the modules, the messages of the logger, the recordings and the exchanges.
  *
  * Closes all container windows when it closes or dies, so that the containers leave them alive. The workbench is not
- * owned and has to outlive the window. GUI thread.
+ * owned, has its plugins loaded before and has to outlive the window. GUI thread.
  */
 class MainWindow : public QMainWindow
 {
@@ -29,8 +30,8 @@ public:
     explicit MainWindow(Workbench *workbench, QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    /// Makes one more container and a way to open it; null when the plugin makes none.
-    ContainerInterface *addContainer();
+    /// Makes one more container of a plugin and a way to open it; null when the plugin makes none.
+    ContainerInterface *addContainer(int plugin = 0);
 
     /// Opens the container's window, or brings the one that it has to the front.
     void openContainer(ContainerInterface *container);
@@ -53,12 +54,13 @@ protected:
 
 private:
     void makeMenus();
+    void makeNewContainerActions(QMenu *menu);
     void makeDocks();
     QDockWidget *addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
                          const char *shortcut);
     void makeStatusBar();
     void offerContainer(ContainerInterface *container);
-    /// The container's own title, numbered from the second container on.
+    /// The container's own title, numbered from the second container of its kind on.
     QString titleOf(ContainerInterface *container) const;
     void bringToFront(ContainerInterface *container, ContainerWindow *window);
     void closeContainers();

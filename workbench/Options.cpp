@@ -38,13 +38,17 @@ QList<QCommandLineOption> allOptions()
                "WxH"),
         option("seed", Text::tr("Seed of all simulated noise, in place of the scene's own."), "N"),
         option("plugin",
-               Text::tr("The container plugin to load; default ../plugins/container_xy_plot.so beside the program."),
-               "FILE"),
+               Text::tr("A container plugin to load, or a folder of them; may be given more than once. Without it, "
+                        "those that came with the program and those in the user's plugin folder are loaded."),
+               "FILE|FOLDER"),
         option("palette", Text::tr("Colours of the windows: light, dark or system (the default)."), "NAME"),
         option("language", Text::tr("Language of the workbench: de or en; the system's own by default."), "CODE"),
         option("settings", Text::tr("The settings file; scenes use one that is thrown away unless this is given."),
                "FILE"),
         option("list-scenes", Text::tr("List the shipped scenes and end."), nullptr),
+        option("list-plugins", Text::tr("List the plugins, whether they are of use, and end."), nullptr),
+        option("self-test", Text::tr("Look whether this program and its plugins are complete and work, and end."),
+               nullptr),
         option("help", Text::tr("Show this text and end."), nullptr),
     };
 }
@@ -138,9 +142,12 @@ OptionsResult parseOptions(const QStringList &arguments)
     Options &options = result.options;
     options.wantsHelp = parser.isSet(QStringLiteral("help"));
     options.wantsSceneList = parser.isSet(QStringLiteral("list-scenes"));
+    options.wantsPluginList = parser.isSet(QStringLiteral("list-plugins"));
+    options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
     options.scene = textOf(parser, "scene", result.error);
     options.picture = textOf(parser, "picture", result.error);
-    options.plugin = textOf(parser, "plugin", result.error);
+    textOf(parser, "plugin", result.error);
+    options.plugins = parser.values(QStringLiteral("plugin"));
     options.settings = textOf(parser, "settings", result.error);
     options.log = textOf(parser, "log", result.error);
 

@@ -14,7 +14,7 @@ struct Options
     QString scene;                 ///< name of a shipped scene, or path of a scene file
     std::optional<double> seconds; ///< s, more than 0
     QString picture;               ///< path of the PNG file
-    QString plugin;                ///< path of the plugin file
+    QStringList plugins;           ///< paths of plugin files, or of folders of them
     QSize size;                    ///< of the container in its window, widget pixels; invalid when not given
     std::optional<quint32> seed;
     PaletteChoice palette = PaletteChoice::System;
@@ -23,6 +23,8 @@ struct Options
     QString language; ///< one of Language::codes()
     bool wantsHelp = false;
     bool wantsSceneList = false;
+    bool wantsPluginList = false;
+    bool wantsSelfTest = false;
 };
 
 /// Options, or one line that says what is wrong with them; \c error is empty when nothing is.

@@ -92,3 +92,8 @@ ContainerInterface *PluginFile::root() const
 {
     return m_root;
 }
+
+QString PluginFile::path() const
+{
+    return m_loader.fileName();
+}

@@ -29,6 +29,9 @@ public:
     /// The plugin's root object; null unless load() succeeded.
     ContainerInterface *root() const;
 
+    /// The absolute path of the file; empty before load().
+    QString path() const;
+
 private:
     Q_DISABLE_COPY(PluginFile)
 

@@ -1,10 +1,10 @@
 #include "RunPlan.h"
 
+#include "PluginFolders.h"
 #include "SceneReader.h"
 #include "TimedRun.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 
 namespace
@@ -42,11 +42,16 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     RunPlanResult result;
     RunPlan &plan = result.plan;
     plan.isTimed = isHeadless || options.seconds || !options.picture.isEmpty() || !options.log.isEmpty();
+    plan.isSelfTest = options.wantsSelfTest;
     plan.seconds = options.seconds.value_or(defaultRunSeconds);
     plan.size = options.size.isValid() || !plan.isTimed ? options.size : defaultPictureSize;
-    plan.plugin = options.plugin.isEmpty() ? QDir::cleanPath(QCoreApplication::applicationDirPath() +
-                                                             QStringLiteral("/../plugins/container_xy_plot.so"))
-                                           : options.plugin;
+    plan.plugins = PluginFolders::files(options.plugins);
+    if (plan.plugins.isEmpty()) {
+        result.error = Text::tr("%1: there is no plugin file in it").arg(options.plugins.join(QStringLiteral(", ")));
+        result.exitCode = RunPlanResult::exitFailure;
+        return result;
+    }
+    plan.requiredPlugins = options.plugins.isEmpty() ? 1 : plan.plugins.size();
     plan.log = absolute(options.log);
     const bool wantsPicture = plan.isTimed && (plan.log.isEmpty() || !options.picture.isEmpty());
     plan.picture =

@@ -5,15 +5,19 @@
 
 #include <QSize>
 #include <QString>
+#include <QStringList>
 
 /// What a run of the program is made of, once the command line is understood and its files were looked at.
 struct RunPlan
 {
     Scene scene;
-    bool hasScene = false; ///< a scene was asked for; else modules only
-    bool isTimed = false;  ///< ends by itself
+    bool hasScene = false;   ///< a scene was asked for; else modules only
+    bool isTimed = false;    ///< ends by itself
+    bool isSelfTest = false; ///< its results are looked at, and need not be told
     double seconds = 0.0;
-    QString plugin;
+    QStringList plugins; ///< paths of the files, at least one; the first makes the container that is opened
+    /// How many of them the run cannot do without, counted from the first: those that came unasked may be of no use.
+    int requiredPlugins = 1;
     QString picture; ///< absolute path; empty when none is wanted
     QString log;     ///< absolute path; empty when none is wanted
     QSize size;      ///< of the container, widget pixels; invalid where the window decides

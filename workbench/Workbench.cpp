@@ -5,6 +5,22 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <algorithm>
+
+namespace
+{
+
+/// By name: the same plugin in two files has two classes that share their settings.
+auto isOfClassOf(const ContainerInterface *container)
+{
+    const QByteArray className = container->metaObject()->className();
+    return [className](const std::unique_ptr<ContainerInterface> &other) {
+        return className == other->metaObject()->className();
+    };
+}
+
+} // namespace
+
 Workbench::Workbench(SimulationClock::Drive drive, int stepsPerExchange)
     : m_modules(&m_handler, drive, stepsPerExchange)
 {
@@ -22,10 +38,35 @@ Workbench::~Workbench()
 
 QString Workbench::loadPlugin(const QString &path)
 {
-    return m_plugin.load(path);
+    auto plugin = std::make_unique<PluginFile>();
+    QString problem = plugin->load(path);
+    if (problem.isEmpty()) {
+        m_plugins.push_back(std::move(plugin));
+    }
+    return problem;
+}
+
+int Workbench::pluginCount() const
+{
+    return int(m_plugins.size());
+}
+
+QString Workbench::pluginTitle(int plugin) const
+{
+    return m_plugins[size_t(plugin)]->root()->title();
+}
+
+QString Workbench::pluginPath(int plugin) const
+{
+    return m_plugins[size_t(plugin)]->path();
 }
 
 ModuleRack &Workbench::modules()
+{
+    return m_modules;
+}
+
+const ModuleRack &Workbench::modules() const
 {
     return m_modules;
 }
@@ -35,15 +76,18 @@ MessageLog &Workbench::messages()
     return m_messages;
 }
 
-ContainerInterface *Workbench::addContainer()
+ContainerInterface *Workbench::addContainer(int plugin)
 {
-    if (m_plugin.root() == nullptr) {
+    if (plugin < 0 || plugin >= pluginCount()) {
         return nullptr;
     }
-    // The settings of a clone are kept under its name: the same clones have to get the same names at every start.
-    const QString className = QString::fromLatin1(m_plugin.root()->metaObject()->className());
-    const QString name = QStringLiteral("%1 %2").arg(className).arg(m_containers.size() + 1);
-    PluginInterface *const clone = m_plugin.root()->clone(name, &m_handler);
+    ContainerInterface *const root = m_plugins[size_t(plugin)]->root();
+    // The settings of a clone are kept under its name: the same clones have to get the same names at every start,
+    // whatever other plugins are there.
+    const auto number = 1 + std::count_if(m_containers.cbegin(), m_containers.cend(), isOfClassOf(root));
+    const QString className = QString::fromLatin1(root->metaObject()->className());
+    const QString name = QStringLiteral("%1 %2").arg(className).arg(number);
+    PluginInterface *const clone = root->clone(name, &m_handler);
     auto *const container = qobject_cast<ContainerInterface *>(clone);
     if (container == nullptr) {
         delete clone;
@@ -60,4 +104,12 @@ QList<ContainerInterface *> Workbench::containers() const
         list.append(container.get());
     }
     return list;
+}
+
+int Workbench::numberOf(const ContainerInterface *container) const
+{
+    const auto place = std::find_if(m_containers.cbegin(), m_containers.cend(),
+                                    [container](const auto &other) { return other.get() == container; });
+    return place == m_containers.cend() ? 0
+                                        : 1 + int(std::count_if(m_containers.cbegin(), place, isOfClassOf(container)));
 }

@@ -1,11 +1,13 @@
 #include "Language.h"
 #include "MainWindow.h"
 #include "Options.h"
+#include "PluginFolders.h"
 #include "RecordingDriver.h"
 #include "Recordings.h"
 #include "RunPlan.h"
 #include "SceneReader.h"
 #include "SceneRunner.h"
+#include "SelfTest.h"
 #include "TimedRun.h"
 #include "Workbench.h"
 
@@ -21,6 +23,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace
 {
@@ -81,6 +84,61 @@ int listScenes()
     return 0;
 }
 
+/// Lists the plugins that were found; the exit code tells whether all are of use.
+int listPlugins(const QStringList &files)
+{
+    Workbench workbench(SimulationClock::Drive::Exchanges, 1);
+    int exitCode = 0;
+    for (const QString &file : files) {
+        const QString problem = workbench.loadPlugin(file);
+        if (!problem.isEmpty()) {
+            exitCode = complain(problem, exitFailure);
+            continue;
+        }
+        const int plugin = workbench.pluginCount() - 1;
+        say(QStringLiteral("%1  %2").arg(workbench.pluginTitle(plugin), -20).arg(workbench.pluginPath(plugin)));
+    }
+    return exitCode;
+}
+
+/// Loads the plugins of \a run. One that cannot be done without ends it; the others are complained of.
+bool loadPlugins(Workbench &workbench, const RunPlan &run, SelfTest *selfTest)
+{
+    int required = run.requiredPlugins;
+    for (const QString &file : run.plugins) {
+        const QString problem = workbench.loadPlugin(file);
+        if (selfTest != nullptr) {
+            selfTest->check(problem.isEmpty(), Text::tr("plugin: %1").arg(problem.isEmpty() ? file : problem));
+        } else if (!problem.isEmpty()) {
+            complain(problem, exitFailure);
+        }
+        if (required-- > 0 && !problem.isEmpty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Makes one container of each plugin, the same way.
+bool addContainers(MainWindow &window, const Workbench &workbench, const RunPlan &run, SelfTest *selfTest)
+{
+    for (int plugin = 0; plugin < workbench.pluginCount(); ++plugin) {
+        if (window.addContainer(plugin) != nullptr) {
+            continue;
+        }
+        const QString problem = Text::tr("%1: this plugin makes no container").arg(workbench.pluginPath(plugin));
+        if (selfTest != nullptr) {
+            selfTest->check(false, Text::tr("plugin: %1").arg(problem));
+        } else {
+            complain(problem, exitFailure);
+        }
+        if (plugin < run.requiredPlugins) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Opens the container, makes the scene's choices and sizes the plot window; returns what went wrong.
 QString setUp(MainWindow &window, ContainerInterface *container, const RunPlan &run)
 {
@@ -116,7 +174,9 @@ int runRecorded(MainWindow &window, ContainerInterface *container, const ModuleR
             return complain(error, exitFailure);
         }
     }
-    say(Text::tr("Lines recorded: %1; the log is %2").arg(watch->dataLines()).arg(watch->path()));
+    if (!run.isSelfTest) {
+        say(Text::tr("Lines recorded: %1; the log is %2").arg(watch->dataLines()).arg(watch->path()));
+    }
     return 0;
 }
 
@@ -135,11 +195,34 @@ int runTimed(MainWindow &window, ContainerInterface *container, const ModuleRack
             return complain(timedRun.error(), exitFailure);
         }
     }
-    say(Text::tr("Answers read: %1; the picture is %2").arg(modules.answeredRequests()).arg(run.picture));
+    if (!run.isSelfTest) {
+        say(Text::tr("Answers read: %1; the picture is %2").arg(modules.answeredRequests()).arg(run.picture));
+    }
     return 0;
 }
 
-int runWorkbench(const Options &options, const RunPlan &run)
+/// Runs the scene, which is set up, and looks at all that came of it.
+int testItself(SelfTest &test, MainWindow &window, const Workbench &workbench, const RunPlan &run)
+{
+    ContainerInterface *const container = workbench.containers().constFirst();
+    const int curves = run.scene.curves.size();
+    test.checkDrawings();
+    test.noteEmptyPlot(container);
+    if (test.check(
+            runTimed(window, container, workbench.modules(), run) == 0,
+            Text::tr("scene: \"%1\" ran for %2 s and was recorded").arg(run.scene.shownTitle()).arg(run.seconds))) {
+        const RecordingWatch *const watch = window.recordings()->watch(container);
+        test.checkPicture(run.picture, curves);
+        test.checkLog(run.log, curves, watch->dataLines() + watch->missingLines());
+    }
+    const QList<ContainerInterface *> containers = workbench.containers();
+    for (ContainerInterface *const each : containers) {
+        test.checkContainer(window, each);
+    }
+    return test.hasFailed() ? exitFailure : 0;
+}
+
+int runWorkbench(const Options &options, const RunPlan &run, SelfTest *selfTest)
 {
     // A scene has to show the same whatever was chosen in earlier runs, so remembered choices stay outside.
     QTemporaryDir throwAway;
@@ -154,9 +237,8 @@ int runWorkbench(const Options &options, const RunPlan &run)
 
     const auto drive = run.hasScene ? SimulationClock::Drive::Exchanges : SimulationClock::Drive::WallClock;
     Workbench workbench(drive, run.scene.stepsPerExchange());
-    const QString pluginProblem = workbench.loadPlugin(run.plugin);
-    if (!pluginProblem.isEmpty()) {
-        return complain(pluginProblem, exitFailure);
+    if (!loadPlugins(workbench, run, selfTest)) {
+        return exitFailure;
     }
     quint32 seed = options.seed.value_or(run.scene.seed);
     for (const SceneModule &module : run.scene.modules) {
@@ -164,10 +246,10 @@ int runWorkbench(const Options &options, const RunPlan &run)
     }
 
     MainWindow window(&workbench);
-    ContainerInterface *const container = window.addContainer();
-    if (container == nullptr) {
-        return complain(Text::tr("%1: this plugin makes no container").arg(run.plugin), exitFailure);
+    if (!addContainers(window, workbench, run, selfTest)) {
+        return exitFailure;
     }
+    ContainerInterface *const container = workbench.containers().constFirst();
     window.show();
     const QString problem = setUp(window, container, run);
     if (!problem.isEmpty()) {
@@ -177,6 +259,9 @@ int runWorkbench(const Options &options, const RunPlan &run)
         window.setWindowTitle(QStringLiteral("%1 - %2").arg(run.scene.shownTitle(), window.windowTitle()));
     } else {
         window.showHint();
+    }
+    if (selfTest != nullptr) {
+        return testItself(*selfTest, window, workbench, run);
     }
     return run.isTimed ? runTimed(window, container, workbench.modules(), run) : QCoreApplication::exec();
 }
@@ -216,7 +301,7 @@ int main(int argc, char **argv)
     if (toldExitCode >= 0) {
         return toldExitCode;
     }
-    const Options options = parseOptions(arguments).options;
+    Options options = parseOptions(arguments).options;
     const bool isHeadless = lacksDisplay();
     if (isHeadless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -233,6 +318,7 @@ int main(int argc, char **argv)
     int argumentCount = 1; // the toolkit has a --plugin of its own and must not see the rest
     const QApplication application(argumentCount, argv);
     QCoreApplication::setApplicationName(QStringLiteral("xy-plot-workbench"));
+    QGuiApplication::setDesktopFileName(QStringLiteral(DESKTOP_ENTRY)); // whose icon the windows get on a desktop
     Language::use(languageOf(options));
     applyPalette(options.palette);
     if (isHeadless) {
@@ -241,15 +327,23 @@ int main(int argc, char **argv)
         QApplication::setFont(font);
     }
 
+    if (options.wantsPluginList) {
+        return listPlugins(PluginFolders::files(options.plugins));
+    }
+    std::unique_ptr<SelfTest> selfTest;
+    if (options.wantsSelfTest) {
+        selfTest = std::make_unique<SelfTest>();
+        options = selfTest->completed(options);
+    }
     const RunPlanResult result = planRun(options, isHeadless);
     if (!result.error.isEmpty()) {
         return complain(result.error, result.exitCode);
     }
     const RunPlan &run = result.plan;
-    if (isHeadless) {
+    if (isHeadless && !run.isSelfTest) {
         say(Text::tr("There is no display: \"%1\" runs off screen for %2 s.")
                 .arg(run.scene.shownTitle())
                 .arg(run.seconds));
     }
-    return runWorkbench(options, run);
+    return runWorkbench(options, run, selfTest.get());
 }

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QRegularExpression>
 
 /// The built program with the real plugin, run as a person without a display would.
 class CommandLineTest : public GuardedTest
@@ -18,6 +19,9 @@ private slots:
     void sceneLeavesItsPicture();
     void sameCommandRecordsTheSameLines();
     void germanIsSpokenOnRequest();
+    void selfTestTellsWhatFails_data();
+    void selfTestTellsWhatFails();
+    void pluginsOfTheUserAreLoadedBesideTheOwn();
     void sceneOfOnesOwnIsNotTakenAtItsWord();
 
 private:
@@ -70,8 +74,9 @@ CommandLineTest::Outcome CommandLineTest::run(const QStringList &arguments) cons
         environment.remove(QString::fromLatin1(name));
     }
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), temporaryPath(QStringLiteral("config")));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), temporaryPath(QStringLiteral("data")));
     environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.info=false")); // of the fixtures
-    if (arguments.contains(QStringLiteral("--log"))) {
+    if (arguments.contains(QStringLiteral("--log")) || arguments.contains(QStringLiteral("--self-test"))) {
         // Under a leak checker: what the plugin keeps for good is known by whole stacks only, which take their time.
         environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("fast_unwind_on_malloc=0"));
     }
@@ -138,7 +143,7 @@ void CommandLineTest::helpAndScenesAreListed()
     const Outcome help = run({QStringLiteral("--help")});
     QCOMPARE(help.exitCode, 0);
     for (const char *option : {"--scene", "--seconds", "--picture", "--list-scenes", "--help", "--plugin", "--size",
-                               "--seed", "--palette", "--settings", "--log", "--language"}) {
+                               "--seed", "--palette", "--settings", "--log", "--language", "--self-test"}) {
         QVERIFY2(help.output.contains(QString::fromLatin1(option)), option);
     }
     const Outcome list = run({QStringLiteral("--list-scenes")});
@@ -223,6 +228,59 @@ void CommandLineTest::germanIsSpokenOnRequest()
     QCOMPARE(outcome.exitCode, 2);
     QVERIFY2(outcome.errors.join(QString()).contains(QStringLiteral("erwartet wird eine Zahl größer als 0")),
              qPrintable(outcome.errors.join(QString())));
+}
+
+void CommandLineTest::selfTestTellsWhatFails_data()
+{
+    QTest::addColumn<QString>("plugins");
+    QTest::addColumn<QString>("failure");
+
+    QTest::newRow("nothing") << QString() << QString();
+    QTest::newRow("no plugin file") << QStringLiteral("absent.so") << QStringLiteral("absent.so: there is no such");
+    QTest::newRow("broken plugin file") << QStringLiteral(FIXTURE_FOLDER "/missing_symbol.so")
+                                        << QStringLiteral("definedNowhere");
+    QTest::newRow("container that shows nothing")
+        << QStringLiteral(PLUGIN " " FIXTURE_FOLDER "/minimal_container.so") << QStringLiteral("\"Minimal\" opens");
+}
+
+void CommandLineTest::selfTestTellsWhatFails()
+{
+    QFETCH(QString, plugins);
+    QFETCH(QString, failure);
+    QStringList arguments = {QStringLiteral("--self-test")};
+    const QStringList files = plugins.isEmpty() ? QStringList() : plugins.split(QLatin1Char(' '));
+    for (const QString &file : files) {
+        arguments << QStringLiteral("--plugin") << file;
+    }
+    const Outcome outcome = run(arguments);
+    const QStringList failed =
+        outcome.output.split(QLatin1Char('\n')).filter(QRegularExpression(QStringLiteral("^FAIL")));
+    QVERIFY2(failed.size() == (failure.isEmpty() ? 0 : 1), qPrintable(outcome.output));
+    QVERIFY2(failure.isEmpty() || failed.constFirst().contains(failure), qPrintable(outcome.output));
+    QCOMPARE(outcome.exitCode, failure.isEmpty() ? 0 : 1);
+    QVERIFY(!failure.isEmpty() || outcome.output.count(QRegularExpression(QStringLiteral("(^|\n)ok "))) > 8);
+    QCOMPARE(leftBehind(), QStringList());
+}
+
+void CommandLineTest::pluginsOfTheUserAreLoadedBesideTheOwn()
+{
+    const QString folder = temporaryPath(QStringLiteral("data/xy-plot-workbench/plugins"));
+    QVERIFY(QDir().mkpath(folder));
+    // Two of them come before the own one in text order, which is still the one that scenes are made for.
+    QVERIFY(QFile::copy(QStringLiteral(FIXTURE_FOLDER "/minimal_container.so"), folder + QStringLiteral("/a.so")));
+    QVERIFY(QFile::copy(QStringLiteral(FIXTURE_FOLDER "/tool_plugin.so"), folder + QStringLiteral("/b.so")));
+    const Outcome list = run({QStringLiteral("--list-plugins")});
+    QCOMPARE(list.exitCode, 1);
+    const QStringList lines = list.output.split(QLatin1Char('\n'));
+    QVERIFY2(lines.size() == 3 && lines.at(0).startsWith(QStringLiteral("XY-Plotter ")) &&
+                 lines.at(1).startsWith(QStringLiteral("Minimal ")) && lines.at(1).endsWith(QStringLiteral("/a.so")),
+             qPrintable(list.output));
+
+    const Outcome scene = run({QStringLiteral("--seconds"), QStringLiteral("1")});
+    QVERIFY(QDir(folder).removeRecursively());
+    QCOMPARE(scene.exitCode, 0); // without the broken one, of which it complains
+    QVERIFY2(scene.errors.size() == 1 && scene.errors.constFirst().contains(QStringLiteral("b.so: ")),
+             qPrintable(scene.errors.join(QLatin1Char('\n'))));
 }
 
 void CommandLineTest::sceneOfOnesOwnIsNotTakenAtItsWord()

@@ -11,6 +11,7 @@
 #include <QDockWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QToolBar>
 #include <QToolButton>
@@ -26,6 +27,7 @@ private slots:
     void toolBarOpensClosesAndReopens();
     void panelPlugsModulesInAndOut();
     void rackRemembersWhatIsTakenOut();
+    void containersOfSeveralPluginsStandSideBySide();
     void everythingEndsInOrder();
     void closedHintStaysAway();
 
@@ -121,6 +123,34 @@ void MainWindowTest::rackRemembersWhatIsTakenOut()
     QVERIFY(again != nullptr);
     QVERIFY(again->isMoving() && again->isSilent());
     QCOMPARE(again->motion(1).amplitude, 123.0);
+}
+
+void MainWindowTest::containersOfSeveralPluginsStandSideBySide()
+{
+    // A second file with a class of the same name: their containers share settings, so their names must differ.
+    const QString copy = temporaryPath(QStringLiteral("copy.so"));
+    QVERIFY(QFile::copy(QStringLiteral(FIXTURE_FOLDER "/minimal_container.so"), copy));
+    Workbench workbench(SimulationClock::Drive::Exchanges, 1);
+    QCOMPARE(loadFixture(workbench), QString());
+    QVERIFY(!workbench.loadPlugin(QStringLiteral(FIXTURE_FOLDER "/tool_plugin.so")).isEmpty());
+    QCOMPARE(workbench.loadPlugin(copy), QString());
+    QCOMPARE(workbench.pluginCount(), 2);
+    QCOMPARE(workbench.pluginPath(1), copy);
+    MainWindow window(&workbench);
+    ContainerInterface *const first = window.addContainer(0);
+    ContainerInterface *const second = window.addContainer(1);
+    QVERIFY(first != nullptr && second != nullptr && window.addContainer(2) == nullptr);
+    QVERIFY(first->metaObject() != second->metaObject());
+    QCOMPARE(first->name(), QStringLiteral("MinimalContainer 1"));
+    QCOMPARE(second->name(), QStringLiteral("MinimalContainer 2"));
+
+    window.show();
+    const auto *const fileMenu = window.menuBar()->actions().constFirst()->menu();
+    fileMenu->actions().at(1)->trigger(); // a new one of the second plugin
+    QCOMPARE(workbench.containers().size(), 3);
+    QVERIFY(workbench.containers().constLast()->metaObject() == second->metaObject());
+    QCOMPARE(window.findChild<QMdiArea *>()->subWindowList().constFirst()->windowTitle(),
+             QStringLiteral("Minimal (3)"));
 }
 
 void MainWindowTest::everythingEndsInOrder()

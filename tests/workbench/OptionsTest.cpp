@@ -15,16 +15,16 @@ private slots:
 
 void OptionsTest::everythingGivenIsRead()
 {
-    const OptionsResult result =
-        parseOptions(QStringLiteral("program --scene phase --seconds 2.5 --picture a.png --plugin p.so --size 640x480 "
-                                    "--seed 4294967295 --palette dark --settings s.ini --log l.csv --language de")
-                         .split(QLatin1Char(' ')));
+    const OptionsResult result = parseOptions(
+        QStringLiteral("program --scene phase --seconds 2.5 --picture a.png --plugin p.so --plugin more "
+                       "--size 640x480 --seed 4294967295 --palette dark --settings s.ini --log l.csv --language de")
+            .split(QLatin1Char(' ')));
     QCOMPARE(result.error, QString());
     const Options &options = result.options;
     QCOMPARE(options.scene, QStringLiteral("phase"));
     QCOMPARE(options.seconds.value_or(0.0), 2.5);
     QCOMPARE(options.picture, QStringLiteral("a.png"));
-    QCOMPARE(options.plugin, QStringLiteral("p.so"));
+    QCOMPARE(options.plugins, QStringList({QStringLiteral("p.so"), QStringLiteral("more")}));
     QCOMPARE(options.size, QSize(640, 480));
     QCOMPARE(options.seed.value_or(0), 4294967295U);
     QVERIFY(options.palette == PaletteChoice::Dark);

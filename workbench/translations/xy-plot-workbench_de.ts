@@ -180,6 +180,10 @@
         <source>%1 of %2 modules plugged in</source>
         <translation>%1 von %2 Modulen eingesteckt</translation>
     </message>
+    <message>
+        <source>New %1</source>
+        <translation>Neu: %1</translation>
+    </message>
 </context>
 <context>
     <name>MessageModel</name>
@@ -329,10 +333,6 @@
         <translation>Startwert allen simulierten Rauschens, anstelle dessen der Szene.</translation>
     </message>
     <message>
-        <source>The container plugin to load; default ../plugins/container_xy_plot.so beside the program.</source>
-        <translation>Das zu ladende Container-Plugin; Vorgabe ../plugins/container_xy_plot.so neben dem Programm.</translation>
-    </message>
-    <message>
         <source>Colours of the windows: light, dark or system (the default).</source>
         <translation>Farben der Fenster: light (hell), dark (dunkel) oder system (die Vorgabe).</translation>
     </message>
@@ -399,6 +399,18 @@ Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild des Diagramms wird ges
 
 Optionen:
 </translation>
+    </message>
+    <message>
+        <source>A container plugin to load, or a folder of them; may be given more than once. Without it, those that came with the program and those in the user&apos;s plugin folder are loaded.</source>
+        <translation>Ein zu ladendes Container-Plugin oder ein Ordner mit solchen; darf mehrmals angegeben werden. Sonst werden die geladen, die zum Programm gehören, und die im Plugin-Ordner des Benutzers.</translation>
+    </message>
+    <message>
+        <source>List the plugins, whether they are of use, and end.</source>
+        <translation>Die Plugins auflisten, ob sie brauchbar sind, und enden.</translation>
+    </message>
+    <message>
+        <source>Look whether this program and its plugins are complete and work, and end.</source>
+        <translation>Nachsehen, ob dieses Programm und seine Plugins vollständig sind und arbeiten, und enden.</translation>
     </message>
 </context>
 <context>
@@ -586,6 +598,10 @@ Optionen:
         <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
         <translation>keine Szene und keine Datei heißt „%1“; die Szenen sind: %2</translation>
     </message>
+    <message>
+        <source>%1: there is no plugin file in it</source>
+        <translation>%1: darin ist keine Plugin-Datei</translation>
+    </message>
 </context>
 <context>
     <name>Scene</name>
@@ -701,6 +717,45 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>SelfTest</name>
+    <message>
+        <source>line %1 is &quot;%2&quot;</source>
+        <translation>Zeile %1 lautet „%2“</translation>
+    </message>
+    <message>
+        <source>drawings: the SVG image plugin of the toolkit draws the arrow of the boxes</source>
+        <translation>Zeichnungen: das SVG-Bild-Plugin des Toolkits zeichnet den Pfeil der Auswahlfelder</translation>
+    </message>
+    <message>
+        <source>picture: %1x%2 pixels</source>
+        <translation>Bild: %1x%2 Bildpunkte</translation>
+    </message>
+    <message>
+        <source>curve %1: drawn with %2 pixels</source>
+        <translation>Kurve %1: gezeichnet mit %2 Bildpunkten</translation>
+    </message>
+    <message>
+        <source>log: %1: %2</source>
+        <translation>Aufzeichnung: %1: %2</translation>
+    </message>
+    <message>
+        <source>log: %1 lines below the header, %2 were recorded</source>
+        <translation>Aufzeichnung: %1 Zeilen unter dem Kopf, %2 wurden aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>log: every line is whole and in its place</source>
+        <translation>Aufzeichnung: jede Zeile ist ganz und an ihrem Platz</translation>
+    </message>
+    <message>
+        <source>log: %1</source>
+        <translation>Aufzeichnung: %1</translation>
+    </message>
+    <message>
+        <source>container: &quot;%1&quot; opens and shows something</source>
+        <translation>Container: „%1“ öffnet sich und zeigt etwas</translation>
+    </message>
+</context>
+<context>
     <name>SimulatedModule</name>
     <message>
         <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
@@ -782,6 +837,14 @@ Optionen:
     <message>
         <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
         <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
+    </message>
+    <message>
+        <source>plugin: %1</source>
+        <translation>Plugin: %1</translation>
+    </message>
+    <message>
+        <source>scene: &quot;%1&quot; ran for %2 s and was recorded</source>
+        <translation>Szene: „%1“ lief %2 s lang und wurde aufgezeichnet</translation>
     </message>
 </context>
 </TS>

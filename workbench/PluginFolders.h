@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// Where the workbench's plugin files are. Needs the application object.
+namespace PluginFolders
+{
+
+/// The folder that came with the program, absolute: it lies beside the program, in a build as when installed.
+QString own();
+
+/// The folder for plugins of the person who runs the program, absolute; it need not exist.
+QString ofUser();
+
+/**
+ * The plugin files to load, in text order within a folder.
+ * \param asked files, and folders for all files in them, in the order wanted; when empty, own() and ofUser() are taken,
+ *              and the XY-Plotter's own file is the first, even if it is missing: scenes are made for it
+ */
+QStringList files(const QStringList &asked);
+
+} // namespace PluginFolders
