@@ -18,6 +18,13 @@ constexpr double fixedPointOne = 4294967296.0;
 
 static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "two neighbouring halves of words are read as one word");
 
+/// The first row whose centre lies beyond \a edge, which is not below -0.5.
+int beyond(double edge)
+{
+    const double firstCentre = edge + 0.5; // cut, not rounded: centres are in the middle of pixels
+    return static_cast<int>(firstCentre);
+}
+
 qint64 fixedPoint(double value)
 {
     return static_cast<qint64>(value * fixedPointOne);
@@ -91,8 +98,8 @@ struct CoverageMask::Capsule
         const double lowerY = std::max(fromY, toY);
         firstColumn = static_cast<int>(leftX - penRadius);
         endColumn = static_cast<int>(rightX + penRadius) + 1;
-        firstRow = static_cast<int>(upperY - penRadius + 0.5);
-        endRow = static_cast<int>(lowerY + penRadius + 0.5);
+        firstRow = beyond(upperY - penRadius);
+        endRow = beyond(lowerY + penRadius);
         x = static_cast<float>((deltaX < 0.0 ? rightX : leftX) - firstColumn + 0.5);
         y = static_cast<float>(upperY - firstRow - 0.5);
         dx = static_cast<float>(deltaX);
