@@ -15,6 +15,7 @@ namespace
 
 using Points = QVector<QPointF>;
 
+constexpr QSize size(300, 200); // widget pixels
 constexpr double penPixels = 2.0;
 // The painter's round ends and joins are polygons.
 constexpr double outlineTolerancePixels = 0.15;
@@ -23,7 +24,6 @@ const QColor color(220, 20, 60, 195);
 /// Where and how a curve is drawn.
 struct View
 {
-    QSize size = QSize(600, 400); // widget pixels
     double zoom = 1.0;
     bool square = false;
     bool lines = true;
@@ -36,7 +36,7 @@ Points mapped(const Points &points, const View &view)
     const QPointF centre = view.zoom == 1.0 ? QPointF() : points.at(points.size() / 2);
     const double range = 1.05 * CurveSamples::extent / view.zoom;
     const PointMapping mapping =
-        PlotGeometry(view.size, view.square)
+        PlotGeometry(size, view.square)
             .mapping(ranges(centre.x() - range, centre.x() + range, centre.y() - range, centre.y() + range));
     Points polyline;
     for (const QPointF &point : points) {
@@ -45,18 +45,12 @@ Points mapped(const Points &points, const View &view)
     return polyline;
 }
 
-QImage canvas(const View &view)
+QImage drawn(const Points &points, const View &view, bool plain = false)
 {
-    QImage image(view.size * view.ratio, QImage::Format_RGB32);
+    QImage image(size * view.ratio, QImage::Format_RGB32);
     image.setDevicePixelRatio(view.ratio);
     image.fill(QColor(10, 20, 30));
-    return image;
-}
-
-QImage drawn(const Points &points, const View &view, bool plain)
-{
-    QImage image = canvas(view);
-    const QRect clip = PlotGeometry(view.size, view.square).clipRectangle();
+    const QRect clip = PlotGeometry(size, view.square).clipRectangle();
     if (plain) {
         QPainter painter(&image);
         painter.setClipRect(clip);
@@ -103,158 +97,115 @@ class CurvePictureTest : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void likeThePainter_data();
-    void likeThePainter();
-    void capsule_data();
-    void capsule();
-    void fewPoints();
-    void runs();
-    void hostilePoints();
-};
-
-void CurvePictureTest::likeThePainter_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<bool>("lines");
-    const QStringList kinds = CurveSamples::kinds();
-    for (int kind = 0; kind < kinds.size(); ++kind) {
-        QTest::addRow("%s, line", qPrintable(kinds.at(kind))) << kind << true;
-        QTest::addRow("%s, dots", qPrintable(kinds.at(kind))) << kind << false;
+    void likeThePainter_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<bool>("lines");
+        const QStringList kinds = CurveSamples::kinds();
+        for (int kind = 0; kind < kinds.size(); ++kind) {
+            QTest::addRow("%s, line", qPrintable(kinds.at(kind))) << kind << true;
+            QTest::addRow("%s, dots", qPrintable(kinds.at(kind))) << kind << false;
+        }
     }
-}
 
-void CurvePictureTest::likeThePainter()
-{
-    QFETCH(int, kind);
-    QFETCH(bool, lines);
-    const Points points = CurveSamples::curve(kind, 2000, kind % 4);
-    const QSize size(300, 200);
-    const QVector<View> views = {{size, 1.0, false, lines, 1.0},  {size, 3.0, false, lines, 1.0},
-                                 {size, 10.0, false, lines, 1.0}, {size, 100.0, true, lines, 1.0},
-                                 {size, 1.0, true, lines, 1.0},   {size, 1.0, false, lines, 2.0},
-                                 {size, 2.0, false, lines, 1.5}};
-    for (const View &view : views) {
-        const Points polyline = mapped(points, view);
-        const QImage ours = drawn(polyline, view, false);
-        const QImage plain = drawn(polyline, view, true);
-        const QRgb background = canvas(view).pixel(0, 0);
-        int inked = 0;
-        int differing = 0;
-        double worst = 0.0;
-        for (int y = 0; y < ours.height(); ++y) {
-            for (int x = 0; x < ours.width(); ++x) {
-                inked += plain.pixel(x, y) != background ? 1 : 0;
-                if (ours.pixel(x, y) != plain.pixel(x, y)) {
-                    ++differing;
-                    worst = qMax(worst, distanceFromOutline({x + 0.5, y + 0.5}, polyline, view));
+    void likeThePainter()
+    {
+        QFETCH(int, kind);
+        QFETCH(bool, lines);
+        const Points points = CurveSamples::curve(kind, 2000, kind % 4);
+        const View views[] = {{1.0, false, lines, 1.0},  {3.0, false, lines, 1.0}, {10.0, false, lines, 1.0},
+                              {100.0, true, lines, 1.0}, {1.0, true, lines, 1.0},  {1.0, false, lines, 2.0},
+                              {2.0, false, lines, 1.5}};
+        for (const View &view : views) {
+            const Points polyline = mapped(points, view);
+            const QImage ours = drawn(polyline, view);
+            const QImage plain = drawn(polyline, view, true);
+            const QRgb background = plain.pixel(0, 0);
+            int inked = 0;
+            int differing = 0;
+            double worst = 0.0;
+            for (int y = 0; y < ours.height(); ++y) {
+                for (int x = 0; x < ours.width(); ++x) {
+                    inked += plain.pixel(x, y) != background ? 1 : 0;
+                    if (ours.pixel(x, y) != plain.pixel(x, y)) {
+                        ++differing;
+                        worst = qMax(worst, distanceFromOutline({x + 0.5, y + 0.5}, polyline, view));
+                    }
+                }
+            }
+            const QString what = QStringLiteral("zoom %1 ratio %2 worst %3 differing %4 of %5");
+            const QString told = what.arg(view.zoom).arg(view.ratio).arg(worst).arg(differing).arg(inked);
+            QVERIFY2(inked > 0 && worst <= outlineTolerancePixels, qPrintable(told));
+            QVERIFY2(!lines || view.zoom > 1.0 || differing <= inked / 100, qPrintable(told));
+        }
+    }
+
+    void capsule()
+    {
+        const struct
+        {
+            QPointF from;
+            QPointF to;
+            double radius;
+        } capsules[] = {
+            {{30.2, 20.3}, {30.9, 20.1}, 1.0},       // short
+            {{5.2, 20.3}, {90.9, 20.3 + 1e-7}, 1.0}, // nearly level
+            {{90.2, 20.3}, {5.2, 20.3 + 1e-5}, 1.5}, // hardly rising
+            {{30.2, 50.3}, {31.9, 3.1}, 1.5},        // steep
+            {{70.3, 50.3}, {70.3, 3.1}, 9.0},        // upright, wide
+            {{80.2, 50.3}, {31.9, 3.1}, 4.0},        // slanted
+            {{-500.1, -200.2}, {700.2, 301.3}, 3.0}, // over all edges
+            {{-3.1, 2.2}, {3.2, -3.1}, 2.0},         // into a corner
+            {{50.1, 30.2}, {-7e8, 3e9}, 1.0},        // far away
+            {{-3.1, -30.2}, {-2.1, 99}, 2.0},        // outside
+        };
+        const QSize area(100, 60);
+        for (const auto &stroke : capsules) {
+            CoverageMask mask(area, stroke.radius);
+            mask.addSegment(stroke.from, stroke.to);
+            QSet<int> covered;
+            mask.visitRuns([&](int row, int first, int count) {
+                for (int column = first; column < first + count; ++column) {
+                    covered.insert(row * area.width() + column);
+                }
+            });
+            for (int pixel = 0; pixel < area.width() * area.height(); ++pixel) {
+                const QPointF centre(pixel % area.width() + 0.5, pixel / area.width() + 0.5);
+                const double off = distance(centre, stroke.from, stroke.to) - stroke.radius;
+                if (std::abs(off) > 1e-5) {
+                    QCOMPARE(covered.contains(pixel), off < 0);
                 }
             }
         }
-        const QByteArray what = QByteArrayLiteral("zoom ") + QByteArray::number(view.zoom) + " ratio " +
-                                QByteArray::number(view.ratio) + " worst " + QByteArray::number(worst) + " differing " +
-                                QByteArray::number(differing) + " of " + QByteArray::number(inked);
-        QVERIFY2(inked > 0, what);
-        QVERIFY2(worst <= outlineTolerancePixels, what);
-        QVERIFY2(!lines || view.zoom > 1.0 || differing <= inked / 100, what);
     }
-}
 
-void CurvePictureTest::capsule_data()
-{
-    QTest::addColumn<QPointF>("from");
-    QTest::addColumn<QPointF>("to");
-    QTest::addColumn<double>("radius");
-    QTest::newRow("short") << QPointF(30.2, 20.3) << QPointF(30.9, 20.1) << 1.0;
-    QTest::newRow("shallow") << QPointF(5.2, 20.3) << QPointF(90.9, 21.1) << 1.0;
-    QTest::newRow("nearly level") << QPointF(5.2, 20.3) << QPointF(90.9, 20.3 + 1e-7) << 1.0;
-    QTest::newRow("hardly rising") << QPointF(90.2, 20.3) << QPointF(5.2, 20.3 + 1e-5) << 1.5;
-    QTest::newRow("steep") << QPointF(30.2, 50.3) << QPointF(31.9, 3.1) << 1.5;
-    QTest::newRow("upright, wide") << QPointF(70.3, 50.3) << QPointF(70.3, 3.1) << 9.0;
-    QTest::newRow("slanted") << QPointF(80.2, 50.3) << QPointF(31.9, 3.1) << 4.0;
-    QTest::newRow("over all edges") << QPointF(-500.1, -200.2) << QPointF(700.2, 301.3) << 3.0;
-    QTest::newRow("into a corner") << QPointF(-3.1, 2.2) << QPointF(3.2, -3.1) << 2.0;
-    QTest::newRow("far away") << QPointF(50.1, 30.2) << QPointF(-7e8, 3e9) << 1.0;
-    QTest::newRow("outside") << QPointF(-3.1, -30.2) << QPointF(-2.1, 99) << 2.0;
-}
+    /// What is no number or out of reach interrupts; everything else shows where it crosses the clip rectangle.
+    void hostilePoints()
+    {
+        View view;
+        const double none = qQNaN();
+        const Points seen = {{100, 100}, {120, 150}, {200, 120}};
+        Points points = {{none, 0}, {100, 100}, {120, 150}, {200, 120}, {qInf(), 120}, {5e307, -1e301}, {1, -qInf()}};
+        QCOMPARE(drawn(points, view), drawn(seen, view));
 
-void CurvePictureTest::capsule()
-{
-    QFETCH(QPointF, from);
-    QFETCH(QPointF, to);
-    QFETCH(double, radius);
-    const QSize size(100, 60);
-    CoverageMask mask(size, radius);
-    mask.addSegment(from, to);
-    QVector<QPoint> covered;
-    mask.visitRuns([&covered](int row, int first, int count) {
-        for (int column = first; column < first + count; ++column) {
-            covered.append({column, row});
+        const QImage level = drawn({{0, 100}, {300, 100}}, view);
+        for (const double far : {1e4, 1e9, 1e18, 9e299}) {
+            QCOMPARE(drawn({{-far, 100}, {far, 100}}, view), level);
+            QCOMPARE(drawn({{far, 100}, {150, 100}, {-far, 100}}, view), level);
+            const QImage slanted = drawn({{150, 100}, {150 + far, 100 + far}}, view);
+            QVERIFY(slanted.pixel(190, 140) != slanted.pixel(0, 0));
         }
-    });
-    for (int y = 0; y < size.height(); ++y) {
-        for (int x = 0; x < size.width(); ++x) {
-            const double off = distance({x + 0.5, y + 0.5}, from, to);
-            if (std::abs(off - radius) > 1e-5) {
-                QCOMPARE(covered.contains({x, y}), off < radius);
+        for (const double x : {-1e300, -3e9, 0.0, 1e-310, 150.0, 2147483648.0, 1e18, 1e300, qInf(), none}) {
+            for (const double y : {-1e300, -1e17, -1e-310, 100.0, 4294967296.0, 1e300, -qInf(), none}) {
+                points.append({{x, y}, {y, x}, {150, 100}, {x, y}});
             }
         }
-    }
-}
-
-void CurvePictureTest::fewPoints()
-{
-    const QPointF middle(300.3, 200.4);
-    for (const bool lines : {true, false}) {
-        View view;
-        view.lines = lines;
-        QCOMPARE(drawn({middle}, view, false), drawn({middle}, view, true));
-        QCOMPARE(drawn({middle, middle, middle}, view, false), drawn({middle, middle, middle}, view, true));
-    }
-    const QPointF end(310, 190);
-    QCOMPARE(drawn({middle, middle, end, end}, View(), false), drawn({middle, end}, View(), false));
-}
-
-void CurvePictureTest::runs()
-{
-    CoverageMask mask(QSize(200, 3), 1.0);
-    mask.addSegment({-10, 1.5}, {130.1, 1.5}); // the centres of the rows above and below are on the outline
-    mask.addSegment({150, 1.5}, {400, 1.5});
-    QStringList found;
-    mask.visitRuns([&found](int row, int first, int count) {
-        found.append(QStringLiteral("%1:%2+%3").arg(row).arg(first).arg(count));
-    });
-    const QStringList middle = {"1:0+64", "1:64+64", "1:128+3", "1:149+43", "1:192+8"};
-    const QStringList below = {"2:0+64", "2:64+64", "2:128+2", "2:150+42", "2:192+8"};
-    QCOMPARE(found, middle + below);
-}
-
-/// What is no number or out of reach interrupts; everything else shows where it crosses the clip rectangle.
-void CurvePictureTest::hostilePoints()
-{
-    const View view;
-    const double none = qQNaN();
-    const Points seen = {{100, 100}, {200, 150}, {400, 120}};
-    Points points = {{none, 0}, {100, 100}, {200, 150}, {400, 120}, {qInf(), 120}, {5e307, -1e301}, {1, -qInf()}};
-    QCOMPARE(drawn(points, view, false), drawn(seen, view, false));
-
-    const QImage level = drawn({{0, 200}, {600, 200}}, view, false);
-    for (const double far : {1e4, 1e9, 1e18, 9e299}) {
-        QCOMPARE(drawn({{-far, 200}, {far, 200}}, view, false), level);
-        QCOMPARE(drawn({{far, 200}, {300, 200}, {-far, 200}}, view, false), level);
-        const QImage slanted = drawn({{300, 200}, {300 + far, 200 + far}}, view, false);
-        QVERIFY(slanted.pixel(430, 330) != slanted.pixel(0, 0));
-    }
-    for (const double x : {-1e300, -3e9, 0.0, 1e-310, 300.0, 2147483648.0, 1e18, 1e300, qInf(), none}) {
-        for (const double y : {-1e300, -1e17, -1e-310, 200.0, 4294967296.0, 1e300, -qInf(), none}) {
-            points.append({{x, y}, {y, x}, {300, 200}, {x, y}});
+        for (const bool lines : {true, false}) {
+            view.lines = lines;
+            QCOMPARE(drawn(points, view).size(), size);
         }
     }
-    for (const bool lines : {true, false}) {
-        View dense = view;
-        dense.lines = lines;
-        QCOMPARE(drawn(points, dense, false).size(), view.size);
-    }
-}
+};
 
 GUARDED_TEST_MAIN(CurvePictureTest)
 #include "CurvePictureTest.moc"

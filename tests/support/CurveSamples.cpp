@@ -8,32 +8,6 @@
 #include <cmath>
 #include <random>
 
-namespace
-{
-
-/// Evenly in -1 to 1; unlike the library's distributions the same everywhere.
-class Noise
-{
-public:
-    explicit Noise(int variant) : m_engine(static_cast<std::mt19937::result_type>(variant + 1)) {}
-
-    double operator()()
-    {
-        return static_cast<double>(m_engine()) / static_cast<double>(std::mt19937::max()) * 2.0 - 1.0;
-    }
-
-private:
-    std::mt19937 m_engine;
-};
-
-/// A wave of period 1 between -1 and 1 that rises and then falls at once.
-double sawTooth(double phase)
-{
-    return 2.0 * (phase - std::floor(phase)) - 1.0;
-}
-
-} // namespace
-
 QStringList CurveSamples::kinds()
 {
     return {QStringLiteral("circle"),       QStringLiteral("Lissajous"), QStringLiteral("noisy ramp"),
@@ -43,7 +17,12 @@ QStringList CurveSamples::kinds()
 
 QVector<QPointF> CurveSamples::curve(int kind, int pointCount, int variant)
 {
-    Noise noise(variant);
+    // Evenly in -1 to 1; unlike the library's distributions the same everywhere.
+    std::mt19937 engine(static_cast<std::mt19937::result_type>(variant + 1));
+    const auto noise = [&engine] {
+        return static_cast<double>(engine()) / static_cast<double>(std::mt19937::max()) * 2.0 - 1.0;
+    };
+    const auto sawTooth = [](double phase) { return 2.0 * (phase - std::floor(phase)) - 1.0; };
     QPointF walker;
     QVector<QPointF> points;
     points.reserve(pointCount);

@@ -8,21 +8,9 @@
 namespace
 {
 
-struct Message
-{
-    QtMsgType type;
-    QString text;
-};
-
-struct Expectation
-{
-    QtMsgType type;
-    QRegularExpression pattern;
-};
-
 QtMessageHandler previousHandler = nullptr;
-QVector<Message> seen;
-QVector<Expectation> expected;
+QVector<QPair<QtMsgType, QString>> seen;
+QVector<QPair<QtMsgType, QRegularExpression>> expected;
 
 void record(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
@@ -45,9 +33,9 @@ void GuardedTest::expectMessage(QtMsgType type, const QRegularExpression &patter
 QStringList GuardedTest::messages(QtMsgType type) const
 {
     QStringList texts;
-    for (const Message &message : qAsConst(seen)) {
-        if (message.type == type) {
-            texts.append(message.text);
+    for (const auto &message : qAsConst(seen)) {
+        if (message.first == type) {
+            texts.append(message.second);
         }
     }
     return texts;
@@ -72,24 +60,22 @@ void GuardedTest::cleanup()
 {
     qInstallMessageHandler(previousHandler);
     AppSettings::setStoreFile(QString());
-    QStringList unexpected;
-    for (const Message &message : qAsConst(seen)) {
-        const auto announced = std::find_if(expected.begin(), expected.end(), [&](const Expectation &expectation) {
-            return expectation.type == message.type && expectation.pattern.match(message.text).hasMatch();
+    QStringList faults;
+    for (const auto &message : qAsConst(seen)) {
+        const auto announced = std::find_if(expected.begin(), expected.end(), [&](const auto &expectation) {
+            return expectation.first == message.first && expectation.second.match(message.second).hasMatch();
         });
         if (announced != expected.end()) {
             expected.erase(announced);
-        } else if (message.type == QtWarningMsg || message.type == QtCriticalMsg) {
-            unexpected.append(message.text);
+        } else if (message.first == QtWarningMsg || message.first == QtCriticalMsg) {
+            faults.append(QStringLiteral("unexpected: ") + message.second);
         }
     }
-    QStringList missing;
-    for (const Expectation &expectation : qAsConst(expected)) {
-        missing.append(expectation.pattern.pattern());
+    for (const auto &expectation : qAsConst(expected)) {
+        faults.append(QStringLiteral("never came: ") + expectation.second.pattern());
     }
     m_folder.reset();
-    QVERIFY2(unexpected.isEmpty(), qPrintable(QStringLiteral("unexpected: ") + unexpected.join(QLatin1Char('\n'))));
-    QVERIFY2(missing.isEmpty(), qPrintable(QStringLiteral("never came: ") + missing.join(QLatin1Char('\n'))));
+    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));
 }
 
 void prepareTestEnvironment()

@@ -4,31 +4,19 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
-#include <QCheckBox>
 #include <QFileDialog>
-#include <QRadioButton>
-#include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace
 {
 
 constexpr int refreshIntervalMs = 250;
 
-QString partName(const char *part, int curve, char axis)
-{
-    return QString::fromLatin1(part) + QString::number(curve) + QStringLiteral("dockWidgetContents") +
-           QLatin1Char(axis);
-}
-
 } // namespace
-
-bool TimerGate::eventFilter(QObject *watched, QEvent *event)
-{
-    return (event->type() == QEvent::Timer && !isOpen) || QObject::eventFilter(watched, event);
-}
 
 PluginHarness::PluginHarness(ContainerInterface *root, const QString &name)
     : plugin(static_cast<ContainerInterface *>(root->clone(name, &handler)))
@@ -41,17 +29,16 @@ PluginHarness::~PluginHarness()
     delete plugin;
 }
 
-void PluginHarness::open(const QSize &size)
+void PluginHarness::open()
 {
     window = new QDialog;
     auto *const layout = new QVBoxLayout(window);
-    layout->setContentsMargins(0, 0, 0, 0);
-    plugin->installEventFilter(&m_gate);
+    plugin->installEventFilter(this);
     plugin->setParent(window);
     plugin->init(window);
     layout->addWidget(plugin);
     plugin->show();
-    window->resize(size);
+    window->resize(900, 600);
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window));
     const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(plugin);
@@ -66,22 +53,17 @@ void PluginHarness::close()
     QCoreApplication::sendPostedEvents(window, QEvent::DeferredDelete);
 }
 
-void PluginHarness::sampleTick()
-{
-    deliver(m_sampleTimerId);
-}
-
-void PluginHarness::refreshTick()
-{
-    deliver(m_refreshTimerId);
-}
-
 void PluginHarness::deliver(int timerId)
 {
     QTimerEvent event(timerId);
-    m_gate.isOpen = true;
+    m_isDelivering = true;
     QCoreApplication::sendEvent(plugin, &event);
-    m_gate.isOpen = false;
+    m_isDelivering = false;
+}
+
+bool PluginHarness::eventFilter(QObject *watched, QEvent *event)
+{
+    return (event->type() == QEvent::Timer && !m_isDelivering) || QObject::eventFilter(watched, event);
 }
 
 int PluginHarness::activeTimers() const
@@ -89,66 +71,40 @@ int PluginHarness::activeTimers() const
     return QAbstractEventDispatcher::instance()->registeredTimers(plugin).size();
 }
 
-ComboBox *PluginHarness::moduleBox(int curve, char axis) const
+QString PluginHarness::partName(const char *part, int curve, char axis)
 {
-    return find<ComboBox>(partName("cmbm", curve, axis));
+    return QStringLiteral("%1%2dockWidgetContents%3").arg(QLatin1String(part)).arg(curve).arg(QLatin1Char(axis));
 }
 
-ComboBox *PluginHarness::motorBox(int curve, char axis) const
+QAbstractButton *PluginHarness::button(const QString &accessibleName) const
 {
-    return find<ComboBox>(partName("motor", curve, axis));
-}
-
-QTableView *PluginHarness::table(int curve, char axis) const
-{
-    return find<QTableView>(partName("cmds", curve, axis));
-}
-
-QAbstractButton *PluginHarness::curveBox(int curve) const
-{
-    QList<QAbstractButton *> boxes;
-    for (QCheckBox *const box : plot()->findChildren<QCheckBox *>()) {
-        if (box->property("ColorName").isValid()) {
-            boxes.append(box);
-        }
-    }
-    return boxes.at(curve);
-}
-
-QAbstractButton *PluginHarness::showAllBox() const
-{
-    for (QCheckBox *const box : plot()->findChildren<QCheckBox *>()) {
-        if (box->toolTip() == QStringLiteral("Show all data")) {
-            return box;
-        }
-    }
-    return nullptr;
-}
-
-QAbstractButton *PluginHarness::radioButton(int curve) const
-{
-    return find<QWidget>(QStringLiteral("RadioButtonFrame"))->findChildren<QRadioButton *>().at(curve);
+    const QList<QAbstractButton *> buttons = plugin->findChildren<QAbstractButton *>();
+    const auto found = std::find_if(buttons.begin(), buttons.end(), [&](const QAbstractButton *button) {
+        return button->accessibleName() == accessibleName;
+    });
+    return found == buttons.end() ? nullptr : *found;
 }
 
 QWidget *PluginHarness::plot() const
 {
-    const QList<QWidget *> children = find<QWidget>(QStringLiteral("widgetPlot"))->findChildren<QWidget *>();
-    for (QWidget *const child : children) {
-        if (child->inherits("Plotter")) {
-            return child;
-        }
-    }
-    return nullptr;
+    return find(QStringLiteral("widgetPlot"))->layout()->itemAt(1)->widget();
+}
+
+bool PluginHarness::isCurveAt(QPointF point, QRectF range) const
+{
+    const double width = plot()->width() - 101;
+    const double height = plot()->height() - 101;
+    const double pixelX = 50 + (point.x() - range.left()) * width / range.width();
+    const double pixelY = plot()->height() - 41 - (point.y() - range.top()) * height / range.height();
+    const QColor color = plot()->grab().toImage().pixelColor(qRound(pixelX), qRound(pixelY));
+    return color.red() > color.green() + 60 && color.red() > color.blue() + 40;
 }
 
 bool PluginHarness::pick(ComboBox *box, const QString &text)
 {
     box->setFocus();
     QTest::keyClick(box, Qt::Key_Home);
-    for (int step = 0; step < box->count(); ++step) {
-        if (box->currentText().trimmed() == text) {
-            return true;
-        }
+    for (int step = 1; step < box->count() && box->currentText().trimmed() != text; ++step) {
         QTest::keyClick(box, Qt::Key_Down);
     }
     return box->currentText().trimmed() == text;
@@ -157,12 +113,11 @@ bool PluginHarness::pick(ComboBox *box, const QString &text)
 int PluginHarness::rowOf(const QTableView *table, const QString &name)
 {
     const QAbstractItemModel *const model = table->model();
-    for (int row = 0; model != nullptr && row < model->rowCount(); ++row) {
-        if (model->index(row, 2).data().toString().startsWith(name)) {
-            return row;
-        }
+    if (model == nullptr) {
+        return -1;
     }
-    return -1;
+    const QModelIndexList found = model->match(model->index(0, 2), Qt::DisplayRole, name, 1, Qt::MatchStartsWith);
+    return found.isEmpty() ? -1 : found.constFirst().row();
 }
 
 bool PluginHarness::clickCell(QTableView *table, int row, int column)
@@ -179,19 +134,9 @@ bool PluginHarness::clickCell(QTableView *table, int row, int column)
 bool PluginHarness::choose(int curve, char axis, const QString &module, const QString &motor, const QString &value)
 {
     radioButton(curve)->click();
-    if (!pick(moduleBox(curve, axis), module)) {
-        return false;
-    }
-    if (!motor.isEmpty() && !pick(motorBox(curve, axis), motor)) {
-        return false;
-    }
     QTableView *const values = table(curve, axis);
-    return clickCell(values, rowOf(values, value));
-}
-
-QCheckBox *PluginHarness::logBox() const
-{
-    return find<QCheckBox>(QStringLiteral("cbLog"));
+    return pick(moduleBox(curve, axis), module) && (motor.isEmpty() || pick(motorBox(curve, axis), motor)) &&
+           clickCell(values, rowOf(values, value));
 }
 
 void PluginHarness::clickLog(const std::function<void(QFileDialog *)> &answer) const
@@ -217,10 +162,8 @@ void PluginHarness::startLog(const QString &path) const
 
 QStandardItemModel *PluginHarness::exported()
 {
-    if (auto *const previous = window->findChild<ExportCSV *>(QStringLiteral("ExportXY"))) {
-        delete previous;
-    }
-    QTest::mouseClick(find<QWidget>(QStringLiteral("btnExport")), Qt::LeftButton);
+    delete window->findChild<ExportCSV *>(QStringLiteral("ExportXY"));
+    QTest::mouseClick(find(QStringLiteral("btnExport")), Qt::LeftButton);
     auto *const shown = window->findChild<ExportCSV *>(QStringLiteral("ExportXY"));
     return shown == nullptr ? nullptr : plugin->findChildren<QStandardItemModel *>().constLast();
 }

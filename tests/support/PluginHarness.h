@@ -12,38 +12,36 @@
 
 #include <functional>
 
-class ExportCSV;
-class QCheckBox;
 class QFileDialog;
-
-/// Holds back the timer events of an object unless it is open: time passes when the test says so.
-class TimerGate : public QObject
-{
-    Q_OBJECT
-
-public:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
-    bool isOpen = false;
-};
 
 /**
  * A plugin instance in a container window, driven as a person and a host would: through widgets found by their names,
  * real clicks and keys, and timer events. Works on a plugin that was loaded as well as on one that is linked in.
  */
-class PluginHarness
+class PluginHarness : public QObject
 {
+    Q_OBJECT
+
 public:
     /// \param root the object that the plugin loader hands out; not owned
     explicit PluginHarness(ContainerInterface *root, const QString &name = QStringLiteral("Plot"));
-    ~PluginHarness();
+    ~PluginHarness() override;
 
     /// Opens the plugin in a new container window; its timers fire only by the calls below.
-    void open(const QSize &size = QSize(900, 600));
+    void open();
     void close();
 
-    void sampleTick(); ///< Delivers an event of the sampling timer.
-    void refreshTick();
+    /// Delivers an event of the sampling timer.
+    void sampleTick()
+    {
+        deliver(m_sampleTimerId);
+    }
+
+    void refreshTick()
+    {
+        deliver(m_refreshTimerId);
+    }
+
     int activeTimers() const;
 
     template<typename Widget = QWidget> Widget *find(const QString &objectName) const
@@ -51,13 +49,43 @@ public:
         return plugin->findChild<Widget *>(objectName);
     }
 
-    ComboBox *moduleBox(int curve, char axis) const;
-    ComboBox *motorBox(int curve, char axis) const;
-    QTableView *table(int curve, char axis) const;
-    QAbstractButton *curveBox(int curve) const;    ///< "Enable recording"
-    QAbstractButton *radioButton(int curve) const; ///< selects the curve whose pages are shown
-    QAbstractButton *showAllBox() const;
+    ComboBox *moduleBox(int curve, char axis) const
+    {
+        return find<ComboBox>(partName("cmbm", curve, axis));
+    }
+
+    ComboBox *motorBox(int curve, char axis) const
+    {
+        return find<ComboBox>(partName("motor", curve, axis));
+    }
+
+    QTableView *table(int curve, char axis) const
+    {
+        return find<QTableView>(partName("cmds", curve, axis));
+    }
+
+    QAbstractButton *button(const QString &accessibleName) const;
+
+    /// "Enable recording"
+    QAbstractButton *curveBox(int curve) const
+    {
+        return button(QStringLiteral("Enable recording %1").arg(curve + 1));
+    }
+
+    /// Selects the curve whose pages are shown.
+    QAbstractButton *radioButton(int curve) const
+    {
+        return button(QStringLiteral("Curve %1").arg(curve + 1));
+    }
+
+    QAbstractButton *logBox() const
+    {
+        return find<QAbstractButton>(QStringLiteral("cbLog"));
+    }
+
     QWidget *plot() const;
+    /// Whether the first curve's colour is shown where a data point would be if the plot showed \a range.
+    bool isCurveAt(QPointF point, QRectF range) const;
 
     /// Picks by keyboard the entry whose trimmed text is \a text.
     static bool pick(ComboBox *box, const QString &text);
@@ -68,7 +96,6 @@ public:
     /// Selects the curve, module, motor (empty: none offered) and value of one axis as a person would.
     bool choose(int curve, char axis, const QString &module, const QString &motor, const QString &value);
 
-    QCheckBox *logBox() const;
     /// Clicks the log box and does \a answer with the dialog that it opens; fails without a dialog.
     void clickLog(const std::function<void(QFileDialog *)> &answer) const;
     /// Starts a recording into \a path through the box and its dialog.
@@ -79,14 +106,18 @@ public:
     /// The exported points of the curve at position \a pair, oldest first.
     QVector<QPointF> points(int pair = 0);
 
+    /// Holds back the plugin's timer events but those that the test delivers: time passes when the test says so.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
     PluginHandler handler;
     QPointer<ContainerInterface> plugin;
     QPointer<QDialog> window;
 
 private:
+    static QString partName(const char *part, int curve, char axis);
     void deliver(int timerId);
 
-    TimerGate m_gate;
+    bool m_isDelivering = false;
     int m_sampleTimerId = 0;
     int m_refreshTimerId = 0;
 };

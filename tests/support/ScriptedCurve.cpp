@@ -36,18 +36,3 @@ void ScriptedCurve::sample(qint32 newX, qint32 newY)
     y = newY;
     sampleTick();
 }
-
-QImage ScriptedCurve::picture() const
-{
-    return plot()->grab().toImage();
-}
-
-bool ScriptedCurve::isCurveAt(QPointF point, QRectF range) const
-{
-    const double width = plot()->width() - 101;
-    const double height = plot()->height() - 101;
-    const double pixelX = 50 + (point.x() - range.left()) * width / range.width();
-    const double pixelY = plot()->height() - 41 - (point.y() - range.top()) * height / range.height();
-    const QColor color = picture().pixelColor(qRound(pixelX), qRound(pixelY));
-    return color.red() > color.green() + 60 && color.red() > color.blue() + 40;
-}

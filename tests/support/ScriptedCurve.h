@@ -6,6 +6,8 @@
 /// An open plugin with one module, "S/m", whose values "pos" and "speed" are what the test says.
 class ScriptedCurve : public PluginHarness
 {
+    Q_OBJECT
+
 public:
     explicit ScriptedCurve(ContainerInterface *root);
 
@@ -15,9 +17,6 @@ public:
     ScriptedModule *addOther();
 
     void sample(qint32 newX, qint32 newY);
-    QImage picture() const;
-    /// Whether the curve's colour is shown where a data point would be if the plot showed \a range.
-    bool isCurveAt(QPointF point, QRectF range) const;
 
     ScriptedModule *module;
     qint32 x = 0;

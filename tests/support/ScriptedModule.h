@@ -12,16 +12,29 @@
 class ScriptedChannel : public CommandHandlerInterface
 {
 public:
-    void sendCommandCombos(QList<CommandCombo *> combos) override;
+    void sendCommandCombos(QList<CommandCombo *> combos) override
+    {
+        QVector<Command> requests;
+        for (const CommandCombo *const combo : qAsConst(combos)) {
+            requests.append(combo->request);
+        }
+        exchanges.append(requests);
+        CommandHandlerInterface::sendCommandCombos(combos);
+        onExchange();
+    }
 
     std::function<qint32(const Command &)> answer = [](const Command &) { return 0; };
-    std::function<void()> onExchange;    ///< called in the middle of every exchange
-    QVector<QVector<Command>> exchanges; ///< the requests of each exchange
-    QStringList *journal = nullptr;      ///< gets a line per exchange when set
-    QString name;
+    std::function<void()> onExchange = [] {}; ///< called in the middle of every exchange
+    QVector<QVector<Command>> exchanges;      ///< the requests of each exchange
+    bool isSilent = false;
 
 protected:
-    bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;
+    bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override
+    {
+        Q_UNUSED(deadline)
+        reply.setValue(answer(request));
+        return !isSilent;
+    }
 };
 
 /// A module whose every answer is written by the test.
@@ -30,20 +43,56 @@ class ScriptedModule : public KAROModuleInterface
     Q_OBJECT
 
 public:
-    explicit ScriptedModule(const QString &key, int axes = 1, unsigned char address = 1);
-    ~ScriptedModule() override;
+    explicit ScriptedModule(const QString &key, int axes = 1, unsigned char address = 1)
+        : KAROModuleInterface(QStringLiteral("Scripted"), key, nullptr, QString()), m_axes(axes), m_address(address)
+    {
+    }
 
-    QString getAliasName() const override;
-    int numberOfAxes() override;
-    unsigned char moduleAddress() override;
-    CommandHandlerInterface *commandHandlerInterface() override;
-    int getChannel() override;
-    QMap<QString, Parameter> *getParameterMapByName(QString name) override;
-    QList<Register *> registers() const override;
+    QString getAliasName() const override
+    {
+        return QStringLiteral("alias of ") + key();
+    }
+
+    int numberOfAxes() override
+    {
+        return m_axes;
+    }
+
+    unsigned char moduleAddress() override
+    {
+        return m_address;
+    }
+
+    CommandHandlerInterface *commandHandlerInterface() override
+    {
+        return &channel;
+    }
+
+    int getChannel() override
+    {
+        return channelNumber;
+    }
+
+    QMap<QString, Parameter> *getParameterMapByName(QString name) override
+    {
+        return m_groups.contains(name) ? &m_groups[name] : nullptr;
+    }
+
+    QList<Register *> registers() const override
+    {
+        return registerList;
+    }
 
     /// Adds a parameter to the map \a group under \a key.
     void addParameter(const QString &group, const QString &key, int number, const QString &name,
-                      const QString &access = QStringLiteral("rw"));
+                      const QString &access = QStringLiteral("rw"))
+    {
+        Parameter &parameter = m_groups[group][key];
+        parameter.number = number;
+        parameter.name = name;
+        parameter.nameSuffix = QStringLiteral("[raw]");
+        parameter.access = access;
+    }
 
     ScriptedChannel channel;
     int channelNumber = 0;
