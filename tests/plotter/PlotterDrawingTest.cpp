@@ -1,5 +1,6 @@
 #include "GridTicks.h"
 #include "GuardedTest.h"
+#include "PlotGeometry.h"
 #include "PlotterFixture.h"
 
 #include "host/CurveColors.h"
@@ -74,6 +75,12 @@ private slots:
         QCOMPARE(gridTicks(0.0, 10.0, 0, 50.0, 499.0).size(), 0);
         QCOMPARE(gridTicks(0.0, 10.0, 499, 50.0, 499.0).size(), 500);
         QVERIFY(gridTicks(0.0, 10.0, std::numeric_limits<unsigned int>::max(), 50.0, 499.0).size() <= 500);
+    }
+
+    void emptyRange()
+    {
+        const PointMapping mapping = PlotGeometry({600, 400}, false).mapping(ranges(3.0, 3.0, 0.0, 10.0));
+        QCOMPARE(mapping.map(QPointF(4, 1)), QPointF(549, 329.1));
     }
 
     void grid()

@@ -2,6 +2,10 @@
 #include "ScriptedCurve.h"
 #include "XYPlotter.h"
 
+#include "host/ExportCSV.h"
+
+#include <QGraphicsPolygonItem>
+#include <QGraphicsView>
 #include <QLabel>
 #include <QSlider>
 
@@ -95,6 +99,9 @@ private slots:
         curve.refreshTick();
         // 1000 +/- 0.5 in steps of 0.2: 999.4 to 1000.6
         QVERIFY(curve.isCurveAt({1000, -500}, QRectF(999.4, -500.6, 1.2, 1.2)));
+        curve.sample(1001, -499);
+        curve.refreshTick();
+        QVERIFY(curve.isCurveAt({1000.5, -499.5}, QRectF(999, -501, 2, 2))); // from there outwards in steps of 0.5
 
         curve.chooseBoth();
         curve.sample(0, 0);
@@ -145,6 +152,39 @@ private slots:
         curve.curveBox(2)->click();
         curve.curveBox(0)->click();
         QCOMPARE(curve.exported()->columnCount(), 4); // none was counted: the table grew
+    }
+
+    void exportReplacesItsWindow()
+    {
+        ScriptedCurve curve(&m_root);
+        curve.sample(1234566, 1);
+        curve.sample(1234567, 2);
+        QCOMPARE(curve.exported()->item(1, 0)->text(), QStringLiteral("1.23457e+06")); // six digits
+        const QPointer<ExportCSV> first = curve.window->findChild<ExportCSV *>("ExportXY");
+        QVERIFY(first->isVisible());
+        QTest::mouseClick(curve.find("btnExport"), Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(first.isNull());
+    }
+
+    void trail()
+    {
+        ScriptedCurve curve(&m_root);
+        const QGraphicsScene *const scene = curve.find<QGraphicsView>("graphicsView")->scene();
+        const auto *const item = qgraphicsitem_cast<QGraphicsPolygonItem *>(scene->items().constFirst());
+        curve.sample(1, 1);
+        curve.sample(2, 2);
+        curve.refreshTick();
+        QCOMPARE(item->polygon(), QPolygonF(QVector<QPointF>({{2, 2}}))); // the latest between two refreshes
+        for (int number = 0; number < 500; ++number) {
+            curve.sample(number, 0);
+            curve.refreshTick();
+        }
+        QCOMPARE(item->polygon().size(), 251);
+        curve.radioButton(1)->click();
+        curve.sample(7, 7);
+        curve.refreshTick();
+        QVERIFY(item->polygon().isEmpty()); // curve 0 no longer feeds it
     }
 
     void clear()
