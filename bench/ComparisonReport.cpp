@@ -122,7 +122,8 @@ QString Reports::shares(const Effort &effort)
         };
         const auto blend = [&] {
             for (int curve = 0; curve < 4; ++curve) {
-                masks.at(curve).visitRuns(RunBlender(&image, clip, curveColor(curve)));
+                const RunBlender blender(&image, clip, curveColor(curve));
+                masks.at(curve).visitRuns(blender, [&blender](int row, int column) { blender.expect(row, column); });
             }
         };
         const QMap<QString, double> ms = medianMs({{"fill", fill},

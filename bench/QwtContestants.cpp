@@ -77,11 +77,12 @@ Contestant whole(const Scene &scene, const QString &name, QwtPlotCurve::PaintAtt
     }
     plot->resize(scene.size);
     plot->show();
-    return {name, [plot, grid, curves, scene] {
-                QImage image(scene.size, QImage::Format_RGB32);
-                image.fill(Qt::darkGray);
+    // Plots keep their image: in what the others have drawn since, it has left the caches.
+    const auto image = std::make_shared<QImage>(scene.size, QImage::Format_RGB32);
+    return {name, [plot, grid, curves, image] {
+                image->fill(Qt::darkGray);
                 plot->replot();
-                plot->render(&image);
+                plot->render(image.get());
             }};
 }
 

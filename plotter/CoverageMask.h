@@ -33,12 +33,14 @@ public:
     void addSegment(const QPointF &from, const QPointF &to);
 
     /// Calls \a visit(row, firstColumn, columnCount) for every run of covered pixels; none crosses a multiple of 64.
-    template<typename Visitor> void visitRuns(Visitor visit) const;
+    /// Some rows before, \a expect(row, firstColumn) tells where the first one in 64 columns will begin.
+    template<typename Visitor, typename Expectation> void visitRuns(Visitor visit, Expectation expect) const;
 
 private:
     using Word = quint64;
     struct Capsule;
     static constexpr int wordBits = 64;
+    static constexpr int rowsAhead = 8; // far enough for memory to answer, near enough for the cache to keep it
 
     bool cutToReach(QPointF *from, QPointF *to) const;
     void addCapsule(const Capsule &capsule);
@@ -58,12 +60,20 @@ private:
     std::vector<Word> m_words;
 };
 
-template<typename Visitor> void CoverageMask::visitRuns(Visitor visit) const
+template<typename Visitor, typename Expectation>
+void CoverageMask::visitRuns(Visitor visit, Expectation expect) const
 {
     for (int row = 0; row < m_size.height(); ++row) {
         const size_t firstWord = static_cast<size_t>(row + m_marginRows) * static_cast<size_t>(m_wordsPerRow);
         const Word *const words = m_words.data() + firstWord + m_marginColumns / wordBits;
+        const Word *const wordsAhead = words + rowsAhead * m_wordsPerRow; // no farther than the margin
+        const bool isAnyAhead = row + rowsAhead < m_size.height();
         for (int column = 0; column < m_size.width(); column += wordBits) {
+            const Word bitsAhead = wordsAhead[column / wordBits];
+            if (isAnyAhead && bitsAhead != 0) {
+                const int first = column + static_cast<int>(qCountTrailingZeroBits(bitsAhead));
+                expect(row + rowsAhead, first < m_size.width() ? first : column);
+            }
             Word bits = words[column / wordBits];
             if (bits == 0) {
                 continue;

@@ -85,7 +85,8 @@ void CurveRaster::drawPolyline(const RasterPen &pen, const QVector<QPointF> &poi
         previous = position;
         previousSides = sides;
     }
-    mask.visitRuns(RunBlender(pen.image, devicePen.clip, color));
+    const RunBlender blend(pen.image, devicePen.clip, color);
+    mask.visitRuns(blend, [&blend](int row, int column) { blend.expect(row, column); });
 }
 
 void CurveRaster::drawDots(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color)

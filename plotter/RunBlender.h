@@ -33,6 +33,20 @@ public:
         }
     }
 
+    /// Has the pixels from the given one on brought into the cache: a steep curve meets another line of it in every
+    /// row, and large images do not stay there from filling to blending.
+    void expect(int row, int column) const
+    {
+#ifdef __GNUC__
+        __builtin_prefetch(m_firstLine + static_cast<qptrdiff>(row) * m_bytesPerLine +
+                               (m_left + column) * static_cast<qptrdiff>(sizeof(QRgb)),
+                           1);
+#else
+        Q_UNUSED(row)
+        Q_UNUSED(column)
+#endif
+    }
+
 private:
     /// All four channels of \a pixel times m_kept / 255, each in 16 bits of its own meanwhile.
     QRgb faded(QRgb pixel) const

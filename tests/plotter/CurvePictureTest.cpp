@@ -164,11 +164,13 @@ private slots:
             CoverageMask mask(area, stroke.radius);
             mask.addSegment(stroke.from, stroke.to);
             QSet<int> covered;
-            mask.visitRuns([&](int row, int first, int count) {
+            const auto add = [&](int row, int first, int count) {
                 for (int column = first; column < first + count; ++column) {
                     covered.insert(row * area.width() + column);
                 }
-            });
+            };
+            const QRect pixels(QPoint(), area);
+            mask.visitRuns(add, [&](int row, int column) { QVERIFY(pixels.contains(column, row)); });
             for (int pixel = 0; pixel < area.width() * area.height(); ++pixel) {
                 const QPointF centre(pixel % area.width() + 0.5, pixel / area.width() + 0.5);
                 const double off = distance(centre, stroke.from, stroke.to) - stroke.radius;
