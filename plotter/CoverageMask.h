@@ -60,8 +60,7 @@ private:
     std::vector<Word> m_words;
 };
 
-template<typename Visitor, typename Expectation>
-void CoverageMask::visitRuns(Visitor visit, Expectation expect) const
+template<typename Visitor, typename Expectation> void CoverageMask::visitRuns(Visitor visit, Expectation expect) const
 {
     for (int row = 0; row < m_size.height(); ++row) {
         const size_t firstWord = static_cast<size_t>(row + m_marginRows) * static_cast<size_t>(m_wordsPerRow);
