@@ -102,7 +102,6 @@ private:
 
     void sampleAll();
     void showElapsedTime();
-    bool readCurve(XYaxisCombo *curve);
     QString takePoint(XYaxisCombo *curve, bool *hasNewData);
     void startCurve(XYaxisCombo *curve);
     void extendTrail(const QPointF &point);
