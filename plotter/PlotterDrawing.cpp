@@ -20,6 +20,7 @@ namespace
 
 constexpr int gridLightFactor = 150;
 constexpr int tickPixels = 5;
+constexpr int xLabelPixels = 100;
 constexpr int titleGapPixels = 5; // between the entries of the legend
 constexpr double titleBaselinePixels = 50.0;
 
@@ -30,21 +31,29 @@ struct GridPens
     QPen light;     // the rest
 };
 
-/// Draws a tick label within \a space. A number that is cut reads as another number, so one that is too wide for the
-/// space is drawn smaller.
-void drawLabel(QPainter *painter, const QRect &space, int alignment, const QString &label)
+int widestLabel(const QFontMetrics &metrics, const QVector<GridTick> &ticks)
 {
-    const int width = painter->fontMetrics().horizontalAdvance(label);
-    if (width <= space.width()) {
-        painter->drawText(space, alignment, label);
-        return;
+    int widest = 0;
+    for (const GridTick &tick : ticks) {
+        widest = qMax(widest, metrics.horizontalAdvance(tick.label));
     }
-    const QFont fullFont = painter->font();
-    QFont font = fullFont;
-    font.setPixelSize(qMax(1, QFontInfo(fullFont).pixelSize() * space.width() / width));
-    painter->setFont(font);
-    painter->drawText(space, alignment, label);
-    painter->setFont(fullFont);
+    return widest;
+}
+
+/// The font for the labels of one axis. A number that is cut reads as another number, so all are drawn smaller when
+/// one is too wide for its space.
+QFont labelFont(const QPainter &painter, const QVector<GridTick> &ticks, int spacePixels)
+{
+    QFont font = painter.font();
+    int widest = widestLabel(painter.fontMetrics(), ticks);
+    int sizePixels = QFontInfo(font).pixelSize();
+    while (widest >= spacePixels && sizePixels > 1) { // the widget's edge is no part of a number either
+        // Hinted letters are seldom as narrow as their size says: the first try may not be enough.
+        sizePixels = qMax(1, qMin(sizePixels - 1, sizePixels * spacePixels / widest));
+        font.setPixelSize(sizePixels);
+        widest = widestLabel(QFontMetrics(font, painter.device()), ticks);
+    }
+    return font;
 }
 
 void drawHorizontalLines(QPainter *painter, const GridPens &pens, const PlotGeometry &geometry,
@@ -54,14 +63,17 @@ void drawHorizontalLines(QPainter *painter, const GridPens &pens, const PlotGeom
     const int right = truncated(left + geometry.plotWidth());
     const QVector<GridTick> ticks =
         gridTicks(settings.minY, settings.maxY, settings.numYTicks, geometry.plotBottom(), -geometry.plotHeight());
+    const QFont fullFont = painter->font();
+    painter->setFont(labelFont(*painter, ticks, left - tickPixels));
     for (const GridTick &tick : ticks) {
         const int y = tick.position;
         painter->setPen(pens.quiteDark);
         painter->drawLine(left, y, right, y);
         painter->setPen(pens.light);
         painter->drawLine(left - tickPixels, y, left, y);
-        drawLabel(painter, {0, y - 10, left - tickPixels, 20}, Qt::AlignRight | Qt::AlignVCenter, tick.label);
+        painter->drawText(QRect(0, y - 10, left - tickPixels, 20), Qt::AlignRight | Qt::AlignVCenter, tick.label);
     }
+    painter->setFont(fullFont);
 }
 
 void drawVerticalLines(QPainter *painter, const GridPens &pens, const PlotGeometry &geometry,
@@ -70,14 +82,18 @@ void drawVerticalLines(QPainter *painter, const GridPens &pens, const PlotGeomet
     const int bottom = geometry.plotBottom();
     const QVector<GridTick> ticks =
         gridTicks(settings.minX, settings.maxX, settings.numXTicks, PlotGeometry::plotLeftPixels, geometry.plotWidth());
+    const QFont fullFont = painter->font();
+    painter->setFont(labelFont(*painter, ticks, xLabelPixels));
     for (const GridTick &tick : ticks) {
         const int x = tick.position;
         painter->setPen(pens.quiteDark);
         painter->drawLine(x, PlotGeometry::plotTopPixels, x, bottom);
         painter->setPen(pens.light);
         painter->drawLine(x, bottom, x, bottom + tickPixels);
-        drawLabel(painter, {x - 50, bottom + tickPixels, 100, 15}, Qt::AlignHCenter | Qt::AlignTop, tick.label);
+        painter->drawText(QRect(x - xLabelPixels / 2, bottom + tickPixels, xLabelPixels, 15),
+                          Qt::AlignHCenter | Qt::AlignTop, tick.label);
     }
+    painter->setFont(fullFont);
 }
 
 } // namespace

@@ -102,11 +102,13 @@ private slots:
 
     void wideLabelsAreNotCut()
     {
-        for (const double top : {150000.0, 2e9}) {
+        for (const double bottom : {150000.0, 2e9}) {
             PlotterFixture fixture;
-            fixture.plotter.setPlotSettings(ranges(-top, 1.0, -top, top, 1));
-            const QRect label = ink(fixture.image(), QRect(0, 56, 45, 14)); // below the legend
+            fixture.plotter.setPlotSettings(ranges(-bottom, 1.0, -bottom, 0.0, 1));
+            const QImage image = fixture.image();
+            const QRect label = ink(image, QRect(0, 350, 45, 14));
             QVERIFY(label.width() > 20 && label.left() > 0);
+            QCOMPARE(ink(image, QRect(0, 56, 45, 14)).height(), label.height()); // of a lone 0, below the legend
         }
     }
 
