@@ -49,6 +49,7 @@ QList<QCommandLineOption> allOptions()
         option("list-plugins", Text::tr("List the plugins, whether they are of use, and end."), nullptr),
         option("self-test", Text::tr("Look whether this program and its plugins are complete and work, and end."),
                nullptr),
+        option("version", Text::tr("Show the version and end."), nullptr),
         option("help", Text::tr("Show this text and end."), nullptr),
     };
 }
@@ -141,6 +142,7 @@ OptionsResult parseOptions(const QStringList &arguments)
     }
     Options &options = result.options;
     options.wantsHelp = parser.isSet(QStringLiteral("help"));
+    options.wantsVersion = parser.isSet(QStringLiteral("version"));
     options.wantsSceneList = parser.isSet(QStringLiteral("list-scenes"));
     options.wantsPluginList = parser.isSet(QStringLiteral("list-plugins"));
     options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));

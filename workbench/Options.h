@@ -22,6 +22,7 @@ struct Options
     QString log;      ///< path of the CSV file
     QString language; ///< one of Language::codes()
     bool wantsHelp = false;
+    bool wantsVersion = false;
     bool wantsSceneList = false;
     bool wantsPluginList = false;
     bool wantsSelfTest = false;

@@ -14,7 +14,7 @@ namespace
 
 QString lineCount(int count)
 {
-    return count == 1 ? RecordingWatch::tr("1 line") : RecordingWatch::tr("%1 lines").arg(count);
+    return count == 1 ? RecordingWatch::tr("1 line") : RecordingWatch::tr("%1 lines").arg(QLocale().toString(count));
 }
 
 } // namespace

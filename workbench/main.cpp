@@ -85,8 +85,13 @@ int listScenes()
 }
 
 /// Lists the plugins that were found; the exit code tells whether all are of use.
-int listPlugins(const QStringList &files)
+int listPlugins(const Options &options)
 {
+    const QStringList files = PluginFolders::files(options.plugins);
+    if (files.isEmpty()) {
+        return complain(Text::tr("%1: there is no plugin file in it").arg(options.plugins.join(QStringLiteral(", "))),
+                        exitFailure);
+    }
     Workbench workbench(SimulationClock::Drive::Exchanges, 1);
     int exitCode = 0;
     for (const QString &file : files) {
@@ -285,6 +290,10 @@ int tellWithoutWindows(const QStringList &arguments, char **argv)
         std::fputs(qPrintable(optionsHelp()), stdout);
         return 0;
     }
+    if (result.options.wantsVersion) {
+        say(QStringLiteral("xy-plot-workbench " PROGRAM_VERSION));
+        return 0;
+    }
     return result.options.wantsSceneList ? listScenes() : -1;
 }
 
@@ -328,7 +337,7 @@ int main(int argc, char **argv)
     }
 
     if (options.wantsPluginList) {
-        return listPlugins(PluginFolders::files(options.plugins));
+        return listPlugins(options);
     }
     std::unique_ptr<SelfTest> selfTest;
     if (options.wantsSelfTest) {

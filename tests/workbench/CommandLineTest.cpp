@@ -39,6 +39,7 @@ private slots:
         row(2, "--scene sphere", "circle");
         row(1, "--scene ../scene.json", "no motor \"Axis 7\"");
         row(1, "--plugin absent.so", "absent.so");
+        row(1, "--list-plugins --plugin .", "no plugin file");
         row(1, "--seconds 1 --plugin " FIXTURE_FOLDER "/minimal_container.so", "RadioButtonFrame");
         row(1, "--log absent/run.csv", "absent/run.csv");
         row(1, "--seconds 1 --log /proc/run.csv", "could not be opened");

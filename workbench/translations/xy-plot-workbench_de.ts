@@ -412,6 +412,10 @@ Optionen:
         <source>Look whether this program and its plugins are complete and work, and end.</source>
         <translation>Nachsehen, ob dieses Programm und seine Plugins vollständig sind und arbeiten, und enden.</translation>
     </message>
+    <message>
+        <source>Show the version and end.</source>
+        <translation>Die Version zeigen und enden.</translation>
+    </message>
 </context>
 <context>
     <name>PluginFile</name>
@@ -829,6 +833,10 @@ Optionen:
     <message>
         <source>%1: this plugin makes no container</source>
         <translation>%1: dieses Plugin liefert keinen Container</translation>
+    </message>
+    <message>
+        <source>%1: there is no plugin file in it</source>
+        <translation>%1: darin ist keine Plugin-Datei</translation>
     </message>
     <message>
         <source> (--help lists the options)</source>
