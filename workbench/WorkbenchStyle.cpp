@@ -1,6 +1,21 @@
 #include "WorkbenchStyle.h"
 
+#include <QApplication>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
 #include <QStyleOption>
+
+namespace
+{
+
+bool isDark(const QPalette &palette)
+{
+    constexpr int middleLightness = 127;
+    return palette.color(QPalette::Window).lightness() <= middleLightness;
+}
+
+} // namespace
 
 // Outside of any namespace, as the resource compiler's functions are.
 static void initStyleResources()
@@ -15,7 +30,7 @@ void WorkbenchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption 
 {
     const bool isIndicator = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
     const bool isButtonOption = qstyleoption_cast<const QStyleOptionButton *>(option) != nullptr;
-    if (!isIndicator || !isButtonOption || option->palette.color(QPalette::Window).lightness() > 127) {
+    if (!isIndicator || !isButtonOption || !isDark(option->palette)) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
     }
@@ -23,6 +38,26 @@ void WorkbenchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption 
     QStyleOptionButton lightened(*qstyleoption_cast<const QStyleOptionButton *>(option));
     lightened.palette.setColor(QPalette::Window, lightened.palette.color(QPalette::WindowText));
     QProxyStyle::drawPrimitive(element, &lightened, painter, widget);
+}
+
+QIcon WorkbenchStyle::standardIcon(StandardPixmap standardIcon, const QStyleOption *option, const QWidget *widget) const
+{
+    constexpr int sidePixels = 16;
+    QIcon icon = QProxyStyle::standardIcon(standardIcon, option, widget);
+    const bool isOfTitle =
+        standardIcon >= SP_TitleBarMinButton && standardIcon <= SP_TitleBarContextHelpButton; // all are outlines
+    const QPalette palette = QApplication::palette();
+    if (!isOfTitle || !isDark(palette)) {
+        return icon;
+    }
+    // The style has them in black only.
+    QPixmap pixmap = icon.pixmap(sidePixels, sidePixels);
+    if (!pixmap.isNull()) {
+        QPainter painter(&pixmap);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(pixmap.rect(), palette.color(QPalette::WindowText));
+    }
+    return pixmap;
 }
 
 QString workbenchStyleSheet()

@@ -2,7 +2,7 @@
 
 #include <QProxyStyle>
 
-/// Fusion with boxes and radio buttons that can be seen when they are empty, on dark grounds too.
+/// Fusion with empty boxes, radio buttons and buttons of titles that can be seen on dark grounds, too.
 class WorkbenchStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -12,6 +12,8 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
+    QIcon standardIcon(StandardPixmap standardIcon, const QStyleOption *option = nullptr,
+                       const QWidget *widget = nullptr) const override;
 };
 
 /**
