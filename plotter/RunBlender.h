@@ -33,8 +33,8 @@ public:
         }
     }
 
-    /// Has the pixels from the given one on brought into the cache: a steep curve meets another line of it in every
-    /// row, and large images do not stay there from filling to blending.
+    /// Has the pixels from the given one on, which is in the part, brought into the cache: a steep curve meets another
+    /// line of it in every row, and large images do not stay there from filling to blending.
     void expect(int row, int column) const
     {
 #ifdef __GNUC__

@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr int middleLightness = 127;
-
 /// \a palette, made for light windows, with colours that plots can be read in.
 QPalette withPlotColors(QPalette palette)
 {
@@ -76,7 +74,7 @@ void applyPalette(PaletteChoice choice)
         QApplication::setStyle(new WorkbenchStyle);
         QApplication::setPalette(
             choice == PaletteChoice::Dark ? darkPalette() : withPlotColors(QApplication::style()->standardPalette()));
-    } else if (QApplication::palette().color(QPalette::Window).lightness() > middleLightness) {
+    } else if (!isDark(QApplication::palette())) {
         QApplication::setPalette(withPlotColors(QApplication::palette()));
     }
     qApp->setStyleSheet(workbenchStyleSheet());

@@ -8,6 +8,11 @@
 namespace
 {
 
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(PluginFolders)
+};
+
 const QString firstPlugin = QStringLiteral("container_xy_plot.so");
 
 QStringList filesIn(const QString &folder)
@@ -51,4 +56,9 @@ QStringList PluginFolders::files(const QStringList &asked)
     found.removeAll(first);
     found.prepend(first); // so that whoever loads it says where it should be
     return found;
+}
+
+QString PluginFolders::noFilesText(const QStringList &asked)
+{
+    return Text::tr("%1: there is no plugin file in it").arg(asked.join(QStringLiteral(", ")));
 }

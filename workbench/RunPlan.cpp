@@ -47,7 +47,7 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     plan.size = options.size.isValid() || !plan.isTimed ? options.size : defaultPictureSize;
     plan.plugins = PluginFolders::files(options.plugins);
     if (plan.plugins.isEmpty()) {
-        result.error = Text::tr("%1: there is no plugin file in it").arg(options.plugins.join(QStringLiteral(", ")));
+        result.error = PluginFolders::noFilesText(options.plugins);
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }

@@ -6,21 +6,16 @@
 #include <QPixmap>
 #include <QStyleOption>
 
-namespace
-{
-
-bool isDark(const QPalette &palette)
-{
-    constexpr int middleLightness = 127;
-    return palette.color(QPalette::Window).lightness() <= middleLightness;
-}
-
-} // namespace
-
 // Outside of any namespace, as the resource compiler's functions are.
 static void initStyleResources()
 {
     Q_INIT_RESOURCE(style); // a static library's resources are dropped unless someone asks for them
+}
+
+bool isDark(const QPalette &palette)
+{
+    constexpr int middleLightness = 127; // of 255
+    return palette.color(QPalette::Window).lightness() <= middleLightness;
 }
 
 WorkbenchStyle::WorkbenchStyle() : QProxyStyle(QStringLiteral("Fusion")) {}

@@ -2,6 +2,11 @@
 
 #include <QProxyStyle>
 
+class QPalette;
+
+/// Whether windows of this palette are dark, so that what is drawn upon them has to be light.
+bool isDark(const QPalette &palette);
+
 /// Fusion with empty boxes, radio buttons and buttons of titles that can be seen on dark grounds, too.
 class WorkbenchStyle : public QProxyStyle
 {

@@ -89,8 +89,7 @@ int listPlugins(const Options &options)
 {
     const QStringList files = PluginFolders::files(options.plugins);
     if (files.isEmpty()) {
-        return complain(Text::tr("%1: there is no plugin file in it").arg(options.plugins.join(QStringLiteral(", "))),
-                        exitFailure);
+        return complain(PluginFolders::noFilesText(options.plugins), exitFailure);
     }
     Workbench workbench(SimulationClock::Drive::Exchanges, 1);
     int exitCode = 0;

@@ -106,8 +106,8 @@ private slots:
         curve.chooseBoth();
         curve.sample(0, 0);
         curve.refreshTick();
-        curve.sample(100, 40);
         const QImage before = curve.plot()->grab().toImage();
+        curve.sample(100, 40);
         QCOMPARE(curve.plot()->grab().toImage(), before); // points reach the plot at refresh ticks only
         curve.refreshTick();
         QVERIFY(curve.isCurveAt({75, 30}, QRectF(-20, -10, 120, 50))); // steps of 20 and of 10

@@ -418,6 +418,13 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>PluginFolders</name>
+    <message>
+        <source>%1: there is no plugin file in it</source>
+        <translation>%1: darin ist keine Plugin-Datei</translation>
+    </message>
+</context>
+<context>
     <name>PluginFile</name>
     <message>
         <source>%1: there is no such plugin file</source>
@@ -601,10 +608,6 @@ Optionen:
     <message>
         <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
         <translation>keine Szene und keine Datei heißt „%1“; die Szenen sind: %2</translation>
-    </message>
-    <message>
-        <source>%1: there is no plugin file in it</source>
-        <translation>%1: darin ist keine Plugin-Datei</translation>
     </message>
 </context>
 <context>
@@ -833,10 +836,6 @@ Optionen:
     <message>
         <source>%1: this plugin makes no container</source>
         <translation>%1: dieses Plugin liefert keinen Container</translation>
-    </message>
-    <message>
-        <source>%1: there is no plugin file in it</source>
-        <translation>%1: darin ist keine Plugin-Datei</translation>
     </message>
     <message>
         <source> (--help lists the options)</source>
