@@ -3,8 +3,19 @@
 
 include(CMakePackageConfigHelpers)
 
-set(release_date 2026-11-21)
-set(release_time "Sat, 21 Nov 2026 08:00:00 +0000")
+# The changelog's newest version is the one that is built; its date is the packages' date.
+file(STRINGS ${CMAKE_SOURCE_DIR}/CHANGELOG.md releases REGEX "^## [0-9]")
+list(GET releases 0 release)
+if(NOT release MATCHES "^## ([0-9.]+) - ([0-9-]+)$" OR NOT CMAKE_MATCH_1 STREQUAL PROJECT_VERSION)
+  message(FATAL_ERROR "CHANGELOG.md begins with \"${release}\", the project's version is ${PROJECT_VERSION}.")
+endif()
+set(release_date ${CMAKE_MATCH_2})
+set_property(DIRECTORY ${CMAKE_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/CHANGELOG.md)
+execute_process(COMMAND date --utc --date=${release_date} "+%a, %d %b %Y 08:00:00 +0000"
+  OUTPUT_VARIABLE release_time OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE failed ERROR_QUIET)
+if(failed) # not the date command of Debian, so no Debian package either
+  set(release_time ${release_date})
+endif()
 set(maintainer "The maintainers of this project <maintainers@container-host.invalid>")
 set(packaging ${CMAKE_SOURCE_DIR}/packaging)
 set(packaged ${CMAKE_BINARY_DIR}/packaging)
