@@ -1,5 +1,5 @@
-# What is installed beside the targets, and the Debian packages: one for those who use the workbench (component
-# "runtime"), one for those who write plugins (component "development").
+# What is installed beside the targets, and the Debian packages: component "runtime" for users of the workbench,
+# component "development" for authors of plugins.
 
 include(CMakePackageConfigHelpers)
 
@@ -82,7 +82,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 # Loaded when the style's drawing is needed, so nothing that reads the program finds it.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS libqt5svg5)
-# The toolkit's own texts, in its dialogs.
+# Qt's own texts, in its dialogs.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS qttranslations5-l10n)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "plot one live value of a motor controller over another
 Watches up to four pairs of live values at once while motors are commissioned

@@ -52,7 +52,8 @@ void ModuleList::init(QWidget *window)
 
 void ModuleList::handleModulePlugin(KAROModuleInterface *module, QString message)
 {
-    // The registry is up to date by now. Whoever keeps a pointer to a module has to forget it here.
+    // The registry is up to date by now. Pointers to a module that goes have to be dropped here: it is destroyed after
+    // this call.
     Q_UNUSED(module)
     Q_UNUSED(message)
     if (m_list != nullptr) {
