@@ -43,6 +43,12 @@ XYPlotter::XYPlotter(const QString &name, PluginHandler *handler)
 
 XYPlotter::~XYPlotter()
 {
+    // A channel may be reading a source just now, and its module go next: nobody would switch the source off then. The
+    // request stays as it is, for it may still have to be sent.
+    for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
+        curve->x->handler = nullptr;
+        curve->y->handler = nullptr;
+    }
     if (askingForLogFile) {
         // The box is still in the click that opened the dialog, and looks at itself afterwards: log() lets it go.
         ui->cbLog->setParent(nullptr);

@@ -20,7 +20,8 @@ public:
         }
         exchanges.append(requests);
         CommandHandlerInterface::sendCommandCombos(combos);
-        onExchange();
+        const auto last = onExchange; // may destroy this channel
+        last();
     }
 
     std::function<qint32(const Command &)> answer = [](const Command &) { return 0; };
