@@ -1,6 +1,7 @@
 #include "XYPlotter.h"
 
 #include "AxisCombo.h"
+#include "KeptForProcess.h"
 #include "Plotter.h"
 #include "RegisterCommand.h"
 #include "ui_XYPlotter.h"
@@ -147,11 +148,11 @@ void XYPlotter::buildCurve(int index)
     for (QStackedWidget *const pages : {ui->dockWidgetContentsX, ui->dockWidgetContentsY}) {
         pages->addWidget(moduleValue(pages->objectName(), index));
     }
-    auto *const curve = new XYaxisCombo;
-    curve->x = new AxisCombo(nullptr, AxisCombo::unboundAddress);
-    curve->y = new AxisCombo(nullptr, AxisCombo::unboundAddress);
-    curve->points = new QVector<QPointF>;
-    curve->point = new QPointF;
+    auto *const curve = KeptForProcess::make<XYaxisCombo>();
+    curve->x = KeptForProcess::make<AxisCombo>(nullptr, AxisCombo::unboundAddress);
+    curve->y = KeptForProcess::make<AxisCombo>(nullptr, AxisCombo::unboundAddress);
+    curve->points = KeptForProcess::make<QVector<QPointF>>();
+    curve->point = KeptForProcess::make<QPointF>();
     axisCombos.append(curve);
 
     const QAbstractButton *const curveButton = plotter->curveButtons.buttons().at(index);

@@ -1,6 +1,7 @@
 // The CSV recording. The file is opened for each line and closed behind it: what has been logged is out of this
 // process at once and survives whatever happens to it.
 
+#include "KeptForProcess.h"
 #include "LogText.h"
 #include "ParameterTable.h"
 #include "XYPlotter.h"
@@ -57,7 +58,7 @@ void XYPlotter::log(bool checked)
         box->setChecked(false);
         return;
     }
-    logFile = new QFile(fileName);
+    logFile = KeptForProcess::make<QFile>(fileName);
     if (!logFile->open(QIODevice::WriteOnly)) {
         return; // the box stays checked: unchecking it ends nothing that has begun
     }
