@@ -113,6 +113,7 @@ private slots:
                        })
                     << module;
             };
+            row("plugin", {plugin});
             row("plugin, then X's module", {plugin, removedX});
             row("plugin, then Y's module", {plugin, removedY});
             row("both modules", {removedX, removedY});
