@@ -4,9 +4,8 @@
 #include <vector>
 
 /**
- * What is made once and lives as long as the process, on purpose: records that a command channel may still write to, and
- * files of recordings. All of it stays reachable from one list, so that tools that look for leaks know it from one.
- * GUI thread.
+ * What is made once and lives as long as the process, on purpose: records that a command channel may still write to,
+ * files of recordings, a shared icon. All of it stays reachable from one list, so that it is no leak. GUI thread.
  */
 namespace KeptForProcess
 {

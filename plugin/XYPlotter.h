@@ -99,6 +99,8 @@ private:
     QString composeModuleLabel(const QString &key, KAROModuleInterface *module);
     void fillMotorBox(ComboBox *motorBox, const KAROModuleInterface &module, int axes, bool hasRegisters);
     void showTable(const SelectorPage &page, QStandardItemModel *model, const QString &title);
+    void replaceTable(const SelectorPage &page, QStandardItemModel *model);
+    void releaseTable(QAbstractItemModel *model);
     void stopRecordingForNewSource(const XYaxisCombo &curve, int curveIndex, bool isX, const QString &name);
 
     void sampleAll();

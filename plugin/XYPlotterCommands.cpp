@@ -105,6 +105,7 @@ void XYPlotter::exportPoints()
     }
     auto *const exportWindow = new ExportCSV(model, window, Qt::Tool);
     exportWindow->setObjectName(windowName);
+    connect(exportWindow, SIGNAL(destroyed()), model, SLOT(deleteLater()));
 }
 
 void XYPlotter::clearPoints()

@@ -80,7 +80,7 @@ void XYPlotter::updateModuleList(ComboBox *combo)
     const SelectorPage page(combo);
     if (page.isValid() && keys.isEmpty()) {
         page.motorBox()->hide();
-        page.table()->setModel(nullptr);
+        replaceTable(page, nullptr);
     }
 }
 

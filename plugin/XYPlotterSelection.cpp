@@ -21,6 +21,8 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -153,8 +155,7 @@ void XYPlotter::showTable(const SelectorPage &page, QStandardItemModel *model, c
     }
     QTableView *const table = page.table();
     model->setHeaderData(0, Qt::Horizontal, title, TableRole::Caption);
-    // The model that is replaced lives on: curves keep reading their captions from it.
-    table->setModel(model);
+    replaceTable(page, model);
     for (int row = 0; row < model->rowCount(); ++row) {
         for (int column = 0; column < model->columnCount(); ++column) {
             model->setData(model->index(row, column), cellAlignment, Qt::TextAlignmentRole);
@@ -166,6 +167,25 @@ void XYPlotter::showTable(const SelectorPage &page, QStandardItemModel *model, c
     const int row = settings.value(page.rememberedRowKey()).toInt();
     table->setCurrentIndex(model->index(row, 0));
     itemClicked(table->currentIndex());
+}
+
+void XYPlotter::replaceTable(const SelectorPage &page, QStandardItemModel *model)
+{
+    QAbstractItemModel *const replaced = page.table()->model();
+    page.table()->setModel(model);
+    releaseTable(replaced); // and with it the selection models that the view and its headers had for it
+}
+
+void XYPlotter::releaseTable(QAbstractItemModel *model)
+{
+    if (model == nullptr || model->parent() != this) {
+        return;
+    }
+    // Curves read their captions from the tables from which they were chosen, shown or not. No table is shown twice.
+    const auto isRead = [model](const XYaxisCombo *curve) { return curve->xModel == model || curve->yModel == model; };
+    if (std::none_of(axisCombos.cbegin(), axisCombos.cend(), isRead)) {
+        model->deleteLater();
+    }
 }
 
 void XYPlotter::itemClicked(QModelIndex index)
@@ -185,6 +205,7 @@ void XYPlotter::itemClicked(QModelIndex index)
     stopRecordingForNewSource(*curve, curveIndex, isX, name);
 
     auto *const model = const_cast<QAbstractItemModel *>(index.model());
+    QAbstractItemModel *const previousModel = isX ? curve->xModel : curve->yModel;
     QAbstractButton *const curveButton = plotter->curveButtons.button(curveIndex);
     if (isX) {
         curve->xModel = model;
@@ -197,6 +218,7 @@ void XYPlotter::itemClicked(QModelIndex index)
         curve->yName = name;
         curveButton->setProperty(DynamicProperty::CaptureY, name);
     }
+    releaseTable(previousModel);
     AxisCombo *const source = isX ? curve->x : curve->y;
     bindSource(source, index);
     if (name.isEmpty()) {

@@ -1,8 +1,11 @@
 #include "GuardedTest.h"
 #include "PluginHarness.h"
 #include "ScriptedModule.h"
+#include "TableRoles.h"
 #include "XYPlotter.h"
 
+#include "host/AppSettings.h"
+#include "host/ExportCSV.h"
 #include "host/RegisterSet.h"
 
 #include <QStackedWidget>
@@ -205,6 +208,55 @@ private slots:
         QVERIFY(PluginHarness::pick(other.moduleBox(1, 'X'), "S/m"));
         QVERIFY(PluginHarness::pick(other.motorBox(1, 'X'), "Axis 1"));
         QCOMPARE(other.table(1, 'X')->currentIndex().row(), 0);
+    }
+
+    void tablesGoWhenNobodyNeedsThem()
+    {
+        PluginHarness harness(&m_root);
+        addRegisters(addModule(&harness, "S/m", 2));
+        // Behind the end of the second axis' table: picking that axis chooses nothing.
+        const uint choice = qHash(QStringLiteral("  S/m  Axis 1"), 0);
+        AppSettings().setValue(QStringLiteral("Plot/Table/page0dockWidgetContentsX/%1").arg(choice), 99);
+        harness.open();
+        QVERIFY(harness.choose(0, 'X', "S/m", "Axis 0", "Speed 0"));
+        QVERIFY(harness.choose(0, 'Y', "S/m", "Axis 0", "Position 0"));
+        harness.sampleTick();
+        QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), "Axis 1"));
+        const auto turn = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); };
+        const auto tables = [&] {
+            turn();
+            turn(); // what goes with something that goes
+            return harness.plugin->findChildren<QStandardItemModel *>(QString(), Qt::FindDirectChildrenOnly).size();
+        };
+        QCOMPARE(tables(), 3); // X's, its shown one, Y's
+        QCOMPARE(harness.exported()->headerData(0, Qt::Horizontal, TableRole::Caption).toString(),
+                 QStringLiteral("alias of S/m [Axis 0]")); // still of the table that was replaced
+        delete harness.window->findChild<ExportCSV *>();
+
+        QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), "Register"));
+        QCOMPARE(tables(), 2);
+        const int objects = harness.window->findChildren<QObject *>().size();
+        for (int round = 0; round < 20; ++round) {
+            harness.motorBox(0, 'X')->setCurrentIndex(0);
+            harness.motorBox(0, 'X')->setCurrentIndex(2);
+        }
+        for (int round = 0; round < 5; ++round) {
+            QTest::mouseClick(harness.find("btnExport"), Qt::LeftButton);
+            turn();
+        }
+        QCOMPARE(tables(), 3); // of the last export, which is shown
+        harness.window->findChild<ExportCSV *>()->close();
+        QCOMPARE(tables(), 2);
+        QCOMPARE(harness.window->findChildren<QObject *>().size(), objects); // selection models go, too
+        // The icons of two rows, and of the same table built anew, are one: each of its own would have its own pixmaps.
+        const auto iconOf = [&harness](int row) {
+            return harness.table(0, 'X')->model()->index(row, 1).data(Qt::DecorationRole).value<QIcon>().cacheKey();
+        };
+        const qint64 icon = iconOf(0);
+        QCOMPARE(iconOf(1), icon);
+        harness.motorBox(0, 'X')->setCurrentIndex(0);
+        harness.motorBox(0, 'X')->setCurrentIndex(2);
+        QCOMPARE(iconOf(0), icon);
     }
 
     void moduleNotice()
