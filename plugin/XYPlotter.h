@@ -137,4 +137,5 @@ private:
     int lineCounter = 0;
     QFile *logFile = nullptr; // never deleted: the file of a recording outlives it
     bool askingForLogFile = false;
+    QString pendingHeader; // of the recording, while it could not be written
 };
