@@ -1,6 +1,7 @@
 // The selector pages: tables of values, and how a click on a row becomes a source of a curve.
 
 #include "AxisCombo.h"
+#include "ChoiceTable.h"
 #include "ParameterTable.h"
 #include "Plotter.h"
 #include "RegisterCommand.h"
@@ -101,11 +102,9 @@ QWidget *XYPlotter::moduleValue(const QString &name, int index)
 
 QTableView *XYPlotter::createTable(const QString &name, QWidget *parent)
 {
-    auto *const table = new QTableView(parent);
+    auto *const table = new ChoiceTable(parent);
     table->setObjectName(name);
     connect(table, SIGNAL(clicked(QModelIndex)), this, SLOT(itemClicked(QModelIndex)));
-    // For those who work without a mouse: Enter chooses the row that the arrow keys have gone to.
-    connect(table, SIGNAL(activated(QModelIndex)), this, SLOT(itemClicked(QModelIndex)));
     table->setAlternatingRowColors(true);
     table->horizontalHeader()->setStretchLastSection(true);
     table->horizontalHeader()->setHighlightSections(false);

@@ -8,7 +8,12 @@
 #include "host/ExportCSV.h"
 #include "host/RegisterSet.h"
 
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QStackedWidget>
+
+#include <functional>
 
 namespace
 {
@@ -48,7 +53,27 @@ QList<int> numbers(const Command &request)
     return {request.address(), request.command(), request.type(), request.motorBank()};
 }
 
+using Gesture = std::function<void(QTableView *, QPoint)>;
+
+class SingleClickStyle : public QProxyStyle
+{
+public:
+    explicit SingleClickStyle(bool activates) : QProxyStyle("fusion"), m_activates(activates) {}
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *answer) const override
+    {
+        return hint == SH_ItemView_ActivateItemOnSingleClick ? int(m_activates)
+                                                             : QProxyStyle::styleHint(hint, option, widget, answer);
+    }
+
+private:
+    const bool m_activates;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Gesture)
 
 /// Module and motor boxes, the tables of a page, and what a choice makes of a source.
 class SourcesTest : public GuardedTest
@@ -208,6 +233,74 @@ private slots:
         QVERIFY(PluginHarness::pick(other.moduleBox(1, 'X'), "S/m"));
         QVERIFY(PluginHarness::pick(other.motorBox(1, 'X'), "Axis 1"));
         QCOMPARE(other.table(1, 'X')->currentIndex().row(), 0);
+    }
+
+    void everyGestureChoosesOnce_data()
+    {
+        QTest::addColumn<bool>("activatesOnSingleClick");
+        QTest::addColumn<Gesture>("gesture");
+        QTest::addColumn<int>("choices");
+        const Gesture click = [](QTableView *table, QPoint point) {
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, point);
+        };
+        const Gesture doubleClick = [](QTableView *table, QPoint point) {
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, point);
+            QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, point);
+            QTest::mouseRelease(table->viewport(), Qt::LeftButton, {}, point);
+        };
+        const auto key = [](int code, Qt::KeyboardModifiers modifiers) {
+            return Gesture([=](QTableView *table, QPoint) { QTest::keyClick(table, Qt::Key(code), modifiers); });
+        };
+        for (const bool activates : {false, true}) {
+            const auto row = [activates](const char *name, const Gesture &gesture, int choices) {
+                QTest::addRow("%s%s", name, activates ? ", a click activates" : "") << activates << gesture << choices;
+            };
+            row("click", click, 1);
+            row("double click", doubleClick, 1);
+            row("Enter", key(Qt::Key_Return, {}), 1);
+            row("Enter of the keypad", key(Qt::Key_Enter, Qt::KeypadModifier), 1);
+            row("space where there is no box", key(Qt::Key_Space, {}), 0);
+            row("arrow", key(Qt::Key_Down, {}), 0);
+        }
+    }
+
+    void everyGestureChoosesOnce()
+    {
+        QFETCH(bool, activatesOnSingleClick);
+        QFETCH(Gesture, gesture);
+        SingleClickStyle style(activatesOnSingleClick);
+        PluginHarness harness(&m_root);
+        addModule(&harness, "S/m", 1);
+        harness.open();
+        auto *const defaultButton = new QPushButton("Default", harness.window);
+        defaultButton->setDefault(true);
+        defaultButton->show();
+        const QSignalSpy pressed(defaultButton, SIGNAL(clicked()));
+        QVERIFY(harness.choose(0, 'X', "S/m", "", "Speed 0"));
+        QTableView *const table = harness.table(0, 'X');
+        table->setStyle(&style);
+        const int before = messages(QtDebugMsg).filter("Model   :").size();
+        gesture(table, table->visualRect(table->currentIndex()).center());
+        QTEST(messages(QtDebugMsg).filter("Model   :").size() - before, "choices");
+        QCOMPARE(pressed.size(), 0);
+        table->setStyle(nullptr);
+    }
+
+    void spaceTicksABoxAsAClickDoes()
+    {
+        PluginHarness harness(&m_root);
+        ScriptedModule *const module = addModule(&harness, "S/m", 1);
+        addRegisters(module);
+        module->channel.answer = [](const Command &) { return 0xFE12; };
+        harness.open();
+        QVERIFY(harness.choose(0, 'X', "S/m", "Register", "Counter"));
+        QVERIFY(harness.choose(0, 'Y', "S/m", "Register", "Status: Speed"));
+        harness.sampleTick();
+        QTableView *const table = harness.table(0, 'Y');
+        QTest::keyClick(table, Qt::Key_Left);
+        QTest::keyClick(table, Qt::Key_Space);
+        harness.sampleTick();
+        QCOMPARE(harness.points(), QVector<QPointF>({QPointF(0xFE12, -2)}));
     }
 
     void tablesGoWhenNobodyNeedsThem()
