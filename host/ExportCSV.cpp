@@ -2,6 +2,7 @@
 
 #include "DelimitedText.h"
 #include "host/AppSettings.h"
+#include "host/ReplaceableFile.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -148,10 +149,10 @@ void ExportCSV::save()
 void ExportCSV::saveTo(const QString &path)
 {
     const QString saved = text();
-    QString reason;
+    QString reason = obstacleToReplacing(path);
     if (saved.isEmpty()) {
         reason = tr("The table is empty.");
-    } else {
+    } else if (reason.isEmpty()) {
         QSaveFile file(path);
         // A failed open or write is kept by the file, and commit() then says so.
         if (file.open(QIODevice::WriteOnly)) {

@@ -1,5 +1,6 @@
 #include "ParameterTable.h"
 
+#include "KeptForProcess.h"
 #include "TableRoles.h"
 
 #include "host/BasicTools.h"
@@ -58,6 +59,13 @@ std::array<const Parameter *, parameterNumbers> firstByNumber(const QMap<QString
     return found;
 }
 
+/// One for all tables: a copy of its own has its own pixmaps, and its own entries in Qt's cache of scaled ones.
+const QIcon &signIcon()
+{
+    static const QIcon *const icon = KeptForProcess::make<QIcon>(QStringLiteral(":/SVG Icons/PlusMinus"));
+    return *icon;
+}
+
 /// Appends rows of three items to a model, starting at row 0 whatever rows the model was made with.
 class RowWriter
 {
@@ -99,7 +107,7 @@ public:
         row.command->setData(command, TableRole::Command);
         row.type->setCheckable(true);
         row.type->setToolTip(translated("\nSet checked for signed interpretation\n"));
-        row.type->setIcon(QIcon(QStringLiteral(":/SVG Icons/PlusMinus")));
+        row.type->setIcon(signIcon());
         row.type->setData(static_cast<int>(address), TableRole::Type);
         row.type->setData(bitOffset, TableRole::BitOffset);
         row.type->setData(bitWidth, TableRole::BitWidth);

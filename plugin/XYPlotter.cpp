@@ -1,7 +1,9 @@
 #include "XYPlotter.h"
 
 #include "AxisCombo.h"
+#include "KeptForProcess.h"
 #include "Plotter.h"
+#include "RegisterCommand.h"
 #include "ui_XYPlotter.h"
 
 #include "host/DynamicProperty.h"
@@ -19,9 +21,6 @@ constexpr int curveCount = 4;
 constexpr int refreshIntervalMs = 250;
 constexpr double startRange = 10.0;       // data units, to either side of 0
 constexpr double startRateDivisor = 1.15; // of the slider's range: 86 of 100, a sample every 14 ms
-constexpr unsigned char unboundAddress = 1;
-constexpr unsigned char commandReadRegister = 149;
-constexpr unsigned char commandWriteRegister = 147;
 
 const char pluginTitle[] = "XY-Plotter";
 const char pluginIcon[] = ":/moreIconsII/XYPlot";
@@ -31,20 +30,26 @@ const char pluginIcon[] = ":/moreIconsII/XYPlot";
 XYPlotter::XYPlotter()
     : ContainerInterface(QStringLiteral("undefined"), QString::fromLatin1(pluginTitle), pluginType, nullptr,
                          QString::fromLatin1(pluginIcon), nullptr)
-    , tempTools(1, 1, nullptr, QString(), commandReadRegister, commandWriteRegister)
+    , tempTools(1, 1, nullptr, QString(), RegisterCommand::ReadOnChannel, RegisterCommand::Write)
 {
 }
 
 XYPlotter::XYPlotter(const QString &name, PluginHandler *handler)
     : ContainerInterface(name, QString::fromLatin1(pluginTitle), pluginType, handler, QString::fromLatin1(pluginIcon),
                          nullptr)
-    , tempTools(1, 1, nullptr, QString(), commandReadRegister, commandWriteRegister)
+    , tempTools(1, 1, nullptr, QString(), RegisterCommand::ReadOnChannel, RegisterCommand::Write)
 {
     setProperty(DynamicProperty::ShowOnToolbar, true);
 }
 
 XYPlotter::~XYPlotter()
 {
+    // A channel may be reading a source just now, and its module go next: nobody would switch the source off then. The
+    // request stays as it is, for it may still have to be sent.
+    for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
+        curve->x->handler = nullptr;
+        curve->y->handler = nullptr;
+    }
     if (askingForLogFile) {
         // The box is still in the click that opened the dialog, and looks at itself afterwards: log() lets it go.
         ui->cbLog->setParent(nullptr);
@@ -115,11 +120,16 @@ void XYPlotter::buildPlot()
     plotter = new Plotter(curveCount, ui->widgetPlot);
     ui->widgetPlot->layout()->addWidget(plotter);
     plotter->setPalette(ui->widgetPlot->palette());
+    setStartRange();
+    plotter->setPlotSettings(plotSettings);
+}
+
+void XYPlotter::setStartRange()
+{
     plotSettings.minX = -startRange;
     plotSettings.maxX = startRange;
     plotSettings.minY = -startRange;
     plotSettings.maxY = startRange;
-    plotter->setPlotSettings(plotSettings);
 }
 
 void XYPlotter::buildTrail()
@@ -138,11 +148,11 @@ void XYPlotter::buildCurve(int index)
     for (QStackedWidget *const pages : {ui->dockWidgetContentsX, ui->dockWidgetContentsY}) {
         pages->addWidget(moduleValue(pages->objectName(), index));
     }
-    auto *const curve = new XYaxisCombo;
-    curve->x = new AxisCombo(nullptr, unboundAddress);
-    curve->y = new AxisCombo(nullptr, unboundAddress);
-    curve->points = new QVector<QPointF>;
-    curve->point = new QPointF;
+    auto *const curve = KeptForProcess::make<XYaxisCombo>();
+    curve->x = KeptForProcess::make<AxisCombo>(nullptr, AxisCombo::unboundAddress);
+    curve->y = KeptForProcess::make<AxisCombo>(nullptr, AxisCombo::unboundAddress);
+    curve->points = KeptForProcess::make<QVector<QPointF>>();
+    curve->point = KeptForProcess::make<QPointF>();
     axisCombos.append(curve);
 
     const QAbstractButton *const curveButton = plotter->curveButtons.buttons().at(index);

@@ -88,6 +88,7 @@ private slots:
 private:
     void buildWindow();
     void buildPlot();
+    void setStartRange();
     void buildTrail();
     void buildCurve(int index);
     void setAccessibleNames();
@@ -98,6 +99,8 @@ private:
     QString composeModuleLabel(const QString &key, KAROModuleInterface *module);
     void fillMotorBox(ComboBox *motorBox, const KAROModuleInterface &module, int axes, bool hasRegisters);
     void showTable(const SelectorPage &page, QStandardItemModel *model, const QString &title);
+    void replaceTable(const SelectorPage &page, QStandardItemModel *model);
+    void releaseTable(QAbstractItemModel *model);
     void stopRecordingForNewSource(const XYaxisCombo &curve, int curveIndex, bool isX, const QString &name);
 
     void sampleAll();
@@ -134,4 +137,5 @@ private:
     int lineCounter = 0;
     QFile *logFile = nullptr; // never deleted: the file of a recording outlives it
     bool askingForLogFile = false;
+    QString pendingHeader; // of the recording, while it could not be written
 };

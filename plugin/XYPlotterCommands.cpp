@@ -19,8 +19,6 @@
 namespace
 {
 
-constexpr double clearedRange = 10.0; // data units, to either side of 0
-
 void setColumnCaption(QStandardItemModel *model, int column, const QString &name, const QString &caption)
 {
     model->setHorizontalHeaderItem(column, new QStandardItem(name));
@@ -107,6 +105,7 @@ void XYPlotter::exportPoints()
     }
     auto *const exportWindow = new ExportCSV(model, window, Qt::Tool);
     exportWindow->setObjectName(windowName);
+    connect(exportWindow, SIGNAL(destroyed()), model, SLOT(deleteLater()));
 }
 
 void XYPlotter::clearPoints()
@@ -115,10 +114,7 @@ void XYPlotter::clearPoints()
         curve->points->resize(0);
     }
     // The plot keeps the old drawing of a curve until its next point, which also resets the range.
-    plotSettings.minX = -clearedRange;
-    plotSettings.maxX = clearedRange;
-    plotSettings.minY = -clearedRange;
-    plotSettings.maxY = clearedRange;
+    setStartRange();
     applyPlotSettings();
 }
 

@@ -1,6 +1,8 @@
 // The CSV recording. The file is opened for each line and closed behind it: what has been logged is out of this
 // process at once and survives whatever happens to it.
 
+#include "KeptForProcess.h"
+#include "LogFile.h"
 #include "LogText.h"
 #include "ParameterTable.h"
 #include "XYPlotter.h"
@@ -16,7 +18,6 @@
 #include <QFileDialog>
 #include <QPointer>
 #include <QSignalBlocker>
-#include <QTextStream>
 
 namespace
 {
@@ -57,8 +58,9 @@ void XYPlotter::log(bool checked)
         box->setChecked(false);
         return;
     }
-    logFile = new QFile(fileName);
-    if (!logFile->open(QIODevice::WriteOnly)) {
+    logFile = KeptForProcess::make<QFile>(fileName);
+    LogFile file(logFile, QIODevice::WriteOnly);
+    if (!file.isOpen()) {
         return; // the box stays checked: unchecking it ends nothing that has begun
     }
     QVector<LogText::CurveCaptions> captions;
@@ -69,32 +71,25 @@ void XYPlotter::log(bool checked)
                              curve->xName, curve->yName});
         }
     }
-    QTextStream stream(logFile);
-    stream << LogText::header(captions);
+    const QString header = LogText::header(captions);
+    // The disk is full: the header is written with the first line that can be.
+    pendingHeader = file.append(header) ? QString() : header;
     recording = true;
     lineCounter = 1;
-    logFile->close();
 }
 
 void XYPlotter::appendToLog(const QString &fields)
 {
-    if (!logFile->open(QIODevice::ReadWrite | QIODevice::Text)) {
+    LogFile file(logFile, QIODevice::ReadWrite | QIODevice::Text);
+    if (!file.isOpen()) {
         return; // this line is lost, the next one tries again
     }
-    const qint64 sizeBefore = logFile->size();
-    if (!logFile->isSequential()) {
-        logFile->seek(sizeBefore);
-    }
-    QTextStream stream(logFile);
-    stream << LogText::dataLine(lineCounter++, fields);
+    const QString line = LogText::dataLine(lineCounter++, fields);
     // The message carries the number of the next line.
     qDebug().noquote() << "virtual void XYPlotter::timerEvent(QTimerEvent*)"
                        << "new line: " << QString::number(lineCounter) << ";" << fields << hostLineEnd;
-    stream.flush();
-    const bool isWritten = logFile->flush();
-    logFile->close();
-    if (!isWritten) {
-        // The disk is full. Half a line would run into the next one that can be written; a number left out tells of it.
-        logFile->resize(sizeBefore);
+    // A line that finds no room on a full disk is lost whole; the number left out tells of it.
+    if (file.append(pendingHeader + line)) {
+        pendingHeader.clear();
     }
 }

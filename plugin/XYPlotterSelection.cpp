@@ -1,8 +1,10 @@
 // The selector pages: tables of values, and how a click on a row becomes a source of a curve.
 
 #include "AxisCombo.h"
+#include "ChoiceTable.h"
 #include "ParameterTable.h"
 #include "Plotter.h"
+#include "RegisterCommand.h"
 #include "SelectorPage.h"
 #include "TableRoles.h"
 #include "XYPlotter.h"
@@ -20,15 +22,14 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace
 {
 
 constexpr int registerChannel = 1;
-constexpr int commandReadRegister = 148;
-constexpr int commandReadChannelRegister = 149;
 constexpr int cellAlignment = 132; // horizontally and vertically centred
 constexpr int wholeWidthBits = 32;
-constexpr unsigned char unboundAddress = 1;
 
 unsigned char lowByte(const QVariant &value)
 {
@@ -40,19 +41,10 @@ QVariant cell(const QModelIndex &index, int column, int role)
     return index.sibling(index.row(), column).data(role);
 }
 
-/// What is left of the name of a part of a page: curve index and axis, for example "0X".
-QString pageSuffix(QString objectName)
+void debugChoice(const QModelIndex &index, const SelectorPage &page, const QObject *sender)
 {
-    for (const char *const word : {"cmbm", "motor", "cmds", "dockWidgetContents"}) {
-        objectName.remove(QLatin1String(word));
-    }
-    return objectName;
-}
-
-void debugChoice(const QModelIndex &index, int curveIndex, const QString &suffix, const QObject *sender)
-{
-    qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << curveIndex
-                         << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << suffix << sender
+    qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << page.curve()
+                         << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << page.suffix() << sender
                          << hostLineEnd << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
                          << hostLineEnd << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
                          << hostLineEnd << "Type       :" << cell(index, TableColumn::Type, TableRole::Type)
@@ -110,11 +102,9 @@ QWidget *XYPlotter::moduleValue(const QString &name, int index)
 
 QTableView *XYPlotter::createTable(const QString &name, QWidget *parent)
 {
-    auto *const table = new QTableView(parent);
+    auto *const table = new ChoiceTable(parent);
     table->setObjectName(name);
     connect(table, SIGNAL(clicked(QModelIndex)), this, SLOT(itemClicked(QModelIndex)));
-    // For those who work without a mouse: Enter chooses the row that the arrow keys have gone to.
-    connect(table, SIGNAL(activated(QModelIndex)), this, SLOT(itemClicked(QModelIndex)));
     table->setAlternatingRowColors(true);
     table->horizontalHeader()->setStretchLastSection(true);
     table->horizontalHeader()->setHighlightSections(false);
@@ -149,7 +139,8 @@ void XYPlotter::setMotorTable(int motor)
     if (registers.isEmpty()) {
         return;
     }
-    const int command = module->getChannel() == registerChannel ? commandReadChannelRegister : commandReadRegister;
+    const int command =
+        module->getChannel() == registerChannel ? RegisterCommand::ReadOnChannel : RegisterCommand::Read;
     auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
     ParameterTable::fillRegisterTable(model, registers, command);
     showTable(page, model, alias + QStringLiteral(" [Register]"));
@@ -163,8 +154,7 @@ void XYPlotter::showTable(const SelectorPage &page, QStandardItemModel *model, c
     }
     QTableView *const table = page.table();
     model->setHeaderData(0, Qt::Horizontal, title, TableRole::Caption);
-    // The model that is replaced lives on: curves keep reading their captions from it.
-    table->setModel(model);
+    replaceTable(page, model);
     for (int row = 0; row < model->rowCount(); ++row) {
         for (int column = 0; column < model->columnCount(); ++column) {
             model->setData(model->index(row, column), cellAlignment, Qt::TextAlignmentRole);
@@ -178,25 +168,43 @@ void XYPlotter::showTable(const SelectorPage &page, QStandardItemModel *model, c
     itemClicked(table->currentIndex());
 }
 
+void XYPlotter::replaceTable(const SelectorPage &page, QStandardItemModel *model)
+{
+    QAbstractItemModel *const replaced = page.table()->model();
+    page.table()->setModel(model);
+    releaseTable(replaced); // and with it the selection models that the view and its headers had for it
+}
+
+void XYPlotter::releaseTable(QAbstractItemModel *model)
+{
+    if (model == nullptr || model->parent() != this) {
+        return;
+    }
+    // Curves read their captions from the tables from which they were chosen, shown or not. No table is shown twice.
+    const auto isRead = [model](const XYaxisCombo *curve) { return curve->xModel == model || curve->yModel == model; };
+    if (std::none_of(axisCombos.cbegin(), axisCombos.cend(), isRead)) {
+        model->deleteLater();
+    }
+}
+
 void XYPlotter::itemClicked(QModelIndex index)
 {
     if (index.row() < 0 || sender() == nullptr) {
         return;
     }
-    const QString suffix = pageSuffix(sender()->objectName());
-    const int curveIndex = suffix.leftRef(1).toInt(); // one digit: ten curves at most
-    const bool isX = suffix.endsWith(QLatin1Char('X'));
-    const bool isY = suffix.endsWith(QLatin1Char('Y'));
-    const QString name = cell(index, TableColumn::Name, Qt::DisplayRole).toString();
-    debugChoice(index, curveIndex, suffix, sender());
     const SelectorPage page(qobject_cast<QWidget *>(sender()));
-    if (!page.isValid() || !(isX || isY) || curveIndex >= axisCombos.size()) {
+    const int curveIndex = page.curve();
+    const bool isX = page.isX();
+    const QString name = cell(index, TableColumn::Name, Qt::DisplayRole).toString();
+    debugChoice(index, page, sender());
+    if (!page.isValid() || !(isX || page.isY()) || curveIndex >= axisCombos.size()) {
         return;
     }
     XYaxisCombo *const curve = axisCombos.at(curveIndex);
     stopRecordingForNewSource(*curve, curveIndex, isX, name);
 
     auto *const model = const_cast<QAbstractItemModel *>(index.model());
+    QAbstractItemModel *const previousModel = isX ? curve->xModel : curve->yModel;
     QAbstractButton *const curveButton = plotter->curveButtons.button(curveIndex);
     if (isX) {
         curve->xModel = model;
@@ -209,11 +217,11 @@ void XYPlotter::itemClicked(QModelIndex index)
         curve->yName = name;
         curveButton->setProperty(DynamicProperty::CaptureY, name);
     }
+    releaseTable(previousModel);
     AxisCombo *const source = isX ? curve->x : curve->y;
     bindSource(source, index);
     if (name.isEmpty()) {
-        source->handler = nullptr;
-        source->request.setAddress(unboundAddress);
+        source->switchOff();
     }
     curve->points->resize(0);
     settings.setValue(page.rememberedRowKey(), index.row());

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTableView>
 
+#include <sys/stat.h>
+
 namespace
 {
 
@@ -107,6 +109,28 @@ private slots:
         const auto *const message = window.findChild<QMessageBox *>();
         QVERIFY(message != nullptr && message->isVisible());
         QVERIFY(message->text().contains(QStringLiteral("points.csv")));
+    }
+
+    void savesOverOrdinaryFilesOnly()
+    {
+        ExportCSV window(makeModel(this), nullptr, Qt::Tool);
+        const QString pipe = temporaryPath(QStringLiteral("pipe"));
+        QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+        const QString link = temporaryPath(QStringLiteral("link"));
+        QVERIFY(QFile::link(pipe, link));
+        for (const QString &path : {pipe, link}) {
+            QVERIFY(QMetaObject::invokeMethod(&window, "saveTo", Q_ARG(QString, path)));
+            auto *const message = window.findChild<QMessageBox *>();
+            QVERIFY(message != nullptr && message->informativeText().contains(QStringLiteral("no ordinary file")));
+            delete message;
+            struct stat status = {};
+            QVERIFY(stat(qPrintable(path), &status) == 0 && S_ISFIFO(status.st_mode));
+        }
+        QFile file(temporaryPath(QStringLiteral("file")));
+        QVERIFY(file.open(QIODevice::WriteOnly) && QFile::remove(link) && QFile::link(file.fileName(), link));
+        QVERIFY(QMetaObject::invokeMethod(&window, "saveTo", Q_ARG(QString, link)));
+        QVERIFY(window.findChild<QMessageBox *>() == nullptr);
+        QVERIFY(QFileInfo(link).isSymLink() && QFileInfo(file.fileName()).size() > 0);
     }
 };
 

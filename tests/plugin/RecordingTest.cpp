@@ -9,6 +9,8 @@
 #include <functional>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -20,6 +22,30 @@ QByteArray bytes(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
+
+/// While it lives, the kernel writes the first bytes of a file and refuses the rest, as on a full disk.
+class TightDisk
+{
+public:
+    explicit TightDisk(int bytes) : m_previousHandler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_previous);
+        rlimit tight = m_previous;
+        tight.rlim_cur = static_cast<rlim_t>(bytes);
+        setrlimit(RLIMIT_FSIZE, &tight);
+    }
+    ~TightDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_previous);
+        std::signal(SIGXFSZ, m_previousHandler);
+    }
+
+private:
+    Q_DISABLE_COPY(TightDisk)
+
+    void (*const m_previousHandler)(int);
+    rlimit m_previous{};
+};
 
 } // namespace
 
@@ -135,20 +161,56 @@ private slots:
         recorder.sample(2, 2);
         const QByteArray before = bytes(path);
 
-        // Room for half a line only: the kernel writes that much and refuses the rest, as on a full disk.
-        const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit{};
-        QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
-        rlimit tight = limit;
-        tight.rlim_cur = static_cast<rlim_t>(before.size() + 3);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &tight), 0);
-        recorder.sample(3, 3);
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &limit), 0);
-        std::signal(SIGXFSZ, previousHandler);
-
+        {
+            const TightDisk disk(before.size() + 3); // room for half a line
+            recorder.sample(3, 3);
+        }
         QCOMPARE(bytes(path), before);
         recorder.sample(4, 4);
         QCOMPARE(bytes(path), before + "3;4;4;\r\n");
+    }
+
+    void fullDiskAtTheHeader()
+    {
+        ScriptedCurve recorder(&m_root);
+        recorder.sample(1, 1);
+        const QString path = temporaryPath("log.csv");
+        const QByteArray header =
+            "Module:;alias of S/m [Axis 0];alias of S/m [Axis 0];\r\nCounter;pos [raw];speed [raw];\r\n";
+        {
+            const TightDisk disk(header.size() - 3);
+            recorder.startLog(path);
+            QCOMPARE(bytes(path), QByteArray());
+            recorder.sample(2, 2); // nor is there room for the header now
+            QCOMPARE(bytes(path), QByteArray());
+        }
+        recorder.sample(3, 3);
+        recorder.sample(4, 4);
+        QCOMPARE(bytes(path), header + "2;3;3;\r\n3;4;4;\r\n");
+    }
+
+    void pipesAndDevices()
+    {
+        ScriptedCurve recorder(&m_root);
+        const QString pipe = temporaryPath("pipe");
+        QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+        alarm(10); // without a reader the process would wait for ever
+        recorder.startLog(pipe);
+        recorder.sample(1, 1);
+        recorder.sample(2, 2); // not recorded, as with any file that cannot be opened
+        QVERIFY(messages(QtDebugMsg).filter("new line: ").isEmpty());
+        recorder.logBox()->click();
+
+        const QString path = temporaryPath("log.csv");
+        recorder.startLog(path);
+        QVERIFY(QFile::remove(path) && QFile::link(pipe, path));
+        recorder.sample(3, 3); // lost
+        QVERIFY(QFile::remove(path) && QFile::link(QStringLiteral("/dev/null"), path));
+        recorder.sample(4, 4);
+        QVERIFY(QFile::remove(path));
+        recorder.sample(5, 5);
+        QCOMPARE(bytes(path), QByteArray("2;5;5;\r\n"));
+        alarm(0);
     }
 
     void whatEndsARecording_data()

@@ -9,6 +9,17 @@
 #include <QLabel>
 #include <QSlider>
 
+#include <functional>
+
+namespace
+{
+
+using Action = std::function<void(ScriptedCurve *)>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(Action)
+
 /// What a sampling tick asks and collects, what a refresh tick makes of it, and the buttons that use the points.
 class SamplingTest : public GuardedTest
 {
@@ -75,6 +86,68 @@ private slots:
         curve.module->channel.onExchange = [&curve] { delete curve.plugin; };
         curve.sampleTick();
         QVERIFY(curve.plugin.isNull());
+    }
+
+    void whatMayGoDuringAnExchange_data()
+    {
+        QTest::addColumn<Action>("action");
+        QTest::addColumn<int>("module"); // in whose exchange it happens
+        const Action plugin = [](ScriptedCurve *it) { delete it->plugin; };
+        const Action removedX = [](ScriptedCurve *it) { it->handler.removeModulePlugin("S/m"); };
+        const Action removedY = [](ScriptedCurve *it) { it->handler.removeModulePlugin("S/other"); };
+        const Action unnoticedX = [](ScriptedCurve *it) {
+            it->handler.removeContainer(it->plugin);
+            it->handler.removeModulePlugin("S/m");
+        };
+        const Action unnoticedY = [](ScriptedCurve *it) {
+            it->handler.removeContainer(it->plugin);
+            it->handler.removeModulePlugin("S/other");
+        };
+        for (const int module : {0, 1}) {
+            const auto row = [module](const char *name, const QVector<Action> &actions) {
+                QTest::addRow("%s, in the exchange with module %d", name, module)
+                    << Action([actions](ScriptedCurve *it) {
+                           for (const Action &action : actions) {
+                               action(it);
+                           }
+                       })
+                    << module;
+            };
+            row("plugin", {plugin});
+            row("plugin, then X's module", {plugin, removedX});
+            row("plugin, then Y's module", {plugin, removedY});
+            row("both modules", {removedX, removedY});
+            row("X's module, before its notice", {unnoticedX});
+            row("Y's module, before its notice", {unnoticedY});
+        }
+    }
+
+    void whatMayGoDuringAnExchange()
+    {
+        QFETCH(Action, action);
+        QFETCH(int, module);
+        ScriptedCurve curve(&m_root);
+        const QPointer<ScriptedModule> other = curve.addOther();
+        QVERIFY(curve.choose(0, 'X', "S/m", "", "pos"));
+        QVERIFY(curve.choose(0, 'Y', "S/other", "", "speed"));
+        (module == 0 ? curve.module : other.data())->channel.onExchange = [&curve, action] { action(&curve); };
+        curve.sampleTick();
+        if (!curve.plugin.isNull()) {
+            curve.sampleTick(); // reads from nobody who is gone
+            QCOMPARE(curve.exported()->rowCount(), 0);
+        } else if (!other.isNull() && module == 0) {
+            QVERIFY(other->channel.exchanges.isEmpty()); // a plugin that is gone asks nobody
+        }
+    }
+
+    void moduleThatDiesBeforeItsNotice()
+    {
+        ScriptedCurve curve(&m_root);
+        curve.sample(1, 2);
+        curve.handler.removeContainer(curve.plugin); // the notice is still on its way
+        curve.handler.removeModulePlugin("S/m");
+        curve.sampleTick();
+        QCOMPARE(curve.points().size(), 1);
     }
 
     void rate()

@@ -1,11 +1,19 @@
 #include "GuardedTest.h"
 #include "PluginHarness.h"
 #include "ScriptedModule.h"
+#include "TableRoles.h"
 #include "XYPlotter.h"
 
+#include "host/AppSettings.h"
+#include "host/ExportCSV.h"
 #include "host/RegisterSet.h"
 
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QStackedWidget>
+
+#include <functional>
 
 namespace
 {
@@ -45,7 +53,27 @@ QList<int> numbers(const Command &request)
     return {request.address(), request.command(), request.type(), request.motorBank()};
 }
 
+using Gesture = std::function<void(QTableView *, QPoint)>;
+
+class SingleClickStyle : public QProxyStyle
+{
+public:
+    explicit SingleClickStyle(bool activates) : QProxyStyle("fusion"), m_activates(activates) {}
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *answer) const override
+    {
+        return hint == SH_ItemView_ActivateItemOnSingleClick ? int(m_activates)
+                                                             : QProxyStyle::styleHint(hint, option, widget, answer);
+    }
+
+private:
+    const bool m_activates;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Gesture)
 
 /// Module and motor boxes, the tables of a page, and what a choice makes of a source.
 class SourcesTest : public GuardedTest
@@ -205,6 +233,123 @@ private slots:
         QVERIFY(PluginHarness::pick(other.moduleBox(1, 'X'), "S/m"));
         QVERIFY(PluginHarness::pick(other.motorBox(1, 'X'), "Axis 1"));
         QCOMPARE(other.table(1, 'X')->currentIndex().row(), 0);
+    }
+
+    void everyGestureChoosesOnce_data()
+    {
+        QTest::addColumn<bool>("activatesOnSingleClick");
+        QTest::addColumn<Gesture>("gesture");
+        QTest::addColumn<int>("choices");
+        const Gesture click = [](QTableView *table, QPoint point) {
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, point);
+        };
+        const Gesture doubleClick = [](QTableView *table, QPoint point) {
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, point);
+            QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, point);
+            QTest::mouseRelease(table->viewport(), Qt::LeftButton, {}, point);
+        };
+        const auto key = [](int code, Qt::KeyboardModifiers modifiers) {
+            return Gesture([=](QTableView *table, QPoint) { QTest::keyClick(table, Qt::Key(code), modifiers); });
+        };
+        for (const bool activates : {false, true}) {
+            const auto row = [activates](const char *name, const Gesture &gesture, int choices) {
+                QTest::addRow("%s%s", name, activates ? ", a click activates" : "") << activates << gesture << choices;
+            };
+            row("click", click, 1);
+            row("double click", doubleClick, 1);
+            row("Enter", key(Qt::Key_Return, {}), 1);
+            row("Enter of the keypad", key(Qt::Key_Enter, Qt::KeypadModifier), 1);
+            row("space where there is no box", key(Qt::Key_Space, {}), 0);
+            row("arrow", key(Qt::Key_Down, {}), 0);
+        }
+    }
+
+    void everyGestureChoosesOnce()
+    {
+        QFETCH(bool, activatesOnSingleClick);
+        QFETCH(Gesture, gesture);
+        SingleClickStyle style(activatesOnSingleClick);
+        PluginHarness harness(&m_root);
+        addModule(&harness, "S/m", 1);
+        harness.open();
+        auto *const defaultButton = new QPushButton("Default", harness.window);
+        defaultButton->setDefault(true);
+        defaultButton->show();
+        const QSignalSpy pressed(defaultButton, SIGNAL(clicked()));
+        QVERIFY(harness.choose(0, 'X', "S/m", "", "Speed 0"));
+        QTableView *const table = harness.table(0, 'X');
+        table->setStyle(&style);
+        const int before = messages(QtDebugMsg).filter("Model   :").size();
+        gesture(table, table->visualRect(table->currentIndex()).center());
+        QTEST(messages(QtDebugMsg).filter("Model   :").size() - before, "choices");
+        QCOMPARE(pressed.size(), 0);
+        table->setStyle(nullptr);
+    }
+
+    void spaceTicksABoxAsAClickDoes()
+    {
+        PluginHarness harness(&m_root);
+        ScriptedModule *const module = addModule(&harness, "S/m", 1);
+        addRegisters(module);
+        module->channel.answer = [](const Command &) { return 0xFE12; };
+        harness.open();
+        QVERIFY(harness.choose(0, 'X', "S/m", "Register", "Counter"));
+        QVERIFY(harness.choose(0, 'Y', "S/m", "Register", "Status: Speed"));
+        harness.sampleTick();
+        QTableView *const table = harness.table(0, 'Y');
+        QTest::keyClick(table, Qt::Key_Left);
+        QTest::keyClick(table, Qt::Key_Space);
+        harness.sampleTick();
+        QCOMPARE(harness.points(), QVector<QPointF>({QPointF(0xFE12, -2)}));
+    }
+
+    void tablesGoWhenNobodyNeedsThem()
+    {
+        PluginHarness harness(&m_root);
+        addRegisters(addModule(&harness, "S/m", 2));
+        // Behind the end of the second axis' table: picking that axis chooses nothing.
+        const uint choice = qHash(QStringLiteral("  S/m  Axis 1"), 0);
+        AppSettings().setValue(QStringLiteral("Plot/Table/page0dockWidgetContentsX/%1").arg(choice), 99);
+        harness.open();
+        QVERIFY(harness.choose(0, 'X', "S/m", "Axis 0", "Speed 0"));
+        QVERIFY(harness.choose(0, 'Y', "S/m", "Axis 0", "Position 0"));
+        harness.sampleTick();
+        QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), "Axis 1"));
+        const auto turn = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); };
+        const auto tables = [&] {
+            turn();
+            turn(); // what goes with something that goes
+            return harness.plugin->findChildren<QStandardItemModel *>(QString(), Qt::FindDirectChildrenOnly).size();
+        };
+        QCOMPARE(tables(), 3); // X's, its shown one, Y's
+        QCOMPARE(harness.exported()->headerData(0, Qt::Horizontal, TableRole::Caption).toString(),
+                 QStringLiteral("alias of S/m [Axis 0]")); // still of the table that was replaced
+        delete harness.window->findChild<ExportCSV *>();
+
+        QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), "Register"));
+        QCOMPARE(tables(), 2);
+        const int objects = harness.window->findChildren<QObject *>().size();
+        for (int round = 0; round < 20; ++round) {
+            harness.motorBox(0, 'X')->setCurrentIndex(0);
+            harness.motorBox(0, 'X')->setCurrentIndex(2);
+        }
+        for (int round = 0; round < 5; ++round) {
+            QTest::mouseClick(harness.find("btnExport"), Qt::LeftButton);
+            turn();
+        }
+        QCOMPARE(tables(), 3); // of the last export, which is shown
+        harness.window->findChild<ExportCSV *>()->close();
+        QCOMPARE(tables(), 2);
+        QCOMPARE(harness.window->findChildren<QObject *>().size(), objects); // selection models go, too
+        // The icons of two rows, and of the same table built anew, are one: each of its own would have its own pixmaps.
+        const auto iconOf = [&harness](int row) {
+            return harness.table(0, 'X')->model()->index(row, 1).data(Qt::DecorationRole).value<QIcon>().cacheKey();
+        };
+        const qint64 icon = iconOf(0);
+        QCOMPARE(iconOf(1), icon);
+        harness.motorBox(0, 'X')->setCurrentIndex(0);
+        harness.motorBox(0, 'X')->setCurrentIndex(2);
+        QCOMPARE(iconOf(0), icon);
     }
 
     void moduleNotice()

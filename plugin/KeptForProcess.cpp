@@ -1,0 +1,7 @@
+#include "KeptForProcess.h"
+
+std::vector<const void *> &KeptForProcess::objects()
+{
+    static auto *const kept = new std::vector<const void *>;
+    return *kept;
+}

@@ -1,0 +1,74 @@
+#include "LogFile.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+#ifdef Q_OS_UNIX
+
+bool LogFile::open(QIODevice::OpenMode mode)
+{
+    constexpr mode_t permissions = 0666; // less the user's mask
+    const int access = (mode & QIODevice::ReadOnly) != 0 ? O_RDWR : O_WRONLY | O_TRUNC;
+    // Not blocking, and looked at when it is open: nothing can take the file's place in between.
+    const int descriptor = ::open(QFile::encodeName(m_name).constData(),
+                                  access | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
+    if (descriptor < 0) {
+        return false;
+    }
+    struct stat status = {};
+    const bool isFifo = ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+    const bool isBlocking = ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK) == 0;
+    if (isFifo || !isBlocking || !m_file->open(descriptor, mode, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return false;
+    }
+    return true;
+}
+
+#else
+
+bool LogFile::open(QIODevice::OpenMode mode)
+{
+    return m_file->open(mode);
+}
+
+#endif
+
+LogFile::LogFile(QFile *file, QIODevice::OpenMode mode) : m_file(file), m_name(file->fileName())
+{
+    open(mode);
+}
+
+LogFile::~LogFile()
+{
+    m_file->close();
+    m_file->setFileName(m_name); // which a file that was opened by its descriptor forgets
+}
+
+bool LogFile::isOpen() const
+{
+    return m_file->isOpen();
+}
+
+bool LogFile::append(const QString &text)
+{
+    const qint64 sizeBefore = m_file->size();
+    if (!m_file->isSequential()) {
+        m_file->seek(sizeBefore);
+    }
+    QTextStream stream(m_file);
+    stream << text;
+    stream.flush();
+    const bool isWritten = m_file->flush();
+    m_file->close();
+    if (!isWritten) {
+        QFile::resize(m_name, sizeBefore); // half a line would run into the next one
+    }
+    return isWritten;
+}
