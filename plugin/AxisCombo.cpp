@@ -34,7 +34,8 @@ void AxisCombo::setRequest(Command *command, unsigned char offset, unsigned char
 
 qint32 AxisCombo::value() const
 {
-    const auto shifted = static_cast<quint32>(static_cast<qint32>(reply.value()) >> (shift & shiftCountMask));
+    Command answer = reply; // reading the value is no const operation in every host
+    const auto shifted = static_cast<quint32>(static_cast<qint32>(answer.value()) >> (shift & shiftCountMask));
     const quint32 field = shifted & mask & ~signBit;
     // Without a sign bit the test holds always and takes nothing away.
     const bool isNegative = (shifted & signBit) == signBit;

@@ -6,8 +6,8 @@
 #include "XYPlotter.h"
 #include "ui_XYPlotter.h"
 
+#include "host/HostAccess.h"
 #include "host/HostLogging.h"
-#include "host/LineEnd.h"
 
 #include <QCheckBox>
 #include <QDateTime>
@@ -89,7 +89,8 @@ void XYPlotter::appendToLog(const QString &fields)
     stream << LogText::dataLine(lineCounter++, fields);
     // The message carries the number of the next line.
     qDebug().noquote() << "virtual void XYPlotter::timerEvent(QTimerEvent*)"
-                       << "new line: " << QString::number(lineCounter) << ";" << fields << hostLineEnd;
+                       << "new line: " << QString::number(lineCounter) << ";" << fields
+                       << qUtf8Printable(HostAccess::lineEnd());
     stream.flush();
     const bool isWritten = logFile->flush();
     logFile->close();

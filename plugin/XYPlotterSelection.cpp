@@ -10,8 +10,8 @@
 
 #include "host/ComboBox.h"
 #include "host/DynamicProperty.h"
+#include "host/HostAccess.h"
 #include "host/HostLogging.h"
-#include "host/LineEnd.h"
 #include "host/PluginHandler.h"
 
 #include <QDebug>
@@ -51,14 +51,18 @@ QString pageSuffix(QString objectName)
 
 void debugChoice(const QModelIndex &index, int curveIndex, const QString &suffix, const QObject *sender)
 {
+    const QByteArray lineEnd = HostAccess::lineEnd().toLatin1();
     qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << curveIndex
                          << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << suffix << sender
-                         << hostLineEnd << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
-                         << hostLineEnd << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
-                         << hostLineEnd << "Type       :" << cell(index, TableColumn::Type, TableRole::Type)
-                         << hostLineEnd << "Offset     :" << cell(index, TableColumn::Type, TableRole::BitOffset)
-                         << hostLineEnd << "Width      :" << cell(index, TableColumn::Type, TableRole::BitWidth)
-                         << hostLineEnd << "CheckState :" << cell(index, TableColumn::Type, Qt::CheckStateRole);
+                         << lineEnd.constData()
+                         << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
+                         << lineEnd.constData()
+                         << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
+                         << lineEnd.constData() << "Type       :" << cell(index, TableColumn::Type, TableRole::Type)
+                         << lineEnd.constData()
+                         << "Offset     :" << cell(index, TableColumn::Type, TableRole::BitOffset)
+                         << lineEnd.constData() << "Width      :" << cell(index, TableColumn::Type, TableRole::BitWidth)
+                         << lineEnd.constData() << "CheckState :" << cell(index, TableColumn::Type, Qt::CheckStateRole);
 }
 
 void bindSource(AxisCombo *source, const QModelIndex &index)
@@ -133,23 +137,24 @@ void XYPlotter::setMotorTable(int motor)
     if (motor < 0 || !page.isValid() || pluginHandler() == nullptr) {
         return;
     }
-    KAROModuleInterface *const module = pluginHandler()->getModulePlugin(page.currentModuleKey());
+    KAROModuleInterface *const module = HostAccess::modulePlugin(*pluginHandler(), page.currentModuleKey());
     if (module == nullptr) {
         return;
     }
     page.table()->hide();
     const QString alias = module->getAliasName();
-    if (motor < module->numberOfAxes()) {
+    if (motor < static_cast<int>(module->numberOfAxes())) {
         auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
         ParameterTable::fillAxisTable(model, module, motor);
         showTable(page, model, alias + QStringLiteral(" [Axis %1]").arg(motor));
         return;
     }
-    const QList<Register *> registers = tempTools.currentRegisterList();
+    const QList<Register *> registers = HostAccess::currentRegisters(tempTools);
     if (registers.isEmpty()) {
         return;
     }
-    const int command = module->getChannel() == registerChannel ? commandReadChannelRegister : commandReadRegister;
+    const int command =
+        static_cast<int>(module->getChannel()) == registerChannel ? commandReadChannelRegister : commandReadRegister;
     auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
     ParameterTable::fillRegisterTable(model, registers, command);
     showTable(page, model, alias + QStringLiteral(" [Register]"));
