@@ -1,5 +1,7 @@
 #include "AxisCombo.h"
 
+#include "host/HostAccess.h"
+
 namespace
 {
 
@@ -11,9 +13,33 @@ constexpr unsigned int shiftCountMask = 31; // shift counts are taken modulo 32
 } // namespace
 
 AxisCombo::AxisCombo(CommandHandlerInterface *moduleHandler, unsigned char address)
-    : handler(moduleHandler), shift(0), mask(wholeMask)
+    : handler(moduleHandler)
+    , shift(0)
+    , pair(HostAccess::emptyPair<CommandCombo>())
+    , request(HostAccess::requestOf(pair))
+    , reply(HostAccess::replyOf(pair))
+    , mask(wholeMask)
 {
     request.setAddress(address);
+}
+
+void AxisCombo::bind(QObject *module, CommandHandlerInterface *moduleHandler, unsigned char address)
+{
+    m_module = module;
+    m_isBound = true;
+    handler = moduleHandler;
+    request.setAddress(address);
+}
+
+void AxisCombo::switchOff()
+{
+    handler = nullptr;
+    request.setAddress(unboundAddress);
+}
+
+bool AxisCombo::isOn() const
+{
+    return handler != nullptr && !(m_isBound && m_module.isNull());
 }
 
 void AxisCombo::setRequest(Command *command, unsigned char offset, unsigned char width, bool isSigned)
@@ -34,15 +60,9 @@ void AxisCombo::setRequest(Command *command, unsigned char offset, unsigned char
 
 qint32 AxisCombo::value() const
 {
-    Command answer = reply; // reading the value is no const operation in every host
-    const auto shifted = static_cast<quint32>(static_cast<qint32>(answer.value()) >> (shift & shiftCountMask));
+    const auto shifted = static_cast<quint32>(static_cast<qint32>(reply.value()) >> (shift & shiftCountMask));
     const quint32 field = shifted & mask & ~signBit;
     // Without a sign bit the test holds always and takes nothing away.
     const bool isNegative = (shifted & signBit) == signBit;
     return static_cast<qint32>(isNegative ? field - signBit : field);
-}
-
-CommandCombo *AxisCombo::exchange()
-{
-    return reinterpret_cast<CommandCombo *>(&request);
 }

@@ -93,6 +93,7 @@ private Q_SLOTS:
 private:
     void buildWindow();
     void buildPlot();
+    void setStartRange();
     void buildTrail();
     void buildCurve(int index);
     void setAccessibleNames();

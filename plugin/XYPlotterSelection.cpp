@@ -3,6 +3,7 @@
 #include "AxisCombo.h"
 #include "ParameterTable.h"
 #include "Plotter.h"
+#include "RegisterCommand.h"
 #include "SelectorPage.h"
 #include "TableRoles.h"
 #include "XYPlotter.h"
@@ -24,11 +25,8 @@ namespace
 {
 
 constexpr int registerChannel = 1;
-constexpr int commandReadRegister = 148;
-constexpr int commandReadChannelRegister = 149;
 constexpr int cellAlignment = 132; // horizontally and vertically centred
 constexpr int wholeWidthBits = 32;
-constexpr unsigned char unboundAddress = 1;
 
 unsigned char lowByte(const QVariant &value)
 {
@@ -40,29 +38,18 @@ QVariant cell(const QModelIndex &index, int column, int role)
     return index.sibling(index.row(), column).data(role);
 }
 
-/// What is left of the name of a part of a page: curve index and axis, for example "0X".
-QString pageSuffix(QString objectName)
+void debugChoice(const QModelIndex &index, const SelectorPage &page, const QObject *sender)
 {
-    for (const char *const word : {"cmbm", "motor", "cmds", "dockWidgetContents"}) {
-        objectName.remove(QLatin1String(word));
-    }
-    return objectName;
-}
-
-void debugChoice(const QModelIndex &index, int curveIndex, const QString &suffix, const QObject *sender)
-{
-    const QByteArray lineEnd = HostAccess::lineEnd().toLatin1();
-    qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << curveIndex
-                         << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << suffix << sender
-                         << lineEnd.constData()
-                         << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
-                         << lineEnd.constData()
-                         << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
-                         << lineEnd.constData() << "Type       :" << cell(index, TableColumn::Type, TableRole::Type)
-                         << lineEnd.constData()
-                         << "Offset     :" << cell(index, TableColumn::Type, TableRole::BitOffset)
-                         << lineEnd.constData() << "Width      :" << cell(index, TableColumn::Type, TableRole::BitWidth)
-                         << lineEnd.constData() << "CheckState :" << cell(index, TableColumn::Type, Qt::CheckStateRole);
+    const QByteArray bytes = HostAccess::lineEnd().toLatin1();
+    const char *const lineEnd = bytes.constData();
+    qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << page.curve()
+                         << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << page.suffix() << sender
+                         << lineEnd << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
+                         << lineEnd << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
+                         << lineEnd << "Type       :" << cell(index, TableColumn::Type, TableRole::Type) << lineEnd
+                         << "Offset     :" << cell(index, TableColumn::Type, TableRole::BitOffset) << lineEnd
+                         << "Width      :" << cell(index, TableColumn::Type, TableRole::BitWidth) << lineEnd
+                         << "CheckState :" << cell(index, TableColumn::Type, Qt::CheckStateRole);
 }
 
 void bindSource(AxisCombo *source, const QModelIndex &index)
@@ -153,8 +140,8 @@ void XYPlotter::setMotorTable(int motor)
     if (registers.isEmpty()) {
         return;
     }
-    const int command =
-        static_cast<int>(module->getChannel()) == registerChannel ? commandReadChannelRegister : commandReadRegister;
+    const int command = static_cast<int>(module->getChannel()) == registerChannel ? RegisterCommand::ReadOnChannel
+                                                                                  : RegisterCommand::Read;
     auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
     ParameterTable::fillRegisterTable(model, registers, command);
     showTable(page, model, alias + QStringLiteral(" [Register]"));
@@ -188,14 +175,12 @@ void XYPlotter::itemClicked(QModelIndex index)
     if (index.row() < 0 || sender() == nullptr) {
         return;
     }
-    const QString suffix = pageSuffix(sender()->objectName());
-    const int curveIndex = suffix.leftRef(1).toInt(); // one digit: ten curves at most
-    const bool isX = suffix.endsWith(QLatin1Char('X'));
-    const bool isY = suffix.endsWith(QLatin1Char('Y'));
-    const QString name = cell(index, TableColumn::Name, Qt::DisplayRole).toString();
-    debugChoice(index, curveIndex, suffix, sender());
     const SelectorPage page(qobject_cast<QWidget *>(sender()));
-    if (!page.isValid() || !(isX || isY) || curveIndex >= axisCombos.size()) {
+    const int curveIndex = page.curve();
+    const bool isX = page.isX();
+    const QString name = cell(index, TableColumn::Name, Qt::DisplayRole).toString();
+    debugChoice(index, page, sender());
+    if (!page.isValid() || !(isX || page.isY()) || curveIndex >= axisCombos.size()) {
         return;
     }
     XYaxisCombo *const curve = axisCombos.at(curveIndex);
@@ -217,8 +202,7 @@ void XYPlotter::itemClicked(QModelIndex index)
     AxisCombo *const source = isX ? curve->x : curve->y;
     bindSource(source, index);
     if (name.isEmpty()) {
-        source->handler = nullptr;
-        source->request.setAddress(unboundAddress);
+        source->switchOff();
     }
     curve->points->resize(0);
     settings.setValue(page.rememberedRowKey(), index.row());

@@ -54,6 +54,33 @@ inline QString lineEnd()
     return text(hostLineEnd);
 }
 
+/// A pair of a request and a reply that have not been used.
+template<typename Pair> Pair emptyPair()
+{
+    if constexpr (std::is_default_constructible_v<Pair>) {
+        return Pair();
+    } else {
+        return Pair(Command(), Command());
+    }
+}
+
+/// The request of \a pair: by position, for hosts are free in what they call its two members. Where a host hides them,
+/// its CommandCombo.h has a function of this name, and one named replyOf, that take and return references.
+template<typename Pair> Command &requestOf(Pair &pair)
+{
+    auto &[first, second] = pair;
+    Q_UNUSED(second)
+    return first;
+}
+
+/// The reply of \a pair, as requestOf().
+template<typename Pair> Command &replyOf(Pair &pair)
+{
+    auto &[first, second] = pair;
+    Q_UNUSED(first)
+    return second;
+}
+
 /// The registers in any container of pointers to them, or in one that a pointer leads to; null gives none.
 template<typename List> QList<Register *> registersIn(const List &list)
 {
