@@ -103,7 +103,7 @@ CALLABLE(Command, object.setAddress(Byte()), "host/CommandCombo.h: Command::setA
 CALLABLE(Command, object.setCommand(Byte()), "host/CommandCombo.h: Command::setCommand(unsigned char) is missing");
 CALLABLE(Command, object.setType(Byte()), "host/CommandCombo.h: Command::setType(unsigned short) is missing");
 CALLABLE(Command, object.setMotorBank(Byte()), "host/CommandCombo.h: Command::setMotorBank(unsigned char) is missing");
-CALLABLE(CommandHandlerInterface, object.sendCommandCombos(QList<CommandCombo *>()),
+CALLABLE(CommandHandlerInterface, object.sendCommandCombos({static_cast<CommandCombo *>(nullptr)}),
          "host/CommandHandlerInterface.h: sendCommandCombos(QList<CommandCombo *>) is missing");
 CALLABLE(CommandHandlerInterface, object.setCircularMode(false),
          "host/CommandHandlerInterface.h: setCircularMode(bool) is missing");
@@ -111,7 +111,6 @@ CALLABLE(CommandHandlerInterface, object.setCircularMode(false),
 // Registers.
 static_assert(std::is_base_of_v<QObject, Register> && std::is_base_of_v<Register, RegisterSet>,
               "host/RegisterSet.h: RegisterSet has to be a Register, and that a QObject");
-static_assert(hasMetaObject<RegisterSet>, "host/RegisterSet.h: RegisterSet lacks Q_OBJECT, which tells it from others");
 GIVES(int, const Register, static_cast<int>(object.getOffset()) + static_cast<int>(object.getWidth()),
       "host/RegisterSet.h: Register lacks getOffset() const or getWidth() const");
 GIVES(QString, const Register, object.getTitle() + QLatin1String(": ") + object.getTitle(),

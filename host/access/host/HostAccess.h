@@ -122,6 +122,9 @@ template<typename Tools> QList<Register *> currentRegisters(Tools &tools)
     }
 }
 
+// A set without it would be taken for a register without fields, and nobody would notice.
+static_assert(QtPrivate::HasQ_OBJECT_Macro<RegisterSet>::Value, "host/RegisterSet.h: RegisterSet lacks Q_OBJECT");
+
 /// The bit fields of \a set, in the host's order.
 template<typename Set> QList<Register *> fractions(Set &set)
 {
