@@ -305,7 +305,6 @@ inline short sorted(QList<int> list, int count)
 #endif
 #ifdef GLOBAL_NAMES
 const int ICONSize = 24;
-const int lineEnd = 10;
 void text(int);
 void fractions();
 #endif
