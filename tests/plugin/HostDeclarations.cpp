@@ -21,10 +21,6 @@
 
 #include <type_traits>
 
-#ifndef ContainerInterface_iid
-#error Write into host/ContainerInterface.h: #define ContainerInterface_iid TEXT, the TEXT of Q_DECLARE_INTERFACE there
-#endif
-
 namespace
 {
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/CommandCombo.h"
+#include "host/ContainerInterface.h"
 #include "host/KAROModuleInterface.h"
 #include "host/LineEnd.h"
 #include "host/PluginHandler.h"
@@ -13,6 +14,10 @@
 #include <QString>
 
 #include <type_traits>
+
+#ifndef ContainerInterface_iid
+#error Write into host/ContainerInterface.h: #define ContainerInterface_iid TEXT, the TEXT of Q_DECLARE_INTERFACE there
+#endif
 
 /**
  * What the plugin reads from a host under names or types that differ between hosts.
