@@ -1,5 +1,23 @@
 # For plugins in this project, and for those of others: it is installed with the host's headers.
 
+include(CheckLinkerFlag)
+
+# refuse_missing_symbols(TARGET)
+# Makes the linker stop at a symbol that no library has. Where libraries are ELF files it would otherwise show only in
+# the host, when the plugin first uses it; other linkers do so by themselves.
+function(refuse_missing_symbols target)
+  if(NOT UNIX OR APPLE)
+    return()
+  endif()
+  if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" AND "${SANITIZERS} ${CMAKE_CXX_FLAGS}" MATCHES "address|undefined|-fsanitize")
+    return() # the sanitizers' own symbols are in the program that loads the plugin
+  endif()
+  check_linker_flag(CXX -Wl,-z,defs CAN_REFUSE_MISSING_SYMBOLS)
+  if(CAN_REFUSE_MISSING_SYMBOLS)
+    target_link_options(${target} PRIVATE -Wl,-z,defs)
+  endif()
+endfunction()
+
 # container_plugin(NAME [SOURCES file...] USES target...)
 # A plugin file NAME.so in the build's folder plugins/. USES has to lead to the host: it is ContainerHost::host for all
 # who come by find_package(ContainerHost).
@@ -7,6 +25,7 @@ function(container_plugin name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
   add_library(${name} MODULE ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_USES})
+  refuse_missing_symbols(${name})
   set_target_properties(${name} PROPERTIES
     AUTOMOC ON AUTOUIC ON AUTORCC ON
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON

@@ -13,6 +13,7 @@
 namespace
 {
 
+constexpr int colorCount = 6; // entries of colorForIds
 constexpr double curvePenPixels = 2.0;
 constexpr double markerPenPixels = 3.0;
 constexpr int markerLightFactor = 150;
@@ -45,8 +46,8 @@ void drawMarkers(const CurveCanvas &canvas, const QColor &color, const QPointF &
 
 QColor curveColor(int id)
 {
-    const int remainder = id % curveColorCount;
-    return colorForIds[remainder < 0 ? remainder + curveColorCount : remainder];
+    const int remainder = id % colorCount;
+    return colorForIds[remainder < 0 ? remainder + colorCount : remainder];
 }
 
 QRectF drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,

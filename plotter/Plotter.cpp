@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr QSize ICONSize(24, 24);
+constexpr QSize controlIconSize(24, 24);
 constexpr char colorNameProperty[] = "ColorName";
 
 } // namespace
@@ -56,7 +56,7 @@ QToolButton *Plotter::createZoomButton(const QString &iconPath, const QString &t
 {
     auto *const button = new QToolButton(this);
     button->setIcon(QIcon(iconPath));
-    button->setIconSize(ICONSize);
+    button->setIconSize(controlIconSize);
     button->setToolTip(text);
     button->setAccessibleName(text);
     return button;
@@ -67,7 +67,7 @@ QCheckBox *Plotter::createOptionCheck(const QString &iconPath, const QString &te
     auto *const check = new QCheckBox(this);
     check->setLayoutDirection(Qt::RightToLeft); // the box behind the icon, toward the right edge
     check->setIcon(QIcon(iconPath));
-    check->setIconSize(ICONSize);
+    check->setIconSize(controlIconSize);
     check->setToolTip(text);
     check->setAccessibleName(text);
     return check;
@@ -82,7 +82,7 @@ void Plotter::createCurveButton(int id)
     button->setIcon(QIcon(QStringLiteral(":/Numbers/Nr") + number));
     button->setProperty(colorNameProperty, color.name());
     BasicTools::setButtonIconsColor(button, color, QColor(), QColor());
-    button->setIconSize(ICONSize);
+    button->setIconSize(controlIconSize);
     button->setToolTip(tr("Enable recording"));
     button->setAccessibleName(tr("Enable recording") + QLatin1Char(' ') + number);
     button->setProperty(DynamicProperty::CaptureX, QString(QLatin1Char('X') + number));

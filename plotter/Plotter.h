@@ -61,7 +61,7 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
-public slots:
+public Q_SLOTS:
     void zoomIn();  ///< One level forward in the zoom history; nothing at its end.
     void zoomOut(); ///< One level back in the zoom history; nothing at its start.
 

@@ -1,5 +1,7 @@
 #include "AxisCombo.h"
 
+#include "host/HostAccess.h"
+
 namespace
 {
 
@@ -8,25 +10,15 @@ constexpr quint32 topBit = 0x80000000U;
 constexpr unsigned int wholeWidthBits = 32;
 constexpr unsigned int shiftCountMask = 31; // shift counts are taken modulo 32
 
-// By position: a host is free in what it calls the two.
-Command &requestOf(CommandCombo &combo)
-{
-    auto &[first, second] = combo;
-    Q_UNUSED(second)
-    return first;
-}
-
-Command &replyOf(CommandCombo &combo)
-{
-    auto &[first, second] = combo;
-    Q_UNUSED(first)
-    return second;
-}
-
 } // namespace
 
 AxisCombo::AxisCombo(CommandHandlerInterface *moduleHandler, unsigned char address)
-    : handler(moduleHandler), shift(0), request(requestOf(pair)), reply(replyOf(pair)), mask(wholeMask)
+    : handler(moduleHandler)
+    , shift(0)
+    , pair(HostAccess::emptyPair<CommandCombo>())
+    , request(HostAccess::requestOf(pair))
+    , reply(HostAccess::replyOf(pair))
+    , mask(wholeMask)
 {
     request.setAddress(address);
 }

@@ -1,6 +1,6 @@
 #include "LogText.h"
 
-#include "host/LineEnd.h"
+#include "host/HostAccess.h"
 
 namespace
 {
@@ -17,7 +17,7 @@ QString LogText::header(const QVector<CurveCaptions> &curves)
         modules += curve.xModule + separator + curve.yModule + separator;
         names += curve.xName + separator + curve.yName + separator;
     }
-    const QLatin1String lineEnd(hostLineEnd);
+    const QString lineEnd = HostAccess::lineEnd();
     return modules + lineEnd + names + lineEnd;
 }
 
@@ -34,5 +34,5 @@ QString LogText::repeatedPointFields()
 
 QString LogText::dataLine(int number, const QString &fields)
 {
-    return QString::number(number) + separator + fields + QLatin1String(hostLineEnd);
+    return QString::number(number) + separator + fields + HostAccess::lineEnd();
 }

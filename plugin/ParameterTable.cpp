@@ -4,6 +4,7 @@
 #include "TableRoles.h"
 
 #include "host/BasicTools.h"
+#include "host/HostAccess.h"
 #include "host/KAROModuleInterface.h"
 #include "host/ParameterType.h"
 #include "host/RegisterSet.h"
@@ -35,6 +36,11 @@ QString displayName(const Parameter &parameter)
     return parameter.name + QLatin1Char(' ') + parameter.nameSuffix;
 }
 
+int numberOf(const Parameter &parameter)
+{
+    return static_cast<int>(parameter.number);
+}
+
 bool isReadable(const Parameter &parameter)
 {
     return parameter.access.contains(QLatin1Char('r'));
@@ -47,11 +53,11 @@ std::array<const Parameter *, parameterNumbers> firstByNumber(const QMap<QString
     std::array<const Parameter *, parameterNumbers> found{};
     for (auto entry = parameters.cbegin(); entry != parameters.cend(); ++entry) {
         const Parameter &parameter = entry.value();
-        if (parameter.number < 0 || parameter.number >= parameterNumbers || !isReadable(parameter) ||
-            !entry.key().startsWith(keyPrefix)) {
+        const int number = numberOf(parameter);
+        if (number < 0 || number >= parameterNumbers || !isReadable(parameter) || !entry.key().startsWith(keyPrefix)) {
             continue;
         }
-        const Parameter *&place = found[static_cast<std::size_t>(parameter.number)];
+        const Parameter *&place = found[static_cast<std::size_t>(number)];
         if (place == nullptr) {
             place = &parameter;
         }
@@ -91,10 +97,10 @@ public:
 
     Row appendParameter(const QString &word, int command, int motorBank, const Parameter &parameter)
     {
-        const Row row = append(word, QString::number(parameter.number), displayName(parameter));
+        const Row row = append(word, QString::number(numberOf(parameter)), displayName(parameter));
         row.command->setData(motorBank, TableRole::MotorBank);
         row.command->setData(command, TableRole::Command);
-        row.type->setData(parameter.number, TableRole::Type);
+        row.type->setData(numberOf(parameter), TableRole::Type);
         return row;
     }
 
@@ -154,11 +160,11 @@ struct InputOutputGroup
 };
 
 const std::array<InputOutputGroup, 3> inputOutputGroups{{
-    {ParameterType::DigitalInput, 0, QT_TRANSLATE_NOOP("XYPlotter", "Axis 0"),
+    {HostAccess::text(ParameterType::DigitalInput), 0, QT_TRANSLATE_NOOP("XYPlotter", "Axis 0"),
      QT_TRANSLATE_NOOP("XYPlotter", "Digital input (Motor 0)")},
-    {ParameterType::DigitalOutput, 2, QT_TRANSLATE_NOOP("XYPlotter", "Axis 2"),
+    {HostAccess::text(ParameterType::DigitalOutput), 2, QT_TRANSLATE_NOOP("XYPlotter", "Axis 2"),
      QT_TRANSLATE_NOOP("XYPlotter", "Digital output (Motor 2)")},
-    {ParameterType::AnalogInput, 1, QT_TRANSLATE_NOOP("XYPlotter", "Axis 1"),
+    {HostAccess::text(ParameterType::AnalogInput), 1, QT_TRANSLATE_NOOP("XYPlotter", "Axis 1"),
      QT_TRANSLATE_NOOP("XYPlotter", "Analog input (Motor 1)")},
 }};
 
@@ -179,7 +185,7 @@ QList<Register *> fractionsOf(Register *candidate)
 {
     // By class name and not by type: the host's own build of the class is the one that counts.
     void *const set = candidate->qt_metacast("RegisterSet");
-    return set == nullptr ? QList<Register *>() : static_cast<RegisterSet *>(set)->getFractions();
+    return set == nullptr ? QList<Register *>() : HostAccess::fractions(*static_cast<RegisterSet *>(set));
 }
 
 } // namespace
@@ -207,8 +213,9 @@ void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Re
     RowWriter writer(model);
     for (Register *const entry : registers) {
         const QList<Register *> fractions = fractionsOf(entry);
-        if (fractions.isEmpty() && entry->getWidth() > narrowFieldBits) {
-            const auto row = writer.appendRegister(*entry, command, 0, entry->getWidth(), entry->getTitle());
+        const int width = static_cast<int>(entry->getWidth());
+        if (fractions.isEmpty() && width > narrowFieldBits) {
+            const auto row = writer.appendRegister(*entry, command, 0, width, entry->getTitle());
             row.name->setToolTip(entry->getDescription());
         }
         // Neither the fields nor the whole of a register with more fractions than the limit are offered.
@@ -216,11 +223,13 @@ void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Re
             continue;
         }
         for (const Register *const fraction : fractions) {
-            if (fraction->getWidth() <= narrowFieldBits) {
+            const int fractionWidth = static_cast<int>(fraction->getWidth());
+            if (fractionWidth <= narrowFieldBits) {
                 continue;
             }
-            const auto row = writer.appendRegister(*entry, command, fraction->getOffset(), fraction->getWidth(),
-                                                   entry->getTitle() + QStringLiteral(": ") + fraction->getTitle());
+            const auto row =
+                writer.appendRegister(*entry, command, static_cast<int>(fraction->getOffset()), fractionWidth,
+                                      entry->getTitle() + QStringLiteral(": ") + fraction->getTitle());
             row.command->setToolTip(translated("\nRegister ") + entry->getTitle() + QLatin1Char('\n'));
             row.name->setToolTip(fraction->getDescription());
         }

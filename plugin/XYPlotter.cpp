@@ -13,6 +13,8 @@
 #include <QGraphicsScene>
 #include <QRadioButton>
 
+#include <utility>
+
 namespace
 {
 
@@ -58,6 +60,11 @@ XYPlotter::~XYPlotter()
 }
 
 QString XYPlotter::version()
+{
+    return std::as_const(*this).version();
+}
+
+QString XYPlotter::version() const
 {
     return QStringLiteral(
         "4.6.0 - container_xy_plot;Plugin-Interface.4.6.0.container_xy_plot;Plugin ;Plugin.Interface.");

@@ -5,6 +5,7 @@
 #include "XYPlotter.h"
 
 #include "host/ComboBox.h"
+#include "host/HostAccess.h"
 #include "host/HostLogging.h"
 #include "host/PluginHandler.h"
 
@@ -61,7 +62,7 @@ void XYPlotter::updateModuleList(ComboBox *combo)
     combo->resetLastIndex();
     combo->clear();
     for (const QString &key : keys) {
-        KAROModuleInterface *const module = handler == nullptr ? nullptr : handler->getModulePlugin(key);
+        KAROModuleInterface *const module = handler == nullptr ? nullptr : HostAccess::modulePlugin(*handler, key);
         if (module == nullptr) {
             continue;
         }
@@ -90,7 +91,7 @@ QString XYPlotter::composeModuleLabel(const QString &key, KAROModuleInterface *m
     if (label == module->name()) {
         label.clear();
     } else {
-        if (const KAROModuleInterface *const owner = pluginHandler()->getModulePlugin(label)) {
+        if (const KAROModuleInterface *const owner = HostAccess::modulePlugin(*pluginHandler(), label)) {
             label = owner->getAliasName();
         }
         label += QStringLiteral("> ");
@@ -105,17 +106,19 @@ void XYPlotter::setModule(int idx)
         return;
     }
     const QString key = combo->itemData(idx).toList().value(0).toString();
-    KAROModuleInterface *const module = pluginHandler() == nullptr ? nullptr : pluginHandler()->getModulePlugin(key);
+    KAROModuleInterface *const module =
+        pluginHandler() == nullptr ? nullptr : HostAccess::modulePlugin(*pluginHandler(), key);
     if (module == nullptr) {
         setMotorTable(0);
         return;
     }
-    const int axes = module->numberOfAxes();
+    const int axes = static_cast<int>(module->numberOfAxes());
     const SelectorPage page(combo);
     // A module chosen on the page of one curve drives this axis of all curves.
     for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
         if (AxisCombo *const source = page.isX() ? curve->x : page.isY() ? curve->y : nullptr) {
-            source->bind(module, module->commandHandlerInterface(), module->moduleAddress());
+            source->bind(module, module->commandHandlerInterface(),
+                         static_cast<unsigned char>(module->moduleAddress()));
         }
     }
     if (!page.isValid()) {

@@ -8,8 +8,8 @@
 #include "XYPlotter.h"
 #include "ui_XYPlotter.h"
 
+#include "host/HostAccess.h"
 #include "host/HostLogging.h"
-#include "host/LineEnd.h"
 
 #include <QCheckBox>
 #include <QDateTime>
@@ -87,7 +87,8 @@ void XYPlotter::appendToLog(const QString &fields)
     const QString line = LogText::dataLine(lineCounter++, fields);
     // The message carries the number of the next line.
     qDebug().noquote() << "virtual void XYPlotter::timerEvent(QTimerEvent*)"
-                       << "new line: " << QString::number(lineCounter) << ";" << fields << hostLineEnd;
+                       << "new line: " << QString::number(lineCounter) << ";" << fields
+                       << qUtf8Printable(HostAccess::lineEnd());
     // A line that finds no room on a full disk is lost whole; the number left out tells of it.
     if (file.append(pendingHeader + line)) {
         pendingHeader.clear();

@@ -12,8 +12,8 @@
 
 #include "host/ComboBox.h"
 #include "host/DynamicProperty.h"
+#include "host/HostAccess.h"
 #include "host/HostLogging.h"
-#include "host/LineEnd.h"
 #include "host/PluginHandler.h"
 
 #include <QDebug>
@@ -43,14 +43,16 @@ QVariant cell(const QModelIndex &index, int column, int role)
 
 void debugChoice(const QModelIndex &index, const SelectorPage &page, const QObject *sender)
 {
+    const QByteArray bytes = HostAccess::lineEnd().toLatin1();
+    const char *const lineEnd = bytes.constData();
     qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << page.curve()
                          << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << page.suffix() << sender
-                         << hostLineEnd << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
-                         << hostLineEnd << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
-                         << hostLineEnd << "Type       :" << cell(index, TableColumn::Type, TableRole::Type)
-                         << hostLineEnd << "Offset     :" << cell(index, TableColumn::Type, TableRole::BitOffset)
-                         << hostLineEnd << "Width      :" << cell(index, TableColumn::Type, TableRole::BitWidth)
-                         << hostLineEnd << "CheckState :" << cell(index, TableColumn::Type, Qt::CheckStateRole);
+                         << lineEnd << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
+                         << lineEnd << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
+                         << lineEnd << "Type       :" << cell(index, TableColumn::Type, TableRole::Type) << lineEnd
+                         << "Offset     :" << cell(index, TableColumn::Type, TableRole::BitOffset) << lineEnd
+                         << "Width      :" << cell(index, TableColumn::Type, TableRole::BitWidth) << lineEnd
+                         << "CheckState :" << cell(index, TableColumn::Type, Qt::CheckStateRole);
 }
 
 void bindSource(AxisCombo *source, const QModelIndex &index)
@@ -123,24 +125,24 @@ void XYPlotter::setMotorTable(int motor)
     if (motor < 0 || !page.isValid() || pluginHandler() == nullptr) {
         return;
     }
-    KAROModuleInterface *const module = pluginHandler()->getModulePlugin(page.currentModuleKey());
+    KAROModuleInterface *const module = HostAccess::modulePlugin(*pluginHandler(), page.currentModuleKey());
     if (module == nullptr) {
         return;
     }
     page.table()->hide();
     const QString alias = module->getAliasName();
-    if (motor < module->numberOfAxes()) {
+    if (motor < static_cast<int>(module->numberOfAxes())) {
         auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
         ParameterTable::fillAxisTable(model, module, motor);
         showTable(page, model, alias + QStringLiteral(" [Axis %1]").arg(motor));
         return;
     }
-    const QList<Register *> registers = tempTools.currentRegisterList();
+    const QList<Register *> registers = HostAccess::currentRegisters(tempTools);
     if (registers.isEmpty()) {
         return;
     }
-    const int command =
-        module->getChannel() == registerChannel ? RegisterCommand::ReadOnChannel : RegisterCommand::Read;
+    const int command = static_cast<int>(module->getChannel()) == registerChannel ? RegisterCommand::ReadOnChannel
+                                                                                  : RegisterCommand::Read;
     auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
     ParameterTable::fillRegisterTable(model, registers, command);
     showTable(page, model, alias + QStringLiteral(" [Register]"));

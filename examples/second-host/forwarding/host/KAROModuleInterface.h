@@ -1,0 +1,4 @@
+#pragma once
+
+#include "secondhost/plugin_bases.hpp"
+#include "secondhost/register_list.hpp"  // Parameter

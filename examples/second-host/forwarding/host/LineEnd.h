@@ -1,0 +1,5 @@
+#pragma once
+
+#include "secondhost/constants.hpp"
+
+const char* const hostLineEnd = secondhost::kEndOfLine;

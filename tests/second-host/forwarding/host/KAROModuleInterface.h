@@ -1,4 +1,0 @@
-#pragma once
-
-#include "secondhost/plugins.h"
-#include "secondhost/registers.h"

@@ -1,5 +1,0 @@
-#pragma once
-
-#include "secondhost/base.h"
-
-const char *const hostLineEnd = secondhost::lineBreak;
