@@ -75,7 +75,7 @@ qint64 LogFollower::bytes() const
 
 int LogFollower::dataLines() const
 {
-    return m_earlierLines + std::max(0, m_lines - (hasHeader() ? headerLines : 0));
+    return std::max(0, m_lines - (hasHeader() ? headerLines : 0));
 }
 
 QDateTime LogFollower::lastLineTime() const
@@ -85,7 +85,6 @@ QDateTime LogFollower::lastLineTime() const
 
 void LogFollower::beginAnew()
 {
-    m_earlierLines = dataLines();
     m_wasReplaced = m_wasReplaced || m_bytes > 0;
     m_start.clear();
     m_bytes = 0;

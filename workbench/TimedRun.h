@@ -28,15 +28,13 @@ public:
     /// What went wrong, one line; empty when the picture was saved. Of interest when the event loop has ended.
     QString error() const;
 
-    /// Why nothing can be saved at \a path, before anything is drawn; empty when nothing is known against it.
-    static QString problemWith(const QString &path);
-
 signals:
     /// The time is over, and the picture not yet made.
     void ending();
 
 private:
     void finish();
+    QString savePicture() const;
 
     QPointer<QWidget> m_widget;
     const QString m_picturePath;

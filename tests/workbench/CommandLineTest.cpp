@@ -5,6 +5,9 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
+#include <functional>
+#include <sys/stat.h>
+
 namespace
 {
 
@@ -42,6 +45,11 @@ private slots:
         row(1, "--list-plugins --plugin .", "no plugin file");
         row(1, "--seconds 1 --plugin " FIXTURE_FOLDER "/minimal_container.so", "RadioButtonFrame");
         row(1, "--log absent/run.csv", "absent/run.csv");
+        row(1, "--log ../pipe", "nobody reads");
+        row(1, "--picture ../pipe", "a device or a pipe");
+        row(1, "--settings ../pipe --seconds 1", "a device or a pipe");
+        row(2, "--log run.csv --picture ../work/./run.csv", "--log and --picture");
+        row(2, "--picture ../link --log run.csv", "--log and --picture");
         row(1, "--seconds 1 --log /proc/run.csv", "could not be opened");
     }
 
@@ -55,7 +63,11 @@ private slots:
             { "x": { "module": "S", "motor": "Axis 7", "value": "Actual position [microsteps]" },
               "y": { "module": "S", "motor": "Axis 0", "value": "Actual position [microsteps]" } } ] })");
         scene.close();
+        const QString pipe = temporaryPath("pipe");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU), 0);
+        QVERIFY(QFile::link(folder() + QStringLiteral("/run.csv"), temporaryPath("link"))); // to what is not there yet
         const Outcome outcome = run(arguments);
+        QVERIFY2(QFileInfo::exists(pipe) && !QFileInfo(pipe).isFile(), "the pipe was replaced by a file");
         QTEST(outcome.exitCode, "exitCode");
         QVERIFY2(outcome.errors.count('\n') == 1 && outcome.errors.contains(fragment), qPrintable(outcome.errors));
         QCOMPARE(leftBehind(), QStringList());
@@ -94,6 +106,18 @@ private slots:
             QCOMPARE(lines.mid(0, common), earlier.mid(0, common));
             earlier = lines;
         }
+    }
+
+    void logThatVanishesIsTold()
+    {
+        const QString path = folder() + QStringLiteral("/run.csv");
+        const Outcome outcome = run("--seconds 2 --log run.csv", [&path](QProcess &) {
+            QTRY_VERIFY(QFileInfo(path).size() > 200); // lines, below the header
+            QVERIFY(QFile::remove(path));
+        });
+        QCOMPARE(outcome.exitCode, 1);
+        const QString pattern = QStringLiteral("run.csv was replaced .* its header and [0-9]+ lines? are gone\n$");
+        QVERIFY2(QRegularExpression(pattern).match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
     }
 
     void selfTestTellsWhatFails_data()
@@ -147,7 +171,8 @@ private:
         return path;
     }
 
-    Outcome run(const QString &arguments) const
+    /// \param meanwhile what is done to the program while it runs
+    Outcome run(const QString &arguments, const std::function<void(QProcess &)> &meanwhile = {}) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
@@ -164,6 +189,10 @@ private:
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(folder());
         process.start(PROGRAM, arguments.split(QLatin1Char(' ')));
+        if (meanwhile) {
+            process.waitForStarted();
+            meanwhile(process);
+        }
         if (!process.waitForFinished(longestRunMs) || process.exitStatus() != QProcess::NormalExit) {
             return {-1, {}, process.errorString()};
         }
