@@ -1,6 +1,6 @@
-#include "MainWindow.h"
+#include "window/MainWindow.h"
 #include "GuardedTest.h"
-#include "Workbench.h"
+#include "window/Workbench.h"
 
 #include "host/ContainerInterface.h"
 

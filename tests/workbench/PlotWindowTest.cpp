@@ -1,10 +1,10 @@
 #include "GuardedTest.h"
-#include "MainWindow.h"
-#include "MouseClick.h"
-#include "Recordings.h"
-#include "SceneReader.h"
-#include "SceneRunner.h"
-#include "Workbench.h"
+#include "logging/Recordings.h"
+#include "setup/MouseClick.h"
+#include "setup/SceneReader.h"
+#include "setup/SceneRunner.h"
+#include "window/MainWindow.h"
+#include "window/Workbench.h"
 
 #include "host/ContainerInterface.h"
 

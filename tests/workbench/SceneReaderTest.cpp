@@ -1,4 +1,4 @@
-#include "SceneReader.h"
+#include "setup/SceneReader.h"
 #include "GuardedTest.h"
 
 namespace

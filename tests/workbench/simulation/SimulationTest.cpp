@@ -1,9 +1,9 @@
-#include "AxisMechanics.h"
 #include "GuardedTest.h"
-#include "MotionProgram.h"
-#include "SimulatedModule.h"
-#include "SimulationClock.h"
 #include "host/CommandHandlerInterface.h"
+#include "modules/simulation/AxisMechanics.h"
+#include "modules/simulation/MotionProgram.h"
+#include "modules/simulation/SimulatedModule.h"
+#include "modules/simulation/SimulationClock.h"
 
 #include <cmath>
 #include <limits>
