@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
+#include <csignal>
 #include <functional>
 #include <sys/stat.h>
 
@@ -120,6 +121,59 @@ private slots:
         QVERIFY2(QRegularExpression(pattern).match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
     }
 
+    void signalEndsAsClosingDoes_data()
+    {
+        QTest::addColumn<int>("signalNumber");
+        QTest::newRow("interrupt") << SIGINT;
+        QTest::newRow("terminate") << SIGTERM;
+        QTest::newRow("hang up") << SIGHUP;
+    }
+
+    void signalEndsAsClosingDoes()
+    {
+        QFETCH(int, signalNumber);
+        const QString log = folder() + QStringLiteral("/run.csv");
+        const Outcome outcome = run("--seconds 50 --log run.csv --picture run.png", [&](const QProcess &process) {
+            QTRY_VERIFY(QFileInfo(log).size() > 200);
+            ::kill(pid_t(process.processId()), signalNumber);
+        });
+        QCOMPARE(outcome.exitCode, 128 + signalNumber);
+        QVERIFY2(outcome.output.contains("Lines recorded: ") && outcome.output.contains("the picture is"),
+                 qPrintable(outcome.output));
+        QVERIFY(!QImage(folder() + QStringLiteral("/run.png")).isNull());
+        QFile file(log);
+        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().endsWith(";\r\n"));
+        QCOMPARE(temporaryFolders(), QStringList());
+    }
+
+    void secondSignalEndsAtOnce()
+    {
+        // Both come before the program can go on: the first one's handler runs, and nothing of the event loop.
+        const Outcome outcome = run("--seconds 50", [](QProcess &process) {
+            process.waitForReadyRead(); // it says that there is no display, with its signals handled
+            const auto id = pid_t(process.processId());
+            for (const int number : {SIGSTOP, SIGINT, SIGTERM, SIGCONT}) {
+                ::kill(id, number);
+            }
+        });
+        QCOMPARE(outcome.exitCode, -1); // by the signal
+        QCOMPARE(leftBehind(), QStringList());
+    }
+
+    void signalClosesTheWindow()
+    {
+        m_platform = QStringLiteral("offscreen");
+        const QString settings = temporaryPath("used.ini");
+        const Outcome outcome = run("--scene circle --settings " + settings, [&](const QProcess &process) {
+            QTRY_VERIFY(QFileInfo(settings).size() > 0); // the scene's choices are made
+            ::kill(pid_t(process.processId()), SIGTERM);
+        });
+        m_platform.clear();
+        QCOMPARE(outcome.exitCode, 128 + SIGTERM);
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(temporaryFolders(), QStringList());
+    }
+
     void selfTestTellsWhatFails_data()
     {
         QTest::addColumn<QString>("plugins");
@@ -178,6 +232,11 @@ private:
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             environment.remove(name);
         }
+        if (!m_platform.isEmpty()) {
+            environment.insert("QT_QPA_PLATFORM", m_platform);
+        }
+        QDir().mkpath(temporaryPath("tmp"));
+        environment.insert("TMPDIR", temporaryPath("tmp"));
         environment.insert("XDG_CONFIG_HOME", temporaryPath("config"));
         environment.insert("XDG_DATA_HOME", temporaryPath("data"));
         environment.insert("QT_LOGGING_RULES", "default.info=false"); // of the fixtures
@@ -200,10 +259,17 @@ private:
                 QString::fromLocal8Bit(process.readAllStandardError())};
     }
 
+    QStringList temporaryFolders() const // of the program's own
+    {
+        return QDir(temporaryPath("tmp")).entryList({"xy-plot-workbench*"});
+    }
+
     QStringList leftBehind() const
     {
         return QDir(folder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
+
+    QString m_platform; // of Qt; empty to run without a display
 };
 
 GUARDED_TEST_MAIN(CommandLineTest)

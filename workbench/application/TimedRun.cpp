@@ -1,5 +1,6 @@
 #include "application/TimedRun.h"
 
+#include "application/EndSignals.h"
 #include "logging/WriteObstacle.h"
 
 #include <QCoreApplication>
@@ -11,6 +12,9 @@
 TimedRun::TimedRun(QWidget *widget, const QString &picturePath, QObject *parent)
     : QObject(parent), m_widget(widget), m_picturePath(picturePath), m_error(tr("the run was ended before its time"))
 {
+    if (const EndSignals *const endSignals = EndSignals::instance()) {
+        connect(endSignals, &EndSignals::asked, this, &TimedRun::finish);
+    }
 }
 
 void TimedRun::start(double seconds)

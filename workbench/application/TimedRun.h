@@ -9,6 +9,8 @@ class QWidget;
 /**
  * Lets the program run for a time, saves a picture of a widget, and ends the event loop. GUI thread.
  *
+ * A signal that asks the program to end is the end of the time, too: what was done so far is kept.
+ *
  * The exit code of the event loop is 0 when the picture, if one is wanted, is complete on disk, else 1.
  */
 class TimedRun : public QObject
