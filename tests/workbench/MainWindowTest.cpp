@@ -39,6 +39,14 @@ private slots:
         }
     }
 
+    void motorsMoveWhileNobodyReadsThem()
+    {
+        Workbench byWallClock(SimulationClock::Drive::WallClock, 14);
+        Workbench byExchanges(SimulationClock::Drive::Exchanges, 14);
+        QTRY_VERIFY(byWallClock.modules().simulatedMs() > 2 * ModuleRack::catchUpIntervalMs);
+        QCOMPARE(byExchanges.modules().simulatedMs(), qint64(0));
+    }
+
     void everythingEndsInOrder()
     {
         // A second file with a class of the same name: their containers share settings, so their names must differ.

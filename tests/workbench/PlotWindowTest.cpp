@@ -125,6 +125,30 @@ private slots:
         QCOMPARE(plot.watch->problem(), QString());
     }
 
+    void replacedLogIsTold()
+    {
+        GrowingPlot plot;
+        const QString path = temporaryPath("run.csv");
+        plot.record(path);
+        QTRY_VERIFY(linesOf(path).size() > 6);
+        QVERIFY(QFile::remove(path));
+        QTRY_VERIFY(QFileInfo::exists(path)); // the next line makes a new one
+        QStringList told;
+        QObject::connect(&plot.workbench.messages(), &MessageLog::arrived, &plot.workbench.messages(),
+                         [&told](const QVector<LogMessage> &messages) {
+                             for (const LogMessage &message : messages) {
+                                 told.append(message.text);
+                             }
+                         });
+        plot.window->recordings()->look();
+        QVERIFY(plot.watch->missingLines() > 3);
+        QVERIFY2(plot.watch->problem().contains("replaced"), qPrintable(plot.watch->problem()));
+        plot.workbench.messages().deliver();
+        QCOMPARE(told.filter("run.csv was replaced").size(), 1);
+        plot.window->recordings()->look(); // it stays so
+        QVERIFY(plot.watch->problem().contains("replaced"));
+    }
+
     /// For people who use the keyboard or have the screen read to them.
     void tabReachesEverythingAndEverythingHasAName()
     {

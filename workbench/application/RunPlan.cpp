@@ -1,7 +1,7 @@
 #include "application/RunPlan.h"
 
 #include "application/PluginFolders.h"
-#include "application/TimedRun.h"
+#include "logging/WriteObstacle.h"
 #include "setup/SceneReader.h"
 
 #include <QCoreApplication>
@@ -33,6 +33,35 @@ QString scenePath(const QString &name)
         return shippedScenePath(name);
     }
     return QFileInfo::exists(name) ? name : QString();
+}
+
+/// What is wrong with the files that the run is to write, and the exit code for it.
+void checkFiles(const RunPlan &plan, const QString &settings, RunPlanResult &result)
+{
+    const QList<QPair<QString, QString>> files = {{QStringLiteral("--log"), plan.log},
+                                                  {QStringLiteral("--picture"), plan.picture},
+                                                  {QStringLiteral("--settings"), settings}};
+    for (int i = 0; i < files.size(); ++i) {
+        const QString &path = files.at(i).second;
+        if (path.isEmpty()) {
+            continue;
+        }
+        for (int j = 0; j < i; ++j) {
+            if (!files.at(j).second.isEmpty() && isSameFile(path, files.at(j).second)) {
+                result.error =
+                    Text::tr("%1 and %2 lead to the same file: %3").arg(files.at(j).first, files.at(i).first, path);
+                result.exitCode = RunPlanResult::exitUsage;
+                return;
+            }
+        }
+        // A log is written on and on; the others are written beside the file that they then replace.
+        const QString obstacle = i == 0 ? writeObstacle(path) : replaceObstacle(path);
+        if (!obstacle.isEmpty()) {
+            result.error = Text::tr("%1: cannot save there: %2").arg(path, obstacle);
+            result.exitCode = RunPlanResult::exitFailure;
+            return;
+        }
+    }
 }
 
 } // namespace
@@ -68,12 +97,11 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     }
     const SceneResult scene = readSceneFile(path);
     plan.scene = scene.scene;
-    result.error = scene.error;
-    for (const QString &file : {plan.picture, plan.log}) {
-        if (result.error.isEmpty() && !file.isEmpty()) {
-            result.error = TimedRun::problemWith(file);
-        }
+    if (!scene.error.isEmpty()) {
+        result.error = scene.error;
+        result.exitCode = RunPlanResult::exitFailure;
+        return result;
     }
-    result.exitCode = result.error.isEmpty() ? 0 : RunPlanResult::exitFailure;
+    checkFiles(plan, absolute(options.settings), result);
     return result;
 }

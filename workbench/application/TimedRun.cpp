@@ -1,5 +1,6 @@
 #include "application/TimedRun.h"
 
+#include "application/EndSignals.h"
 #include "logging/WriteObstacle.h"
 
 #include <QCoreApplication>
@@ -11,6 +12,9 @@
 TimedRun::TimedRun(QWidget *widget, const QString &picturePath, QObject *parent)
     : QObject(parent), m_widget(widget), m_picturePath(picturePath), m_error(tr("the run was ended before its time"))
 {
+    if (const EndSignals *const endSignals = EndSignals::instance()) {
+        connect(endSignals, &EndSignals::asked, this, &TimedRun::finish);
+    }
 }
 
 void TimedRun::start(double seconds)
@@ -21,12 +25,6 @@ void TimedRun::start(double seconds)
 QString TimedRun::error() const
 {
     return m_error;
-}
-
-QString TimedRun::problemWith(const QString &path)
-{
-    const QString obstacle = writeObstacle(path);
-    return obstacle.isEmpty() ? QString() : tr("%1: cannot save there: %2").arg(path, obstacle);
 }
 
 void TimedRun::finish()
@@ -42,8 +40,18 @@ void TimedRun::finish()
         QCoreApplication::exit(0);
         return;
     }
+    m_error = savePicture();
+    QCoreApplication::exit(m_error.isEmpty() ? 0 : 1);
+}
+
+QString TimedRun::savePicture() const
+{
+    const QString text = tr("%1: cannot save the picture: %2");
+    const QString obstacle = replaceObstacle(m_picturePath); // what is there now may not be what was there at the start
+    if (!obstacle.isEmpty()) {
+        return text.arg(m_picturePath, obstacle);
+    }
     QSaveFile file(m_picturePath); // a failed save leaves what was there before
     const bool isSaved = file.open(QIODevice::WriteOnly) && m_widget->grab().save(&file, "PNG") && file.commit();
-    m_error = isSaved ? QString() : tr("%1: cannot save the picture: %2").arg(m_picturePath, file.errorString());
-    QCoreApplication::exit(isSaved ? 0 : 1);
+    return isSaved ? QString() : text.arg(m_picturePath, file.errorString());
 }

@@ -9,6 +9,8 @@ class QWidget;
 /**
  * Lets the program run for a time, saves a picture of a widget, and ends the event loop. GUI thread.
  *
+ * A signal that asks the program to end is the end of the time, too: what was done so far is kept.
+ *
  * The exit code of the event loop is 0 when the picture, if one is wanted, is complete on disk, else 1.
  */
 class TimedRun : public QObject
@@ -28,15 +30,13 @@ public:
     /// What went wrong, one line; empty when the picture was saved. Of interest when the event loop has ended.
     QString error() const;
 
-    /// Why nothing can be saved at \a path, before anything is drawn; empty when nothing is known against it.
-    static QString problemWith(const QString &path);
-
 signals:
     /// The time is over, and the picture not yet made.
     void ending();
 
 private:
     void finish();
+    QString savePicture() const;
 
     QPointer<QWidget> m_widget;
     const QString m_picturePath;

@@ -1,3 +1,4 @@
+#include "application/EndSignals.h"
 #include "application/Language.h"
 #include "application/Options.h"
 #include "application/PluginFolders.h"
@@ -212,8 +213,12 @@ int testItself(SelfTest &test, MainWindow &window, const Workbench &workbench, c
     const int curves = run.scene.curves.size();
     test.checkDrawings();
     test.noteEmptyPlot(container);
+    const int exitCode = runTimed(window, container, workbench.modules(), run);
+    if (EndSignals::instance() != nullptr && EndSignals::instance()->exitCodeOr(0) != 0) {
+        return exitFailure; // what was cut short says nothing about the rest
+    }
     if (test.check(
-            runTimed(window, container, workbench.modules(), run) == 0,
+            exitCode == 0,
             Text::tr("scene: \"%1\" ran for %2 s and was recorded").arg(run.scene.shownTitle()).arg(run.seconds))) {
         const RecordingWatch *const watch = window.recordings()->watch(container);
         test.checkPicture(run.picture, curves);
@@ -239,7 +244,8 @@ int runWorkbench(const Options &options, const RunPlan &run, SelfTest *selfTest)
         AppSettings::setStoreFile(QFileInfo(options.settings).absoluteFilePath());
     }
 
-    const auto drive = run.hasScene ? SimulationClock::Drive::Exchanges : SimulationClock::Drive::WallClock;
+    // A timed run gives the same values whatever the computer's speed; where a person works, motors keep real time.
+    const auto drive = run.isTimed ? SimulationClock::Drive::Exchanges : SimulationClock::Drive::WallClock;
     Workbench workbench(drive, run.scene.stepsPerExchange());
     if (!loadPlugins(workbench, run, selfTest)) {
         return exitFailure;
@@ -267,7 +273,16 @@ int runWorkbench(const Options &options, const RunPlan &run, SelfTest *selfTest)
     if (selfTest != nullptr) {
         return testItself(*selfTest, window, workbench, run);
     }
-    return run.isTimed ? runTimed(window, container, workbench.modules(), run) : QCoreApplication::exec();
+    if (run.isTimed) {
+        return runTimed(window, container, workbench.modules(), run);
+    }
+    if (const EndSignals *const endSignals = EndSignals::instance()) {
+        QObject::connect(endSignals, &EndSignals::asked, &window, [&window] {
+            window.close();
+            QCoreApplication::quit(); // also when a dialog or a window of a container's own is still open
+        });
+    }
+    return QCoreApplication::exec();
 }
 
 QString languageOf(const Options &options)
@@ -325,6 +340,7 @@ int main(int argc, char **argv)
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // theirs cannot be asked what was chosen
     int argumentCount = 1; // the toolkit has a --plugin of its own and must not see the rest
     const QApplication application(argumentCount, argv);
+    const EndSignals endSignals;
     QCoreApplication::setApplicationName(QStringLiteral("xy-plot-workbench"));
     QGuiApplication::setDesktopFileName(QStringLiteral(DESKTOP_ENTRY)); // whose icon the windows get on a desktop
     Language::use(languageOf(options));
@@ -353,5 +369,5 @@ int main(int argc, char **argv)
                 .arg(run.scene.shownTitle())
                 .arg(run.seconds));
     }
-    return runWorkbench(options, run, selfTest.get());
+    return endSignals.exitCodeOr(runWorkbench(options, run, selfTest.get()));
 }

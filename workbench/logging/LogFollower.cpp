@@ -76,7 +76,7 @@ qint64 LogFollower::bytes() const
 
 int LogFollower::dataLines() const
 {
-    return m_earlierLines + std::max(0, m_lines - (hasHeader() ? PlotterWindow::logHeaderLines : 0));
+    return std::max(0, m_lines - (hasHeader() ? PlotterWindow::logHeaderLines : 0));
 }
 
 QDateTime LogFollower::lastLineTime() const
@@ -86,7 +86,6 @@ QDateTime LogFollower::lastLineTime() const
 
 void LogFollower::beginAnew()
 {
-    m_earlierLines = dataLines();
     m_wasReplaced = m_wasReplaced || m_bytes > 0;
     m_start.clear();
     m_bytes = 0;

@@ -23,8 +23,7 @@ public:
     bool hasHeader() const;   ///< the file begins as a log does
     bool wasReplaced() const; ///< it vanished, shrank or begins otherwise than at an earlier look
     qint64 bytes() const;
-    /// Complete lines seen in it behind the header, those of a replaced file included.
-    int dataLines() const;
+    int dataLines() const; ///< complete lines in it behind the header
     /// When lines were last seen to have been added; invalid before the first one.
     QDateTime lastLineTime() const;
 
@@ -36,7 +35,6 @@ private:
     QDateTime m_lastLineTime;
     qint64 m_bytes = 0; // read so far
     int m_lines = 0;    // ends of lines read so far, the header's included
-    int m_earlierLines = 0;
     bool m_isThere = false;
     bool m_isRegular = false;
     bool m_wasReplaced = false;

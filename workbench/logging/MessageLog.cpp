@@ -80,6 +80,12 @@ MessageLog::~MessageLog()
     shared.isInstalled = false;
 }
 
+void MessageLog::note(QtMsgType type, const QString &text)
+{
+    const QMutexLocker locker(&listening().mutex);
+    m_waiting.push_back({QTime::currentTime(), type, QStringLiteral("workbench"), text});
+}
+
 void MessageLog::deliver()
 {
     std::deque<LogMessage> fetched;

@@ -40,6 +40,9 @@ public:
     explicit MessageLog(QObject *parent = nullptr);
     ~MessageLog() override;
 
+    /// Adds a message of the workbench's own, which goes nowhere else. On the thread of this object.
+    void note(QtMsgType type, const QString &text);
+
     /// Hands on at once what has been noted so far.
     void deliver();
 

@@ -213,7 +213,9 @@ QString RecordingWatch::problemNow()
                             : tr("%1 sampled but not in %2: %3").arg(lineCount(missing), name, obstacle);
     }
     if (m_file.wasReplaced()) {
-        return tr("%1 was replaced while recording: its header and earlier lines are gone").arg(name);
+        return missing == 0
+                   ? tr("%1 was replaced while recording: its header and earlier lines are gone").arg(name)
+                   : tr("%1 was replaced while recording: its header and %2 are gone").arg(name, lineCount(missing));
     }
     if (!m_file.isRegular()) {
         return tr("Recording into %1, which cannot be read back: what arrives there is not known").arg(name);

@@ -25,7 +25,10 @@ void Recordings::windowOpened(QWidget *container, const QString &title)
         m_byContainer.insert(container, watch);
         m_watches.append(watch);
         connect(watch, &RecordingWatch::changed, this, &Recordings::changed);
-        connect(watch, &RecordingWatch::failed, this, &Recordings::failed);
+        connect(watch, &RecordingWatch::failed, this, [this, watch] {
+            m_log->note(QtWarningMsg, tr("%1: %2").arg(watch->title(), watch->problem()));
+            emit failed();
+        });
         emit added(watch);
     }
     const QCheckBox *const knownBox = watch->box();

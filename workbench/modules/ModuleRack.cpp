@@ -9,6 +9,11 @@
 ModuleRack::ModuleRack(PluginHandler *handler, SimulationClock::Drive drive, int stepsPerExchange)
     : m_handler(handler), m_clock(drive, stepsPerExchange)
 {
+    if (drive == SimulationClock::Drive::WallClock) {
+        // Motors move while nobody reads them, too.
+        connect(&m_catchUpTimer, &QTimer::timeout, this, [this] { m_clock.catchUp(); });
+        m_catchUpTimer.start(catchUpIntervalMs);
+    }
 }
 
 ModuleRack::~ModuleRack()

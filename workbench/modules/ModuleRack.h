@@ -8,6 +8,7 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 #include <optional>
 
@@ -25,6 +26,8 @@ class ModuleRack : public QObject
     Q_OBJECT
 
 public:
+    static constexpr int catchUpIntervalMs = 50;
+
     /// \param handler the registry, not owned, has to outlive the rack
     ModuleRack(PluginHandler *handler, SimulationClock::Drive drive, int stepsPerExchange);
     ~ModuleRack() override;
@@ -72,5 +75,6 @@ private:
 
     PluginHandler *const m_handler; // not owned
     SimulationClock m_clock;
+    QTimer m_catchUpTimer; // runs while the wall clock drives
     QList<Place> m_places;
 };

@@ -19,8 +19,6 @@ static void initSceneResources()
 namespace
 {
 
-constexpr int greatestAxis = 15;
-
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(SceneReader)
@@ -57,6 +55,17 @@ MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QSt
     return motion;
 }
 
+/// Which axes a kind of module has to offer, for a person.
+QString expectedAxis(const QString &kind)
+{
+    const int axes = simulatedModuleAxisCount(kind);
+    if (axes == 0) {
+        return Text::tr("no motion, because %1 has no axes").arg(kind);
+    }
+    return axes == 1 ? Text::tr("0, because %1 has this axis only").arg(kind)
+                     : Text::tr("a whole number from 0 to %1, the axes of %2").arg(axes - 1).arg(kind);
+}
+
 ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const QString &place)
 {
     reader.allowOnly(object, place, {QStringLiteral("kind"), QStringLiteral("key"), QStringLiteral("axes")});
@@ -72,7 +81,12 @@ ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const 
         reader.allowOnly(axes.at(i), axisPlace,
                          {QStringLiteral("axis"), QStringLiteral("motion"), QStringLiteral("amplitude"),
                           QStringLiteral("periodSeconds"), QStringLiteral("phaseDegrees"), QStringLiteral("offset")});
-        const int axis = int(reader.whole(axes.at(i), axisPlace, QStringLiteral("axis"), 0, greatestAxis, i));
+        using Limits = std::numeric_limits<int>;
+        const int axis =
+            int(reader.whole(axes.at(i), axisPlace, QStringLiteral("axis"), Limits::min(), Limits::max(), i));
+        if (axis < 0 || axis >= simulatedModuleAxisCount(module.kind)) {
+            reader.complain(axisPlace, QStringLiteral("axis"), expectedAxis(module.kind));
+        }
         if (module.motions.contains(axis)) {
             reader.complain(axisPlace, QStringLiteral("axis"), Text::tr("an axis that has no motion yet"));
         }

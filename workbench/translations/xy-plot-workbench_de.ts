@@ -418,13 +418,6 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>PluginFolders</name>
-    <message>
-        <source>%1: there is no plugin file in it</source>
-        <translation>%1: darin ist keine Plugin-Datei</translation>
-    </message>
-</context>
-<context>
     <name>PluginFile</name>
     <message>
         <source>%1: there is no such plugin file</source>
@@ -457,6 +450,13 @@ Optionen:
     <message>
         <source>this plugin&apos;s object is no &quot;%1&quot;, as which it is announced</source>
         <translation>das Objekt dieses Plugins ist kein „%1“, als das es angekündigt ist</translation>
+    </message>
+</context>
+<context>
+    <name>PluginFolders</name>
+    <message>
+        <source>%1: there is no plugin file in it</source>
+        <translation>%1: darin ist keine Plugin-Datei</translation>
     </message>
 </context>
 <context>
@@ -595,6 +595,10 @@ Optionen:
         <source>%1: %2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>%1 was replaced while recording: its header and %2 are gone</source>
+        <translation>%1 wurde während der Aufzeichnung ersetzt: Der Kopf und %2 sind weg</translation>
+    </message>
 </context>
 <context>
     <name>Recordings</name>
@@ -602,12 +606,24 @@ Optionen:
         <source>Not recording</source>
         <translation>Keine Aufzeichnung</translation>
     </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
 </context>
 <context>
     <name>RunPlan</name>
     <message>
         <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
         <translation>keine Szene und keine Datei heißt „%1“; die Szenen sind: %2</translation>
+    </message>
+    <message>
+        <source>%1 and %2 lead to the same file: %3</source>
+        <translation>%1 und %2 führen zu derselben Datei: %3</translation>
+    </message>
+    <message>
+        <source>%1: cannot save there: %2</source>
+        <translation>%1: dorthin lässt sich nicht speichern: %2</translation>
     </message>
 </context>
 <context>
@@ -682,6 +698,18 @@ Optionen:
     <message>
         <source>%1: cannot read the scene file: %2</source>
         <translation>%1: die Szenendatei lässt sich nicht lesen: %2</translation>
+    </message>
+    <message>
+        <source>no motion, because %1 has no axes</source>
+        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+    </message>
+    <message>
+        <source>0, because %1 has this axis only</source>
+        <translation>0, denn %1 hat nur diese Achse</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 to %1, the axes of %2</source>
+        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
     </message>
 </context>
 <context>
@@ -780,10 +808,6 @@ Optionen:
         <translation>der Lauf wurde vorzeitig beendet</translation>
     </message>
     <message>
-        <source>%1: cannot save there: %2</source>
-        <translation>%1: dorthin lässt sich nicht speichern: %2</translation>
-    </message>
-    <message>
         <source>the plot window was closed before the run was over</source>
         <translation>das Plotfenster wurde vor dem Ende des Laufs geschlossen</translation>
     </message>
@@ -813,6 +837,14 @@ Optionen:
     <message>
         <source>the disk is full</source>
         <translation>der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>nobody reads from this pipe</source>
+        <translation>niemand liest aus dieser Pipe</translation>
+    </message>
+    <message>
+        <source>it is a device or a pipe, no file that could be replaced</source>
+        <translation>es ist ein Gerät oder eine Pipe, keine Datei, die ersetzt werden könnte</translation>
     </message>
 </context>
 <context>

@@ -105,6 +105,35 @@ private slots:
         QVERIFY(bench.status == Command::Status::Unanswered);
     }
 
+    void wallClockDrivesWhateverIsAsked()
+    {
+        struct Counter : Steppable
+        {
+            void step() override
+            {
+                ++steps;
+            }
+            int steps = 0;
+        };
+        SimulationClock clock(SimulationClock::Drive::WallClock);
+        Counter counter;
+        clock.add(&counter);
+        constexpr int hourMs = 3600000; // later than any wall clock of a test
+        clock.catchUpTo(hourMs);
+        QCOMPARE(counter.steps, SimulationClock::maximumLagMs); // a stall costs no more than this
+        clock.catchUpTo(hourMs + 14);
+        for (int exchange = 0; exchange < 8; ++exchange) {
+            clock.catchUpTo(hourMs + 14);
+        }
+        QCOMPARE(counter.steps, SimulationClock::maximumLagMs + 14);
+
+        SimulationClock exact(SimulationClock::Drive::Exchanges, 3);
+        exact.catchUp();
+        QCOMPARE(exact.nowMs(), qint64(0));
+        exact.exchangeBegins();
+        QCOMPARE(exact.nowMs(), qint64(3));
+    }
+
     void rampKeepsItsLimits_data()
     {
         const double huge = std::numeric_limits<double>::max();

@@ -53,6 +53,12 @@ QStringList simulatedModuleKinds()
     return names;
 }
 
+int simulatedModuleAxisCount(const QString &kind)
+{
+    const ModuleKind *const found = findKind(kind);
+    return found == nullptr ? 0 : int(found->description().axes.size());
+}
+
 QString simulatedModuleSummary(const QString &kind)
 {
     const ModuleKind *const found = findKind(kind);

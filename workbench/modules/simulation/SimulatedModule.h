@@ -35,6 +35,9 @@ public:
 /// The kinds of modules that createModule() knows: "stepper-3", "servo-1", "io-block".
 QStringList simulatedModuleKinds();
 
+/// Axes of a kind of module, which are numbered from 0; 0 for an unknown kind.
+int simulatedModuleAxisCount(const QString &kind);
+
 /// One line that tells a person what a kind of module is and what it has to show; empty for an unknown kind.
 QString simulatedModuleSummary(const QString &kind);
 

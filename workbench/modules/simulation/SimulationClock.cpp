@@ -26,8 +26,20 @@ void SimulationClock::exchangeBegins()
         advance(m_stepsPerExchange);
         return;
     }
+    catchUp();
+}
+
+void SimulationClock::catchUp()
+{
+    if (m_drive == Drive::WallClock) {
+        catchUpTo(m_wallClock.elapsed());
+    }
+}
+
+void SimulationClock::catchUpTo(qint64 wallMs)
+{
     // A long pause is not made up for: nobody saw what happened in it, and the catching up would be felt.
-    const qint64 lagMs = m_wallClock.elapsed() - m_skippedMs - m_nowMs;
+    const qint64 lagMs = wallMs - m_skippedMs - m_nowMs;
     const qint64 stepsMs = qMin<qint64>(lagMs, maximumLagMs);
     m_skippedMs += lagMs - stepsMs;
     advance(stepsMs);

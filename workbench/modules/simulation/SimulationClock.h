@@ -16,8 +16,8 @@ public:
 /**
  * The time of all simulated modules, in fixed steps of 1 ms.
  *
- * Driven by the wall clock it catches up with real time whenever a module is asked for values (at most maximumLagMs,
- * what is beyond that is skipped). Driven by exchanges it advances a fixed number of steps at every exchange and never
+ * Driven by the wall clock it catches up with real time whenever a module is asked for values, and whenever
+ * catchUp() is called (at most maximumLagMs, what is beyond that is skipped). Driven by exchanges it advances a fixed number of steps at every exchange and never
  * otherwise, so that the values that are read do not depend on how fast the machine is. GUI thread.
  */
 class SimulationClock
@@ -40,6 +40,11 @@ public:
 
     /// Called by every channel at the start of every exchange.
     void exchangeBegins();
+
+    /// Advances to the present time when driven by the wall clock, else does nothing.
+    void catchUp();
+    /// As catchUp(), with the time of the wall clock since the start, ms, given.
+    void catchUpTo(qint64 wallMs);
 
     qint64 nowMs() const; ///< Simulated time since the start, ms.
     Drive drive() const;
