@@ -1,5 +1,6 @@
 #include "application/RecordingDriver.h"
 
+#include "PlotterWindow.h"
 #include "logging/RecordingWatch.h"
 #include "setup/MouseClick.h"
 
@@ -78,7 +79,7 @@ void RecordingDriver::ask()
 {
     QCheckBox *const box = m_watch.isNull() ? nullptr : m_watch->box();
     if (box == nullptr || box->isChecked()) {
-        giveUp(tr("the container has no box \"cbLog\" to switch a recording on"));
+        giveUp(tr("the container has no box \"%1\" to switch a recording on").arg(PlotterWindow::logBoxName()));
         return;
     }
     MouseClick::on(box); // returns when the dialog is gone

@@ -1,5 +1,6 @@
 #include "application/SelfTest.h"
 
+#include "PlotterWindow.h"
 #include "window/MainWindow.h"
 #include "window/WorkbenchStyle.h"
 
@@ -23,7 +24,6 @@ constexpr int leastCurvePixels = 100; // of one colour; a mark at a curve's end 
 constexpr int hueTolerance = 12;      // degrees
 constexpr int leastSaturation = 100;  // of 255
 constexpr int drawingSidePixels = 16;
-constexpr int headerLines = 2;
 
 struct Text
 {
@@ -61,14 +61,9 @@ bool hasSeveralColors(const QImage &image)
 /// What is wrong with the lines of a log of so many curves; empty when nothing is.
 QString problemOfLines(const QList<QByteArray> &lines, int curves)
 {
-    const QByteArray end = QByteArray(hostLineEnd).chopped(1); // the lines were split at its last character
     for (int i = 0; i < lines.size(); ++i) {
-        const QByteArray &line = lines.at(i);
-        const QByteArray start = i == 0   ? QByteArrayLiteral("Module:;")
-                                 : i == 1 ? QByteArrayLiteral("Counter;")
-                                          : QByteArray::number(i - headerLines + 1) + ';';
-        if (!line.startsWith(start) || !line.endsWith(';' + end) || line.count(';') != 1 + 2 * curves) {
-            return Text::tr("line %1 is \"%2\"").arg(i + 1).arg(QString::fromUtf8(line).simplified());
+        if (!PlotterWindow::isLogLine(lines.at(i), i, curves)) {
+            return Text::tr("line %1 is \"%2\"").arg(i + 1).arg(QString::fromUtf8(lines.at(i)).simplified());
         }
     }
     return {};
@@ -146,7 +141,7 @@ void SelfTest::checkLog(const QString &path, int curves, int lines)
     QList<QByteArray> found = file.readAll().split(QByteArray(hostLineEnd).back());
     const QByteArray rest = found.takeLast();
     const QString problem = problemOfLines(found, curves);
-    const int dataLines = found.size() - headerLines;
+    const int dataLines = found.size() - PlotterWindow::logHeaderLines;
     check(dataLines >= leastLines && dataLines == lines,
           Text::tr("log: %1 lines below the header, %2 were recorded").arg(dataLines).arg(lines));
     check(problem.isEmpty() && rest.isEmpty(),

@@ -251,7 +251,7 @@ int runWorkbench(const Options &options, const RunPlan &run, SelfTest *selfTest)
         return exitFailure;
     }
     quint32 seed = options.seed.value_or(run.scene.seed);
-    for (const SceneModule &module : run.scene.modules) {
+    for (const ModuleSettings &module : run.scene.modules) {
         workbench.modules().add(module, seed++);
     }
 

@@ -1,5 +1,7 @@
 #include "logging/LogFollower.h"
 
+#include "PlotterWindow.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -8,7 +10,6 @@
 namespace
 {
 
-constexpr int headerLines = 2;
 constexpr int startBytes = 256;
 
 } // namespace
@@ -60,7 +61,7 @@ bool LogFollower::isRegular() const
 
 bool LogFollower::hasHeader() const
 {
-    return m_start.startsWith("Module:;");
+    return PlotterWindow::isLogStart(m_start);
 }
 
 bool LogFollower::wasReplaced() const
@@ -75,7 +76,7 @@ qint64 LogFollower::bytes() const
 
 int LogFollower::dataLines() const
 {
-    return std::max(0, m_lines - (hasHeader() ? headerLines : 0));
+    return std::max(0, m_lines - (hasHeader() ? PlotterWindow::logHeaderLines : 0));
 }
 
 QDateTime LogFollower::lastLineTime() const

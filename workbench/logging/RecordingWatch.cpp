@@ -1,5 +1,6 @@
 #include "logging/RecordingWatch.h"
 
+#include "PlotterWindow.h"
 #include "logging/WriteObstacle.h"
 
 #include <QCheckBox>
@@ -26,7 +27,7 @@ RecordingWatch::RecordingWatch(QWidget *container, const QString &title, QObject
 
 void RecordingWatch::windowOpened()
 {
-    m_box = m_container.isNull() ? nullptr : m_container->findChild<QCheckBox *>(QStringLiteral("cbLog"));
+    m_box = m_container.isNull() ? nullptr : m_container->findChild<QCheckBox *>(PlotterWindow::logBoxName());
     if (m_state == State::Off && (m_box.isNull() || !m_box->isChecked())) {
         emit changed();
         return;

@@ -1,5 +1,7 @@
 #include "logging/Recordings.h"
 
+#include "PlotterWindow.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
@@ -100,7 +102,7 @@ bool Recordings::eventFilter(QObject *watched, QEvent *event)
 void Recordings::hear(const QVector<LogMessage> &messages)
 {
     const auto count = std::count_if(messages.cbegin(), messages.cend(), [](const LogMessage &message) {
-        return message.type == QtDebugMsg && message.text.contains(QLatin1String("new line: "));
+        return message.type == QtDebugMsg && PlotterWindow::announcesLogLine(message.text);
     });
     if (count == 0) {
         return;

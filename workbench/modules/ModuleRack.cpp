@@ -23,7 +23,7 @@ ModuleRack::~ModuleRack()
     }
 }
 
-bool ModuleRack::add(const SceneModule &module, quint32 seed)
+bool ModuleRack::add(const ModuleSettings &module, quint32 seed)
 {
     Place place;
     place.description = module;
@@ -41,7 +41,7 @@ int ModuleRack::count() const
     return m_places.size();
 }
 
-const SceneModule &ModuleRack::description(int index) const
+const ModuleSettings &ModuleRack::description(int index) const
 {
     return m_places.at(index).description;
 }

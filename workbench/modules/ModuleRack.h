@@ -1,7 +1,7 @@
 #pragma once
 
+#include "modules/ModuleSettings.h"
 #include "modules/simulation/SimulationClock.h"
-#include "setup/Scene.h"
 
 #include "host/CommandHandlerInterface.h"
 
@@ -36,12 +36,12 @@ public:
      * Adds a place for \a module and plugs it in; \a seed fixes its noise.
      * \return false when its kind is unknown or its key taken; nothing is added then
      */
-    bool add(const SceneModule &module, quint32 seed);
+    bool add(const ModuleSettings &module, quint32 seed);
 
     int count() const;
 
     /// What is at place \a index, from 0 to below count(), as it was added.
-    const SceneModule &description(int index) const;
+    const ModuleSettings &description(int index) const;
 
     bool isPluggedIn(int index) const;
     bool isMoving(int index) const; ///< Set for the module, be it plugged in or not.
@@ -64,7 +64,7 @@ signals:
 private:
     struct Place
     {
-        SceneModule description;
+        ModuleSettings description;
         quint32 seed = 0;
         bool isMoving = true;
         bool isSilent = false;

@@ -1,5 +1,7 @@
 #include "setup/Scene.h"
 
+#include "PlotterWindow.h"
+
 #include <QCoreApplication>
 
 namespace
@@ -14,8 +16,6 @@ namespace
     QT_TRANSLATE_NOOP("Scene", "One module of each kind"),
     QT_TRANSLATE_NOOP("Scene", "Two modules: a stepper axis against a servo axis"),
 };
-
-constexpr int samplingIntervalMs = 14;
 
 } // namespace
 
@@ -35,5 +35,5 @@ int Scene::exchangesPerTick() const
 
 int Scene::stepsPerExchange() const
 {
-    return qMax(1, qRound(double(samplingIntervalMs) / qMax(1, exchangesPerTick())));
+    return qMax(1, qRound(double(PlotterWindow::samplingIntervalMs) / qMax(1, exchangesPerTick())));
 }

@@ -1,19 +1,10 @@
 #pragma once
 
-#include "modules/simulation/MotionProgram.h"
+#include "modules/ModuleSettings.h"
 
 #include <QList>
-#include <QMap>
 #include <QString>
 #include <QtGlobal>
-
-/// A simulated module that a scene needs.
-struct SceneModule
-{
-    QString kind;                     ///< one of simulatedModuleKinds()
-    QString key;                      ///< key in the registry, for example "SIM0/Stepper"
-    QMap<int, MotionProgram> motions; ///< by axis; an axis without one keeps its kind's own motion
-};
 
 /// A value of a module, as a person finds it on a selector page.
 struct SceneSource
@@ -43,7 +34,7 @@ struct Scene
 
     QString title;
     quint32 seed = 1;
-    QList<SceneModule> modules;
+    QList<ModuleSettings> modules;
     QList<SceneCurve> curves; ///< up to mostCurves
     bool showsLines = true;   ///< lines between the points
     bool isSquare = false;    ///< the plot is as wide as it is high

@@ -66,10 +66,10 @@ QString expectedAxis(const QString &kind)
                      : Text::tr("a whole number from 0 to %1, the axes of %2").arg(axes - 1).arg(kind);
 }
 
-SceneModule readModule(FieldReader &reader, const QJsonObject &object, const QString &place)
+ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const QString &place)
 {
     reader.allowOnly(object, place, {QStringLiteral("kind"), QStringLiteral("key"), QStringLiteral("axes")});
-    SceneModule module;
+    ModuleSettings module;
     module.kind = reader.text(object, place, QStringLiteral("kind"));
     module.key = reader.text(object, place, QStringLiteral("key"));
     if (!simulatedModuleKinds().contains(module.kind)) {
@@ -106,7 +106,7 @@ SceneSource readSource(FieldReader &reader, const QJsonObject &object, const QSt
     source.value = reader.text(object, place, QStringLiteral("value")).trimmed();
     source.isSigned = reader.truth(object, place, QStringLiteral("signed"), false);
     QStringList keys;
-    for (const SceneModule &module : scene.modules) {
+    for (const ModuleSettings &module : scene.modules) {
         keys.append(module.key);
     }
     if (!keys.contains(source.module)) {

@@ -17,9 +17,6 @@
 namespace
 {
 
-constexpr int checkColumn = 1;
-constexpr int nameColumn = 2;
-
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(SceneRunner)
@@ -35,7 +32,7 @@ void settleLayouts()
 int rowOf(const QAbstractItemModel *model, const QString &name)
 {
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (model->index(row, nameColumn).data().toString().trimmed() == name) {
+        if (model->index(row, PlotterWindow::nameColumn).data().toString().trimmed() == name) {
             return row;
         }
     }
@@ -91,22 +88,22 @@ QString SceneRunner::apply(const Scene &scene)
     m_error.clear();
     for (int curve = 0; curve < scene.curves.size(); ++curve) {
         chooseCurve(curve);
-        chooseSource(curve, QStringLiteral("X"), scene.curves.at(curve).x);
-        chooseSource(curve, QStringLiteral("Y"), scene.curves.at(curve).y);
+        chooseSource(curve, PlotterWindow::Side::X, scene.curves.at(curve).x);
+        chooseSource(curve, PlotterWindow::Side::Y, scene.curves.at(curve).y);
     }
     if (!scene.curves.isEmpty()) {
         chooseCurve(0);
         setCurvesRecorded(scene.curves.size());
-        setPlotOption(QStringLiteral("Show a line between recorded dots"), scene.showsLines);
-        setPlotOption(QStringLiteral("Show width as height"), scene.isSquare);
-        setPlotOption(QStringLiteral("Show all data"), scene.showsAll);
+        setOption(PlotterWindow::Option::Lines, scene.showsLines);
+        setOption(PlotterWindow::Option::Square, scene.isSquare);
+        setOption(PlotterWindow::Option::ShowAll, scene.showsAll);
     }
     return m_error;
 }
 
 void SceneRunner::chooseCurve(int curve)
 {
-    const QWidget *const frame = find<QWidget>(m_container, QStringLiteral("RadioButtonFrame"));
+    const QWidget *const frame = find<QWidget>(m_container, PlotterWindow::curveFrameName());
     if (frame == nullptr) {
         return;
     }
@@ -119,13 +116,12 @@ void SceneRunner::chooseCurve(int curve)
     settleLayouts();
 }
 
-void SceneRunner::chooseSource(int curve, const QString &side, const SceneSource &source)
+void SceneRunner::chooseSource(int curve, PlotterWindow::Side side, const SceneSource &source)
 {
-    const QString stackName = QStringLiteral("dockWidgetContents") + side;
-    const QString suffix = QString::number(curve) + stackName;
-    const QWidget *const stack = find<QStackedWidget>(m_container, stackName);
-    QWidget *const page = stack == nullptr ? nullptr : find<QWidget>(stack, QStringLiteral("page") + suffix);
-    auto *const modules = page == nullptr ? nullptr : find<QComboBox>(page, QStringLiteral("cmbm") + suffix);
+    const PlotterWindow::SelectorPage names = PlotterWindow::selectorPage(curve, side);
+    const QWidget *const stack = find<QStackedWidget>(m_container, names.stack);
+    const QWidget *const page = stack == nullptr ? nullptr : find<QWidget>(stack, names.page);
+    auto *const modules = page == nullptr ? nullptr : find<QComboBox>(page, names.modules);
     if (modules == nullptr) {
         return;
     }
@@ -135,16 +131,15 @@ void SceneRunner::chooseSource(int curve, const QString &side, const SceneSource
         return;
     }
     modules->setCurrentIndex(entry);
-    chooseMotor(page, suffix, source);
+    chooseMotor(find<QComboBox>(page, names.motors), source);
     settleLayouts();
-    if (auto *const table = find<QTableView>(page, QStringLiteral("cmds") + suffix)) {
+    if (auto *const table = find<QTableView>(page, names.table)) {
         chooseRow(table, source);
     }
 }
 
-void SceneRunner::chooseMotor(QWidget *page, const QString &suffix, const SceneSource &source)
+void SceneRunner::chooseMotor(QComboBox *motors, const SceneSource &source)
 {
-    auto *const motors = find<QComboBox>(page, QStringLiteral("motor") + suffix);
     if (motors == nullptr || (motors->isHidden() && source.motor.isEmpty())) {
         return; // a module without a choice of motors shows its table at once
     }
@@ -169,12 +164,12 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
                  .arg(source.module, source.value, source.motor));
         return;
     }
-    table->scrollTo(model->index(row, nameColumn));
-    MouseClick::at(table->viewport(), middleOf(table, model->index(row, nameColumn)));
+    table->scrollTo(model->index(row, PlotterWindow::nameColumn));
+    MouseClick::at(table->viewport(), middleOf(table, model->index(row, PlotterWindow::nameColumn)));
     if (table->currentIndex().row() != row) {
         fail(Text::tr("the click on \"%1\" did not choose it").arg(source.value));
     }
-    const QModelIndex box = model->index(row, checkColumn);
+    const QModelIndex box = model->index(row, PlotterWindow::signColumn);
     if (!source.isSigned || box.data(Qt::CheckStateRole).toInt() == Qt::Checked) {
         return;
     }
@@ -187,34 +182,23 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
 
 void SceneRunner::setCurvesRecorded(int count)
 {
-    int curve = 0;
-    const QList<QCheckBox *> boxes = m_container->findChildren<QCheckBox *>();
-    for (QCheckBox *const box : boxes) {
-        if (!box->property("ColorName").isValid()) {
-            continue;
+    const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(m_container);
+    for (int curve = 0; curve < boxes.size(); ++curve) {
+        if (boxes.at(curve)->isChecked() != (curve < count)) {
+            boxes.at(curve)->click();
         }
-        if (box->isChecked() != (curve < count)) {
-            box->click();
-        }
-        ++curve;
     }
-    if (curve < count) {
-        fail(Text::tr("the plot has boxes for %1 curves, the scene needs %2").arg(curve).arg(count));
+    if (boxes.size() < count) {
+        fail(Text::tr("the plot has boxes for %1 curves, the scene needs %2").arg(boxes.size()).arg(count));
     }
 }
 
-void SceneRunner::setPlotOption(const QString &toolTip, bool isOn)
+void SceneRunner::setOption(PlotterWindow::Option option, bool isOn)
 {
-    const QList<QCheckBox *> boxes = m_container->findChildren<QCheckBox *>();
-    for (QCheckBox *const box : boxes) {
-        if (box->toolTip() == toolTip) {
-            if (box->isChecked() != isOn) {
-                box->click();
-            }
-            return;
-        }
+    auto *const box = find<QCheckBox>(m_container, PlotterWindow::optionBoxName(option));
+    if (box != nullptr && box->isChecked() != isOn) {
+        box->click();
     }
-    fail(Text::tr("the plot window has no box \"%1\"").arg(toolTip));
 }
 
 void SceneRunner::fail(const QString &problem)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "PlotterWindow.h"
 #include "setup/Scene.h"
 
 #include <QString>
 
+class QComboBox;
 class QTableView;
 class QWidget;
 
@@ -24,11 +26,11 @@ public:
 
 private:
     void chooseCurve(int curve);
-    void chooseSource(int curve, const QString &side, const SceneSource &source);
-    void chooseMotor(QWidget *page, const QString &suffix, const SceneSource &source);
+    void chooseSource(int curve, PlotterWindow::Side side, const SceneSource &source);
+    void chooseMotor(QComboBox *motors, const SceneSource &source);
     void chooseRow(QTableView *table, const SceneSource &source);
     void setCurvesRecorded(int count);
-    void setPlotOption(const QString &toolTip, bool isOn);
+    void setOption(PlotterWindow::Option option, bool isOn);
     void fail(const QString &problem);
 
     template<typename Widget> Widget *find(const QWidget *parent, const QString &name);

@@ -470,8 +470,8 @@ Optionen:
         <translation>%1: die Aufzeichnung wurde vorzeitig beendet</translation>
     </message>
     <message>
-        <source>the container has no box &quot;cbLog&quot; to switch a recording on</source>
-        <translation>der Container hat kein Kästchen „cbLog“, um eine Aufzeichnung einzuschalten</translation>
+        <source>the container has no box &quot;%1&quot; to switch a recording on</source>
+        <translation>der Container hat kein Kästchen „%1“, um eine Aufzeichnung einzuschalten</translation>
     </message>
     <message>
         <source>the plot window was closed, nothing was recorded</source>
@@ -741,10 +741,6 @@ Optionen:
     <message>
         <source>the plot has boxes for %1 curves, the scene needs %2</source>
         <translation>das Diagramm hat Kästchen für %1 Kurven, die Szene braucht %2</translation>
-    </message>
-    <message>
-        <source>the plot window has no box &quot;%1&quot;</source>
-        <translation>das Plotfenster hat kein Kästchen „%1“</translation>
     </message>
     <message>
         <source>the container has no %1 called &quot;%2&quot;, which a scene needs</source>

@@ -43,7 +43,7 @@ ModulePanel::ModulePanel(ModuleRack *rack, QWidget *parent) : QWidget(parent), m
 
 void ModulePanel::addRow(int index)
 {
-    const SceneModule &module = m_rack->description(index);
+    const ModuleSettings &module = m_rack->description(index);
     auto *const group = new QGroupBox(module.key);
     auto *const summary = new QLabel(simulatedModuleSummary(module.kind));
     summary->setWordWrap(true);
