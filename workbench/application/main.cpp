@@ -179,6 +179,12 @@ int runRecorded(MainWindow &window, ContainerInterface *container, const ModuleR
             return complain(error, exitFailure);
         }
     }
+    if (watch->linesWithOldValues() > 0) {
+        complain(Text::tr("%1: lines with old values, because a module did not answer: %2")
+                     .arg(watch->path())
+                     .arg(watch->linesWithOldValues()),
+                 0);
+    }
     if (!run.isSelfTest) {
         say(Text::tr("Lines recorded: %1; the log is %2").arg(watch->dataLines()).arg(watch->path()));
     }
