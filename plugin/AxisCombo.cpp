@@ -8,12 +8,46 @@ constexpr quint32 topBit = 0x80000000U;
 constexpr unsigned int wholeWidthBits = 32;
 constexpr unsigned int shiftCountMask = 31; // shift counts are taken modulo 32
 
+// By position: a host is free in what it calls the two.
+Command &requestOf(CommandCombo &combo)
+{
+    auto &[first, second] = combo;
+    Q_UNUSED(second)
+    return first;
+}
+
+Command &replyOf(CommandCombo &combo)
+{
+    auto &[first, second] = combo;
+    Q_UNUSED(first)
+    return second;
+}
+
 } // namespace
 
 AxisCombo::AxisCombo(CommandHandlerInterface *moduleHandler, unsigned char address)
-    : handler(moduleHandler), shift(0), mask(wholeMask)
+    : handler(moduleHandler), shift(0), request(requestOf(pair)), reply(replyOf(pair)), mask(wholeMask)
 {
     request.setAddress(address);
+}
+
+void AxisCombo::bind(QObject *module, CommandHandlerInterface *moduleHandler, unsigned char address)
+{
+    m_module = module;
+    m_isBound = true;
+    handler = moduleHandler;
+    request.setAddress(address);
+}
+
+void AxisCombo::switchOff()
+{
+    handler = nullptr;
+    request.setAddress(unboundAddress);
+}
+
+bool AxisCombo::isOn() const
+{
+    return handler != nullptr && !(m_isBound && m_module.isNull());
 }
 
 void AxisCombo::setRequest(Command *command, unsigned char offset, unsigned char width, bool isSigned)
@@ -39,9 +73,4 @@ qint32 AxisCombo::value() const
     // Without a sign bit the test holds always and takes nothing away.
     const bool isNegative = (shifted & signBit) == signBit;
     return static_cast<qint32>(isNegative ? field - signBit : field);
-}
-
-CommandCombo *AxisCombo::exchange()
-{
-    return reinterpret_cast<CommandCombo *>(&request);
 }

@@ -2,9 +2,8 @@
 
 #include "host/CommandCombo.h"
 
-#include <QtGlobal>
-
-#include <cstddef>
+#include <QObject>
+#include <QPointer>
 
 class CommandHandlerInterface;
 
@@ -17,12 +16,27 @@ class CommandHandlerInterface;
 class AxisCombo
 {
 public:
+    /// The bus address in the request of a source that is off.
+    static constexpr unsigned char unboundAddress = 1;
+
     /**
      * A source of the whole 32 bit value.
      * \param moduleHandler the module's command channel, not owned; null: the source is off
      * \param address       bus address of the module
      */
     AxisCombo(CommandHandlerInterface *moduleHandler, unsigned char address);
+
+    /**
+     * Reads from \a module from now on, through its channel \a moduleHandler; which value, says setRequest().
+     * Neither is owned. The source is off once the module has been destroyed.
+     */
+    void bind(QObject *module, CommandHandlerInterface *moduleHandler, unsigned char address);
+
+    /// Reads from no module any more, until bind() is called again.
+    void switchOff();
+
+    /// Whether there is a channel to read from.
+    bool isOn() const;
 
     /**
      * Takes over a copy of \a command, and the bit field in which its reply carries the value.
@@ -37,18 +51,17 @@ public:
     /// The reply's value: the bit field, sign-extended when it was set up as signed.
     qint32 value() const;
 
-    /// The request and reply of this source as the pair that a command channel takes.
-    CommandCombo *exchange();
-
     CommandHandlerInterface *handler; ///< not owned; null means that the source is off
     quint8 shift;                     ///< bit position of the value in the reply, bit
-    Command request;
-    Command reply; ///< right behind request: see exchange()
-    quint32 mask;  ///< applied after shifting
+    CommandCombo pair;                ///< request and reply as a channel takes them
+    Command &request;                 ///< of the pair
+    Command &reply;                   ///< of the pair
+    quint32 mask;                     ///< applied after shifting
     quint32 signBit = 0;
-};
 
-// The channel is handed a source's own request and reply in place, so they have to lie as they do in a CommandCombo.
-static_assert(sizeof(CommandCombo) == 2 * sizeof(Command), "a CommandCombo is a request and a reply, nothing else");
-static_assert(offsetof(AxisCombo, reply) == offsetof(AxisCombo, request) + sizeof(Command),
-              "the reply lies right behind the request");
+private:
+    Q_DISABLE_COPY(AxisCombo)
+
+    bool m_isBound = false;
+    QPointer<QObject> m_module; // to which the source is bound
+};

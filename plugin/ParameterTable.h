@@ -23,7 +23,7 @@ void fillAxisTable(QStandardItemModel *model, KAROModuleInterface *module, int m
 
 /**
  * Fills \a model with the registers and register fields wider than 3 bit, sorted by title.
- * \param command number of the command that reads a register, 148 or 149
+ * \param command number of the command that reads a register, see RegisterCommand
  */
 void fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command);
 

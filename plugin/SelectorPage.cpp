@@ -15,9 +15,17 @@ template<typename Widget> Widget *partAt(const QLayout *layout, int position)
     return item == nullptr ? nullptr : qobject_cast<Widget *>(item->widget());
 }
 
+QString suffixOf(QString partName)
+{
+    for (const char *const word : {"cmbm", "motor", "cmds", "dockWidgetContents"}) {
+        partName.remove(QLatin1String(word));
+    }
+    return partName;
+}
+
 } // namespace
 
-SelectorPage::SelectorPage(const QWidget *part)
+SelectorPage::SelectorPage(const QWidget *part) : m_suffix(part == nullptr ? QString() : suffixOf(part->objectName()))
 {
     QWidget *const frame = part == nullptr ? nullptr : part->parentWidget();
     const QLayout *const layout = frame == nullptr ? nullptr : frame->layout();
@@ -33,6 +41,26 @@ SelectorPage::SelectorPage(const QWidget *part)
 bool SelectorPage::isValid() const
 {
     return m_moduleBox != nullptr && m_motorBox != nullptr && m_table != nullptr;
+}
+
+QString SelectorPage::suffix() const
+{
+    return m_suffix;
+}
+
+int SelectorPage::curve() const
+{
+    return m_suffix.leftRef(1).toInt();
+}
+
+bool SelectorPage::isX() const
+{
+    return m_suffix.endsWith(QLatin1Char('X'));
+}
+
+bool SelectorPage::isY() const
+{
+    return m_suffix.endsWith(QLatin1Char('Y'));
 }
 
 QWidget *SelectorPage::frame() const

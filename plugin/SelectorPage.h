@@ -17,6 +17,14 @@ public:
     explicit SelectorPage(const QWidget *part);
 
     bool isValid() const;
+
+    /// What the names of the page's parts have in common: curve index and axis, for example "0X".
+    QString suffix() const;
+    /// The curve's index as the suffix gives it, in one digit: there may be ten curves.
+    int curve() const;
+    bool isX() const;
+    bool isY() const;
+
     QWidget *frame() const;
     ComboBox *moduleBox() const;
     ComboBox *motorBox() const;
@@ -29,6 +37,7 @@ public:
     QString rememberedRowKey() const;
 
 private:
+    QString m_suffix;
     QWidget *m_frame = nullptr;
     ComboBox *m_moduleBox = nullptr;
     ComboBox *m_motorBox = nullptr;

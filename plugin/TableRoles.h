@@ -11,7 +11,10 @@ constexpr int Type = Qt::UserRole + 2;      ///< column 1: parameter number or r
 constexpr int MotorBank = Qt::UserRole + 3; ///< column 0: motor or bank
 constexpr int BitOffset = Qt::UserRole + 4; ///< column 1, registers only: bit offset of the field, bit
 constexpr int BitWidth = Qt::UserRole + 5;  ///< column 1, registers only: width of the field, bit
-constexpr int Caption = Qt::UserRole + 6;   ///< horizontal header, section 0: module and motor or register list
+
+/// Horizontal header: module and motor, or register list. In a parameter or register table of section 0 alone, in an
+/// exported one of every column: see ExportCSV::captionRole.
+constexpr int Caption = Qt::UserRole + 6;
 
 } // namespace TableRole
 

@@ -2,6 +2,7 @@
 
 #include "AxisCombo.h"
 #include "Plotter.h"
+#include "RegisterCommand.h"
 #include "ui_XYPlotter.h"
 
 #include "host/DynamicProperty.h"
@@ -19,9 +20,6 @@ constexpr int curveCount = 4;
 constexpr int refreshIntervalMs = 250;
 constexpr double startRange = 10.0;       // data units, to either side of 0
 constexpr double startRateDivisor = 1.15; // of the slider's range: 86 of 100, a sample every 14 ms
-constexpr unsigned char unboundAddress = 1;
-constexpr unsigned char commandReadRegister = 149;
-constexpr unsigned char commandWriteRegister = 147;
 
 const char pluginTitle[] = "XY-Plotter";
 const char pluginIcon[] = ":/moreIconsII/XYPlot";
@@ -31,14 +29,14 @@ const char pluginIcon[] = ":/moreIconsII/XYPlot";
 XYPlotter::XYPlotter()
     : ContainerInterface(QStringLiteral("undefined"), QString::fromLatin1(pluginTitle), pluginType, nullptr,
                          QString::fromLatin1(pluginIcon), nullptr)
-    , tempTools(1, 1, nullptr, QString(), commandReadRegister, commandWriteRegister)
+    , tempTools(1, 1, nullptr, QString(), RegisterCommand::ReadOnChannel, RegisterCommand::Write)
 {
 }
 
 XYPlotter::XYPlotter(const QString &name, PluginHandler *handler)
     : ContainerInterface(name, QString::fromLatin1(pluginTitle), pluginType, handler, QString::fromLatin1(pluginIcon),
                          nullptr)
-    , tempTools(1, 1, nullptr, QString(), commandReadRegister, commandWriteRegister)
+    , tempTools(1, 1, nullptr, QString(), RegisterCommand::ReadOnChannel, RegisterCommand::Write)
 {
     setProperty(DynamicProperty::ShowOnToolbar, true);
 }
@@ -115,11 +113,16 @@ void XYPlotter::buildPlot()
     plotter = new Plotter(curveCount, ui->widgetPlot);
     ui->widgetPlot->layout()->addWidget(plotter);
     plotter->setPalette(ui->widgetPlot->palette());
+    setStartRange();
+    plotter->setPlotSettings(plotSettings);
+}
+
+void XYPlotter::setStartRange()
+{
     plotSettings.minX = -startRange;
     plotSettings.maxX = startRange;
     plotSettings.minY = -startRange;
     plotSettings.maxY = startRange;
-    plotter->setPlotSettings(plotSettings);
 }
 
 void XYPlotter::buildTrail()
@@ -139,8 +142,8 @@ void XYPlotter::buildCurve(int index)
         pages->addWidget(moduleValue(pages->objectName(), index));
     }
     auto *const curve = new XYaxisCombo;
-    curve->x = new AxisCombo(nullptr, unboundAddress);
-    curve->y = new AxisCombo(nullptr, unboundAddress);
+    curve->x = new AxisCombo(nullptr, AxisCombo::unboundAddress);
+    curve->y = new AxisCombo(nullptr, AxisCombo::unboundAddress);
     curve->points = new QVector<QPointF>;
     curve->point = new QPointF;
     axisCombos.append(curve);

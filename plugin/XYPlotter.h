@@ -88,6 +88,7 @@ private slots:
 private:
     void buildWindow();
     void buildPlot();
+    void setStartRange();
     void buildTrail();
     void buildCurve(int index);
     void setAccessibleNames();

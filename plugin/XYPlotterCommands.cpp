@@ -19,8 +19,6 @@
 namespace
 {
 
-constexpr double clearedRange = 10.0; // data units, to either side of 0
-
 void setColumnCaption(QStandardItemModel *model, int column, const QString &name, const QString &caption)
 {
     model->setHorizontalHeaderItem(column, new QStandardItem(name));
@@ -115,10 +113,7 @@ void XYPlotter::clearPoints()
         curve->points->resize(0);
     }
     // The plot keeps the old drawing of a curve until its next point, which also resets the range.
-    plotSettings.minX = -clearedRange;
-    plotSettings.maxX = clearedRange;
-    plotSettings.minY = -clearedRange;
-    plotSettings.maxY = clearedRange;
+    setStartRange();
     applyPlotSettings();
 }
 

@@ -19,7 +19,6 @@ namespace
 
 constexpr int moduleNoticeDelayMs = 10;
 constexpr int boxesPerCurve = 2;
-constexpr unsigned char unboundAddress = 1;
 
 const QString entryIndent = QStringLiteral("  ");
 
@@ -33,8 +32,7 @@ void XYPlotter::handleModulePlugin(KAROModuleInterface *plugin, QString msg)
     // Whichever module came or went: no source may be read before it has been chosen again.
     for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
         for (AxisCombo *const source : {curve->x, curve->y}) {
-            source->handler = nullptr;
-            source->request.setAddress(unboundAddress);
+            source->switchOff();
         }
     }
 }
@@ -113,16 +111,13 @@ void XYPlotter::setModule(int idx)
         return;
     }
     const int axes = module->numberOfAxes();
-    const bool isX = combo->objectName().endsWith(QLatin1Char('X'));
-    const bool isY = combo->objectName().endsWith(QLatin1Char('Y'));
+    const SelectorPage page(combo);
     // A module chosen on the page of one curve drives this axis of all curves.
     for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
-        if (AxisCombo *const source = isX ? curve->x : isY ? curve->y : nullptr) {
-            source->handler = module->commandHandlerInterface();
-            source->request.setAddress(module->moduleAddress());
+        if (AxisCombo *const source = page.isX() ? curve->x : page.isY() ? curve->y : nullptr) {
+            source->bind(module, module->commandHandlerInterface(), module->moduleAddress());
         }
     }
-    const SelectorPage page(combo);
     if (!page.isValid()) {
         return;
     }

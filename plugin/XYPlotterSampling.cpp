@@ -26,22 +26,24 @@ constexpr int slowestIntervalMs = 100;
 /**
  * Reads both sources, X first when they are on two channels.
  *
- * \return false when the choice of sources changed meanwhile: a channel may let the notice of a module through that
- *         comes or goes, and with it the channels may be gone
+ * \return false when a source was switched off or chosen anew meanwhile: a channel may let through that a module comes
+ *         or goes, or that the plugin is destroyed, and then the channels may be gone
  */
 bool exchangeBoth(AxisCombo *x, AxisCombo *y)
 {
     CommandHandlerInterface *const xHandler = x->handler;
     CommandHandlerInterface *const yHandler = y->handler;
-    const auto isStillChosen = [=] { return x->handler == xHandler && y->handler == yHandler; };
+    const auto isStillChosen = [=] {
+        return x->isOn() && y->isOn() && x->handler == xHandler && y->handler == yHandler;
+    };
     if (xHandler == yHandler) {
-        xHandler->sendCommandCombos({x->exchange(), y->exchange()});
+        xHandler->sendCommandCombos({&x->pair, &y->pair});
     } else {
-        xHandler->sendCommandCombos({x->exchange()});
+        xHandler->sendCommandCombos({&x->pair});
         if (!isStillChosen()) {
             return false;
         }
-        yHandler->sendCommandCombos({y->exchange()});
+        yHandler->sendCommandCombos({&y->pair});
     }
     if (!isStillChosen()) {
         return false;
@@ -95,7 +97,7 @@ void XYPlotter::sampleAll()
     bool hasNewData = false;
     for (int index = 0; index < axisCombos.size(); ++index) {
         XYaxisCombo *const curve = axisCombos.at(index);
-        if (!isRecorded(index) || curve->x->handler == nullptr || curve->y->handler == nullptr) {
+        if (!isRecorded(index) || !curve->x->isOn() || !curve->y->isOn()) {
             continue;
         }
         const bool wasRead = exchangeBoth(curve->x, curve->y);

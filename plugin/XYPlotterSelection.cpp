@@ -3,6 +3,7 @@
 #include "AxisCombo.h"
 #include "ParameterTable.h"
 #include "Plotter.h"
+#include "RegisterCommand.h"
 #include "SelectorPage.h"
 #include "TableRoles.h"
 #include "XYPlotter.h"
@@ -24,11 +25,8 @@ namespace
 {
 
 constexpr int registerChannel = 1;
-constexpr int commandReadRegister = 148;
-constexpr int commandReadChannelRegister = 149;
 constexpr int cellAlignment = 132; // horizontally and vertically centred
 constexpr int wholeWidthBits = 32;
-constexpr unsigned char unboundAddress = 1;
 
 unsigned char lowByte(const QVariant &value)
 {
@@ -40,19 +38,10 @@ QVariant cell(const QModelIndex &index, int column, int role)
     return index.sibling(index.row(), column).data(role);
 }
 
-/// What is left of the name of a part of a page: curve index and axis, for example "0X".
-QString pageSuffix(QString objectName)
+void debugChoice(const QModelIndex &index, const SelectorPage &page, const QObject *sender)
 {
-    for (const char *const word : {"cmbm", "motor", "cmds", "dockWidgetContents"}) {
-        objectName.remove(QLatin1String(word));
-    }
-    return objectName;
-}
-
-void debugChoice(const QModelIndex &index, int curveIndex, const QString &suffix, const QObject *sender)
-{
-    qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << curveIndex
-                         << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << suffix << sender
+    qCDebug(debLowLevel) << "void XYPlotter::itemClicked(QModelIndex)" << page.curve()
+                         << cell(index, TableColumn::Name, Qt::DisplayRole).toString() << page.suffix() << sender
                          << hostLineEnd << "Instruction:" << cell(index, TableColumn::Command, TableRole::Command)
                          << hostLineEnd << "Motor      :" << cell(index, TableColumn::Command, TableRole::MotorBank)
                          << hostLineEnd << "Type       :" << cell(index, TableColumn::Type, TableRole::Type)
@@ -149,7 +138,8 @@ void XYPlotter::setMotorTable(int motor)
     if (registers.isEmpty()) {
         return;
     }
-    const int command = module->getChannel() == registerChannel ? commandReadChannelRegister : commandReadRegister;
+    const int command =
+        module->getChannel() == registerChannel ? RegisterCommand::ReadOnChannel : RegisterCommand::Read;
     auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
     ParameterTable::fillRegisterTable(model, registers, command);
     showTable(page, model, alias + QStringLiteral(" [Register]"));
@@ -183,14 +173,12 @@ void XYPlotter::itemClicked(QModelIndex index)
     if (index.row() < 0 || sender() == nullptr) {
         return;
     }
-    const QString suffix = pageSuffix(sender()->objectName());
-    const int curveIndex = suffix.leftRef(1).toInt(); // one digit: ten curves at most
-    const bool isX = suffix.endsWith(QLatin1Char('X'));
-    const bool isY = suffix.endsWith(QLatin1Char('Y'));
-    const QString name = cell(index, TableColumn::Name, Qt::DisplayRole).toString();
-    debugChoice(index, curveIndex, suffix, sender());
     const SelectorPage page(qobject_cast<QWidget *>(sender()));
-    if (!page.isValid() || !(isX || isY) || curveIndex >= axisCombos.size()) {
+    const int curveIndex = page.curve();
+    const bool isX = page.isX();
+    const QString name = cell(index, TableColumn::Name, Qt::DisplayRole).toString();
+    debugChoice(index, page, sender());
+    if (!page.isValid() || !(isX || page.isY()) || curveIndex >= axisCombos.size()) {
         return;
     }
     XYaxisCombo *const curve = axisCombos.at(curveIndex);
@@ -212,8 +200,7 @@ void XYPlotter::itemClicked(QModelIndex index)
     AxisCombo *const source = isX ? curve->x : curve->y;
     bindSource(source, index);
     if (name.isEmpty()) {
-        source->handler = nullptr;
-        source->request.setAddress(unboundAddress);
+        source->switchOff();
     }
     curve->points->resize(0);
     settings.setValue(page.rememberedRowKey(), index.row());

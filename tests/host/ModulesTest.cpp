@@ -5,6 +5,10 @@
 #include "host/Register.h"
 #include "host/TempTools.h"
 
+#include <QDeadlineTimer>
+
+#include <algorithm>
+#include <array>
 #include <functional>
 
 namespace
@@ -29,6 +33,46 @@ public:
     QStringList told;
     std::function<void()> onNotice = [] {};
 };
+
+/// Answers after a time that passes on a clock of its own; the value is ten times the request's type, plus an offset.
+class SlowChannel : public CommandHandlerInterface
+{
+public:
+    void pass(int ms)
+    {
+        nowMs += ms;
+    }
+
+    QList<int> asked;
+    bool isSilent = false;
+    int answerMs = 0;
+    int offset = 0;
+    qint64 nowMs = 0;
+
+protected:
+    bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override
+    {
+        asked.append(request.type());
+        const auto remainingMs = static_cast<int>(deadline.remainingTime()) + 1;
+        const bool isLate = isSilent || (answerMs > remainingMs && answerMs < 1000);
+        pass(isLate ? remainingMs : answerMs);
+        reply.setValue(isLate ? -1 : request.type() * 10 + offset); // half received, or the answer
+        return !isLate;
+    }
+
+    qint64 nowNs() const override
+    {
+        return nowMs * 1000000;
+    }
+};
+
+CommandCombo pair(unsigned short type)
+{
+    CommandCombo made;
+    made.request.setAddress(1);
+    made.request.setType(type);
+    return made;
+}
 
 } // namespace
 
@@ -89,36 +133,135 @@ private slots:
         QCOMPARE(tools.currentRegisterList(), QList<Register *>({registers.last()}));
     }
 
-    void channelWaitsForASilentModuleOnceInAWhile()
+    void silentModuleIsWaitedForOnceInAWhile()
     {
-        ScriptedChannel channel;
-        QList<int> asked;
-        channel.answer = [&asked](const Command &request) {
-            asked.append(request.type());
-            return request.type() * 10;
-        };
-        CommandCombo first;
-        CommandCombo second;
-        first.request.setType(0xFF);
-        second.request.setType(3);
-        channel.sendCommandCombos({&second, &first});
-        QCOMPARE(first.reply.value(), 2550);
+        SlowChannel channel;
+        CommandCombo x = pair(1);
+        CommandCombo y = pair(2);
+        channel.sendCommandCombos({&y, nullptr, &x});
+        QCOMPARE(channel.asked, QList<int>({2, 1})); // in the order of the list
+        QCOMPARE(x.reply.value(), 10);
+
         channel.isSilent = true;
-        first.request.setType(1);
-        channel.sendCommandCombos({&first, &second});
-        QCOMPARE(asked, QList<int>({3, 0xFF, 1})); // in their order, and one wait for both
-        QVERIFY(first.reply.status() == Command::Status::Unanswered);
-        QVERIFY(second.reply.status() == Command::Status::Unanswered);
-        QCOMPARE(first.reply.value(), 2550); // the old value, not what was half received
+        x.request.setType(7);
+        channel.sendCommandCombos({&x, &y});
+        QCOMPARE(channel.asked, QList<int>({2, 1, 7})); // one wait for both
+        QVERIFY(x.reply.status() == Command::Status::Unanswered && y.reply.status() == Command::Status::Unanswered);
+        QVERIFY(channel.isSilenced());
 
         channel.isSilent = false;
+        channel.pass(CommandHandlerInterface::retryIntervalMs - 1);
+        CommandCombo other = pair(3);
+        other.reply.setStatus(Command::Status::Answered);
+        channel.sendCommandCombos({&other});
+        QVERIFY(other.reply.status() == Command::Status::Unanswered); // at once, whoever asks
+        QCOMPARE(channel.asked.size(), 3);
+        channel.pass(1);
+        channel.sendCommandCombos({&x, &y});
+        QCOMPARE(x.reply.value(), 70);
+        QVERIFY(!channel.isSilenced());
+        QCOMPARE(channel.statistics().exchanges, 4U);
+        QCOMPARE(channel.statistics().answeredExchanges, 2U);
+        QCOMPARE(channel.statistics().requests, 7U);
+        QCOMPARE(channel.statistics().unanswered, 3U);
+        QCOMPARE(channel.statistics().rests, 0U);
+    }
+
+    void incompleteExchangeFillsNothing_data()
+    {
+        QTest::addColumn<int>("answerMs");
+        QTest::addColumn<int>("fitting"); // requests that are answered within the deadline
+        QTest::newRow("50 ms") << 50 << 2;
+        QTest::newRow("70 ms") << 70 << 0;
+        QTest::newRow("waits longer than it may") << 2000 << 0;
+    }
+
+    void incompleteExchangeFillsNothing()
+    {
+        QFETCH(int, answerMs);
+        SlowChannel channel;
+        CommandCombo x = pair(1);
+        CommandCombo y = pair(2);
+        channel.sendCommandCombos({&x, &y});
+        channel.offset = 1;
+        channel.answerMs = answerMs;
+        channel.sendCommandCombos({&x, &y});
+        QFETCH(int, fitting);
+        QCOMPARE(x.reply.value(), fitting == 2 ? 11 : 10);
+        QCOMPARE(y.reply.value(), fitting == 2 ? 21 : 20);
+        QCOMPARE(channel.isSilenced(), fitting == 0);
+        const int longestMs = qMax(answerMs, CommandHandlerInterface::exchangeDeadlineMs + 1);
+        QVERIFY(channel.statistics().lastDurationNs <= longestMs * 1000000LL);
+
+        channel.pass(60000);
+        channel.offset = 2;
+        channel.sendCommandCombos({&x});
+        QCOMPARE(x.reply.value(), answerMs <= CommandHandlerInterface::exchangeDeadlineMs ? 12 : 10);
+    }
+
+    void slowModulePaysWithItsOwnRate_data()
+    {
+        QTest::addColumn<int>("answerMs");
+        QTest::addColumn<int>("busyMs"); // at most, in 100 s
+        QTest::newRow("slow") << 50 << 10100;
+        QTest::newRow("a little slow") << 5 << 10100;
+        QTest::newRow("ignores the deadline") << 2000 << 12000;
+        QTest::newRow("brief exchanges cost nothing") << 1 << 100000;
+    }
+
+    void slowModulePaysWithItsOwnRate()
+    {
+        QFETCH(int, answerMs);
+        QFETCH(int, busyMs);
+        SlowChannel channel;
+        std::array<CommandCombo, 8> pairs;
+        for (std::size_t index = 0; index < pairs.size(); ++index) {
+            pairs[index] = pair(static_cast<unsigned short>(index + 1));
+        }
+        std::array<int, 4> turns{};
+        channel.answerMs = answerMs;
+        while (channel.nowMs < 100000) {
+            for (std::size_t curve = 0; curve < turns.size(); ++curve) {
+                const auto answered = channel.statistics().answeredExchanges;
+                channel.sendCommandCombos({&pairs[2 * curve], &pairs[2 * curve + 1]});
+                turns[curve] += static_cast<int>(channel.statistics().answeredExchanges - answered);
+            }
+            channel.pass(14);
+        }
+        const auto busy = static_cast<int>(channel.statistics().totalDurationNs / 1000000);
+        QVERIFY2(busy <= busyMs, qPrintable(QString::number(busy)));
+        if (answerMs > CommandHandlerInterface::exchangeDeadlineMs) {
+            return; // never answers in time
+        }
+        const auto fewest = *std::min_element(turns.cbegin(), turns.cend());
+        const auto most = *std::max_element(turns.cbegin(), turns.cend());
+        QVERIFY2(most - fewest <= 1, qPrintable(QStringLiteral("%1 to %2").arg(fewest).arg(most)));
+        QCOMPARE(channel.statistics().rests == 0U, answerMs == 1);
+        QVERIFY2(busy >= 9000, qPrintable(QString::number(busy))); // and it gets what it may have
+    }
+
+    void restsAreEndedByANewRequestAndNotByACallerThatIsGone()
+    {
+        SlowChannel channel;
+        CommandCombo first = pair(1);
+        CommandCombo second = pair(2);
+        channel.answerMs = 60;
+        channel.sendCommandCombos({&first});
         channel.sendCommandCombos({&second});
-        QCOMPARE(asked.size(), 3);
-        const auto isAnswered = [&] {
-            channel.sendCommandCombos({&second});
-            return second.reply.status() == Command::Status::Answered;
-        };
-        QTRY_VERIFY_WITH_TIMEOUT(isAnswered(), CommandHandlerInterface::retryIntervalMs * 4);
+        channel.offset = 1;
+        channel.sendCommandCombos({&second}); // turned away, and never asks again
+        QCOMPARE(second.reply.value(), 20);
+        QVERIFY(second.reply.status() == Command::Status::Answered);
+
+        first.request.setType(9); // another value: the reply of the old one would be taken for it
+        channel.sendCommandCombos({&first});
+        QCOMPARE(first.reply.value(), 91);
+        channel.offset = 2;
+        for (int tick = 0; tick < 200; ++tick) {
+            channel.pass(14);
+            channel.sendCommandCombos({&first});
+        }
+        QCOMPARE(first.reply.value(), 92);
     }
 };
 

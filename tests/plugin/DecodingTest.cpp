@@ -5,9 +5,13 @@
 #include "ScriptedModule.h"
 #include "TableRoles.h"
 
+#include "host/ExportCSV.h"
 #include "host/RegisterSet.h"
 
 #include <QStandardItemModel>
+
+// Where the plugin puts the module captions of a table, the substitute's export window looks for them.
+static_assert(TableRole::Caption == ExportCSV::captionRole, "one role for module captions");
 
 namespace
 {

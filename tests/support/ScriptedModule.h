@@ -27,6 +27,7 @@ public:
     std::function<void()> onExchange = [] {}; ///< called in the middle of every exchange
     QVector<QVector<Command>> exchanges;      ///< the requests of each exchange
     bool isSilent = false;
+    std::function<qint64()> clock; ///< ns; the real one while it is empty
 
 protected:
     bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override
@@ -34,6 +35,11 @@ protected:
         Q_UNUSED(deadline)
         reply.setValue(answer(request));
         return !isSilent;
+    }
+
+    qint64 nowNs() const override
+    {
+        return clock ? clock() : CommandHandlerInterface::nowNs();
     }
 };
 

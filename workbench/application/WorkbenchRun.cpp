@@ -186,6 +186,11 @@ int WorkbenchRun::runRecorded()
             return fail(error);
         }
     }
+    if (watch->linesWithOldValues() > 0) {
+        m_terminal.printError(Text::tr("%1: lines with old values, because a module did not answer: %2")
+                                  .arg(watch->path())
+                                  .arg(watch->linesWithOldValues()));
+    }
     if (m_selfTest == nullptr) {
         m_terminal.print(Text::tr("Lines recorded: %1; the log is %2").arg(watch->dataLines()).arg(watch->path()));
     }

@@ -2,6 +2,7 @@
 
 #include <QMutex>
 #include <QMutexLocker>
+#include <QThread>
 
 #include <algorithm>
 #include <iterator>
@@ -80,10 +81,16 @@ MessageLog::~MessageLog()
     shared.isInstalled = false;
 }
 
+void MessageLog::setMarker(const std::function<bool()> &marker)
+{
+    const QMutexLocker locker(&listening().mutex);
+    m_marker = marker;
+}
+
 void MessageLog::note(QtMsgType type, const QString &text)
 {
     const QMutexLocker locker(&listening().mutex);
-    m_waiting.push_back({QTime::currentTime(), type, QStringLiteral("workbench"), text});
+    m_waiting.push_back({QTime::currentTime(), type, QStringLiteral("workbench"), text, false});
 }
 
 void MessageLog::deliver()
@@ -107,9 +114,10 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
     Listening &shared = listening();
     QtMessageHandler next = nullptr;
     {
-        const LogMessage message = {QTime::currentTime(), type, QString::fromUtf8(context.category), text};
+        LogMessage message = {QTime::currentTime(), type, QString::fromUtf8(context.category), text, false};
         const QMutexLocker locker(&shared.mutex);
         for (MessageLog *const log : qAsConst(shared.logs)) {
+            message.isMarked = log->m_marker && log->thread() == QThread::currentThread() && log->m_marker();
             log->m_waiting.push_back(message);
             if (log->m_waiting.size() > mostWaiting) {
                 log->m_waiting.pop_front();

@@ -8,6 +8,7 @@
 #include <QVector>
 
 #include <deque>
+#include <functional>
 
 /// One message that went to the toolkit's logger.
 struct LogMessage
@@ -16,6 +17,7 @@ struct LogMessage
     QtMsgType type = QtDebugMsg;
     QString category;
     QString text;
+    bool isMarked = false; ///< what the log's marker said when it arrived
 };
 Q_DECLARE_TYPEINFO(LogMessage, Q_MOVABLE_TYPE);
 
@@ -40,6 +42,9 @@ public:
     explicit MessageLog(QObject *parent = nullptr);
     ~MessageLog() override;
 
+    /// \a marker is asked about every message of this object's thread when it arrives; it must not log anything itself.
+    void setMarker(const std::function<bool()> &marker);
+
     /// Adds a message of the workbench's own, which goes nowhere else. On the thread of this object.
     void note(QtMsgType type, const QString &text);
 
@@ -54,5 +59,6 @@ private:
     static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text);
 
     std::deque<LogMessage> m_waiting; // guarded by a mutex that all logs share
+    std::function<bool()> m_marker;
     QTimer m_deliveryTimer;
 };

@@ -63,10 +63,19 @@ void RecordingWatch::boxToggled(bool on)
     m_chosenPath.clear();
 }
 
-void RecordingWatch::linesAnnounced(int lines)
+void RecordingWatch::linesAnnounced(int lines, int withOldValues)
 {
     if (m_state == State::Recording && m_announced >= 0) {
         m_announced += lines;
+        m_withOldValues += withOldValues;
+    }
+}
+
+void RecordingWatch::setSilentModules(const QStringList &keys)
+{
+    if (keys != m_silentModules) {
+        m_silentModules = keys;
+        emit changed();
     }
 }
 
@@ -133,12 +142,33 @@ QString RecordingWatch::headline() const
     if (m_container.isNull() || !m_container->isVisible()) {
         return tr("Recording into %1 rests: nothing is sampled while the window is hidden").arg(name);
     }
-    return tr("Recording into %1, %2").arg(name, lineCount(dataLines()));
+    const QString base = tr("Recording into %1, %2").arg(name, lineCount(dataLines()));
+    return warning().isEmpty() ? base : tr("%1; %2").arg(base, warning());
 }
 
 QString RecordingWatch::problem() const
 {
     return m_problem;
+}
+
+QString RecordingWatch::warning() const
+{
+    if (m_state != State::Recording) {
+        return {};
+    }
+    QStringList parts;
+    if (m_withOldValues > 0) {
+        parts.append(tr("%1 with old values").arg(lineCount(m_withOldValues)));
+    }
+    if (!m_silentModules.isEmpty()) {
+        parts.append(tr("not answering: %1").arg(m_silentModules.join(QStringLiteral(", "))));
+    }
+    return parts.join(QStringLiteral("; "));
+}
+
+int RecordingWatch::linesWithOldValues() const
+{
+    return m_withOldValues;
 }
 
 int RecordingWatch::missingLines() const
@@ -163,6 +193,7 @@ void RecordingWatch::begin()
 {
     m_announced = 0;
     m_missingBefore = 0;
+    m_withOldValues = 0;
     m_lastFailure.clear();
     m_file = LogFollower(m_chosenPath);
     if (m_chosenPath.isEmpty()) {

@@ -43,8 +43,10 @@ public:
     void dialogOpened(QFileDialog *dialog);
     /// The box has changed and the container is done with it.
     void boxToggled(bool on);
-    /// \a lines more were sampled and, as the container believes, written.
-    void linesAnnounced(int lines);
+    /// \a lines more were sampled and, as the container believes, written, some of them with old values.
+    void linesAnnounced(int lines, int withOldValues);
+    /// The keys of the modules that do not answer right now.
+    void setSilentModules(const QStringList &keys);
     /// It is no longer known how many lines were announced.
     void forgetAnnouncements();
     /// Looks at the file.
@@ -61,6 +63,11 @@ public:
     QString headline() const;
     /// What is wrong right now; empty when all that was sampled is in the file, as far as is known.
     QString problem() const;
+    /// What the lines of the recording that runs lack though they are in the file; empty when nothing is known.
+    QString warning() const;
+    /// Lines of the current or last recording in which a value, or all of a curve's, is that of an earlier tick
+    /// because its module did not answer, or rested.
+    int linesWithOldValues() const;
     /// Lines that were announced and are not in the file, 0 when that is not known.
     int missingLines() const;
     /// The last write that failed, with the time when it was noticed; empty when there was none.
@@ -95,6 +102,8 @@ private:
     LogFollower m_file;
     int m_announced = -1; // lines; -1 when not known
     int m_missingBefore = 0;
+    int m_withOldValues = 0; // lines
+    QStringList m_silentModules;
     QString m_problem;
     QString m_lastFailure;
 };

@@ -1,6 +1,7 @@
 #include "logging/Recordings.h"
 
 #include "PlotterWindow.h"
+#include "modules/ModuleRack.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -9,12 +10,20 @@
 
 #include <algorithm>
 
-Recordings::Recordings(MessageLog *log, QObject *parent) : QObject(parent), m_log(log)
+Recordings::Recordings(MessageLog *log, const ModuleRack *rack, QObject *parent)
+    : QObject(parent), m_log(log), m_rack(rack)
 {
+    // A container samples and announces its line in one timer event: what was not answered in it is old in the line.
+    m_log->setMarker([this] { return m_rack->missedAnswers() > m_missedAtTick; });
     qApp->installEventFilter(this);
     connect(m_log, &MessageLog::arrived, this, &Recordings::hear);
     connect(&m_lookTimer, &QTimer::timeout, this, &Recordings::look);
     m_lookTimer.start(lookIntervalMs);
+}
+
+Recordings::~Recordings()
+{
+    m_log->setMarker({});
 }
 
 void Recordings::windowOpened(QWidget *container, const QString &title)
@@ -51,6 +60,13 @@ RecordingWatch *Recordings::watch(QWidget *container) const
     return m_byContainer.value(container);
 }
 
+void Recordings::setSilentModules(const QStringList &keys)
+{
+    for (RecordingWatch *const watch : qAsConst(m_watches)) {
+        watch->setSilentModules(keys);
+    }
+}
+
 void Recordings::look()
 {
     // A line is announced before the container closes the file behind it: from the event loop both are complete, and
@@ -75,14 +91,19 @@ QString Recordings::summary() const
     return running.isEmpty() ? tr("Not recording") : running.join(QStringLiteral("; "));
 }
 
-bool Recordings::hasProblem() const
+bool Recordings::hasTrouble() const
 {
-    return std::any_of(m_watches.cbegin(), m_watches.cend(),
-                       [](const RecordingWatch *watch) { return !watch->problem().isEmpty(); });
+    return std::any_of(m_watches.cbegin(), m_watches.cend(), [](const RecordingWatch *watch) {
+        return !watch->problem().isEmpty() || !watch->warning().isEmpty();
+    });
 }
 
 bool Recordings::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::Timer && watched->isWidgetType() &&
+        m_byContainer.contains(static_cast<QWidget *>(watched))) {
+        m_missedAtTick = m_rack->missedAnswers();
+    }
     if (event->type() != QEvent::Show) {
         return false;
     }
@@ -101,9 +122,14 @@ bool Recordings::eventFilter(QObject *watched, QEvent *event)
 
 void Recordings::hear(const QVector<LogMessage> &messages)
 {
-    const auto count = std::count_if(messages.cbegin(), messages.cend(), [](const LogMessage &message) {
-        return message.type == QtDebugMsg && PlotterWindow::announcesLogLine(message.text);
-    });
+    int count = 0;
+    int withOldValues = 0;
+    for (const LogMessage &message : messages) {
+        if (message.type == QtDebugMsg && PlotterWindow::announcesLogLine(message.text)) {
+            ++count;
+            withOldValues += message.isMarked ? 1 : 0;
+        }
+    }
     if (count == 0) {
         return;
     }
@@ -113,6 +139,6 @@ void Recordings::hear(const QVector<LogMessage> &messages)
     const bool isOneOnly = std::count_if(m_watches.cbegin(), m_watches.cend(), isRecording) == 1;
     for (RecordingWatch *const watch : qAsConst(m_watches)) {
         // The messages do not tell whose they are: of two that record at once none can be counted.
-        isOneOnly ? watch->linesAnnounced(int(count)) : watch->forgetAnnouncements();
+        isOneOnly ? watch->linesAnnounced(count, withOldValues) : watch->forgetAnnouncements();
     }
 }

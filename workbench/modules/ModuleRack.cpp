@@ -100,6 +100,24 @@ void ModuleRack::setSilent(int index, bool silent)
     emit changed(index);
 }
 
+int ModuleRack::answerTime(int index) const
+{
+    return m_places.at(index).answerTimeMs;
+}
+
+void ModuleRack::setAnswerTime(int index, int ms)
+{
+    Place &place = m_places[index];
+    if (place.answerTimeMs == ms) {
+        return;
+    }
+    place.answerTimeMs = ms;
+    if (!place.module.isNull()) {
+        place.module->setAnswerTime(ms);
+    }
+    emit changed(index);
+}
+
 std::optional<CommandHandlerInterface::Statistics> ModuleRack::statistics(int index) const
 {
     const QPointer<SimulatedModule> &module = m_places.at(index).module;
@@ -117,6 +135,16 @@ quint64 ModuleRack::answeredRequests() const
         answered += counted ? counted->requests - counted->unanswered : 0;
     }
     return answered;
+}
+
+quint64 ModuleRack::missedAnswers() const
+{
+    quint64 missed = 0;
+    for (int index = 0; index < count(); ++index) {
+        const auto counted = statistics(index);
+        missed += counted ? counted->unanswered + counted->rests : 0;
+    }
+    return missed;
 }
 
 qint64 ModuleRack::simulatedMs() const
@@ -137,6 +165,7 @@ bool ModuleRack::plugIn(Place &place)
     }
     module->setMoving(place.isMoving);
     module->setSilent(place.isSilent);
+    module->setAnswerTime(place.answerTimeMs);
     if (!m_handler->addModulePlugin(module.get())) {
         return false;
     }

@@ -44,17 +44,21 @@ public:
     const ModuleSettings &description(int index) const;
 
     bool isPluggedIn(int index) const;
-    bool isMoving(int index) const; ///< Set for the module, be it plugged in or not.
-    bool isSilent(int index) const; ///< Set for the module, be it plugged in or not.
+    bool isMoving(int index) const;  ///< Set for the module, be it plugged in or not.
+    bool isSilent(int index) const;  ///< Set for the module, be it plugged in or not.
+    int answerTime(int index) const; ///< ms; set for the module, be it plugged in or not.
 
     void setPluggedIn(int index, bool pluggedIn); ///< Taken out, the module is destroyed.
     void setMoving(int index, bool moving);
     void setSilent(int index, bool silent);
+    void setAnswerTime(int index, int ms); ///< See SimulatedModule::setAnswerTime().
 
     /// What the channel of the module at place \a index has done; none while the module is taken out.
     std::optional<CommandHandlerInterface::Statistics> statistics(int index) const;
     /// Requests that got an answer since the start, of the modules that are plugged in.
     quint64 answeredRequests() const;
+    /// Requests that got no answer, and calls that were turned away in a rest, of the modules that are plugged in.
+    quint64 missedAnswers() const;
     qint64 simulatedMs() const;
 
 signals:
@@ -68,6 +72,7 @@ private:
         quint32 seed = 0;
         bool isMoving = true;
         bool isSilent = false;
+        int answerTimeMs = 0;
         QPointer<SimulatedModule> module; // owned by the registry; null while taken out
     };
 

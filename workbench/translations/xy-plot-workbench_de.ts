@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en_US">
 <context>
+    <name>AnswerWatch</name>
+    <message>
+        <source>Not answering since %1</source>
+        <translation>Antwortet nicht seit %1</translation>
+    </message>
+    <message>
+        <source>Slow: %1 answers/s</source>
+        <translation>Langsam: %1 Antworten/s</translation>
+    </message>
+</context>
+<context>
     <name>ExchangePanel</name>
     <message>
         <source>Exchanges with the modules</source>
@@ -10,10 +21,6 @@
     <message>
         <source>Module</source>
         <translation>Modul</translation>
-    </message>
-    <message>
-        <source>Exchanges/s</source>
-        <translation>Abfragen/s</translation>
     </message>
     <message>
         <source>Last [µs]</source>
@@ -34,6 +41,10 @@
     <message>
         <source>Requests that got no answer in time</source>
         <translation>Anfragen, die nicht rechtzeitig beantwortet wurden</translation>
+    </message>
+    <message>
+        <source>Answers/s</source>
+        <translation>Antworten/s</translation>
     </message>
 </context>
 <context>
@@ -165,10 +176,6 @@
         <translation>Abfragen</translation>
     </message>
     <message>
-        <source>%1 exchanges/s</source>
-        <translation>%1 Abfragen/s</translation>
-    </message>
-    <message>
         <source>Open %1, or bring its window to the front</source>
         <translation>%1 öffnen oder das Fenster nach vorn holen</translation>
     </message>
@@ -183,6 +190,22 @@
     <message>
         <source>New %1</source>
         <translation>Neu: %1</translation>
+    </message>
+    <message>
+        <source>%1 does not answer any more</source>
+        <translation>%1 antwortet nicht mehr</translation>
+    </message>
+    <message>
+        <source>%1 answers again, after %2 s</source>
+        <translation>%1 antwortet wieder, nach %2 s</translation>
+    </message>
+    <message>
+        <source>%1 answers/s</source>
+        <translation>%1 Antworten/s</translation>
+    </message>
+    <message>
+        <source>, not answering: %1</source>
+        <translation>, antwortet nicht: %1</translation>
     </message>
 </context>
 <context>
@@ -304,6 +327,26 @@
     <message>
         <source>A silent module gets requests and answers none</source>
         <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
+    </message>
+    <message>
+        <source>%1: time of an answer</source>
+        <translation>%1: Zeit einer Antwort</translation>
+    </message>
+    <message>
+        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
+        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
+    </message>
+    <message>
+        <source>Answers at once</source>
+        <translation>Antwortet sofort</translation>
+    </message>
+    <message>
+        <source>Slow: %1 ms</source>
+        <translation>Langsam: %1 ms</translation>
+    </message>
+    <message>
+        <source>Too late: %1 ms</source>
+        <translation>Zu spät: %1 ms</translation>
     </message>
 </context>
 <context>
@@ -520,6 +563,10 @@ Optionen:
         <source>Last failure, %1</source>
         <translation>Letzter Fehler, %1</translation>
     </message>
+    <message>
+        <source>, with old values: %1</source>
+        <translation>, mit alten Werten: %1</translation>
+    </message>
 </context>
 <context>
     <name>RecordingWatch</name>
@@ -598,6 +645,18 @@ Optionen:
     <message>
         <source>%1 was replaced while recording: its header and %2 are gone</source>
         <translation>%1 wurde während der Aufzeichnung ersetzt: Der Kopf und %2 sind weg</translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation>%1; %2</translation>
+    </message>
+    <message>
+        <source>%1 with old values</source>
+        <translation>%1 mit alten Werten</translation>
+    </message>
+    <message>
+        <source>not answering: %1</source>
+        <translation>antwortet nicht: %1</translation>
     </message>
 </context>
 <context>
@@ -883,6 +942,10 @@ Optionen:
     <message>
         <source>scene: &quot;%1&quot; ran for %2 s and was recorded</source>
         <translation>Szene: „%1“ lief %2 s lang und wurde aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>%1: lines with old values, because a module did not answer: %2</source>
+        <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
     </message>
 </context>
 </TS>

@@ -1,13 +1,12 @@
 #include "window/ExchangePanel.h"
 
+#include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
 
 #include <QHeaderView>
 #include <QLocale>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-
-#include <numeric>
 
 namespace
 {
@@ -26,14 +25,21 @@ enum Column
 constexpr double nsPerUs = 1000.0;
 constexpr int leastHeight = 48; // widget pixels
 
+/// Mean duration of all exchanges in µs; 0 before the first one.
+double meanDurationUs(const CommandHandlerInterface::Statistics &statistics)
+{
+    return statistics.exchanges == 0 ? 0.0
+                                     : double(statistics.totalDurationNs) / double(statistics.exchanges) / nsPerUs;
+}
+
 } // namespace
 
-ExchangePanel::ExchangePanel(const ModuleRack *rack, QWidget *parent)
-    : QWidget(parent), m_rack(rack), m_table(new QTreeWidget)
+ExchangePanel::ExchangePanel(const ModuleRack *rack, const AnswerWatch *watch, QWidget *parent)
+    : QWidget(parent), m_rack(rack), m_watch(watch), m_table(new QTreeWidget)
 {
     m_table->setAccessibleName(tr("Exchanges with the modules"));
     m_table->setHeaderLabels(
-        {tr("Module"), tr("Exchanges/s"), tr("Last [µs]"), tr("Mean [µs]"), tr("Longest [µs]"), tr("Unanswered")});
+        {tr("Module"), tr("Answers/s"), tr("Last [µs]"), tr("Mean [µs]"), tr("Longest [µs]"), tr("Unanswered")});
     m_table->headerItem()->setToolTip(Unanswered, tr("Requests that got no answer in time"));
     m_table->setRootIsDecorated(false);
     m_table->setUniformRowHeights(true);
@@ -47,36 +53,21 @@ ExchangePanel::ExchangePanel(const ModuleRack *rack, QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_table);
 
-    m_clock.start();
-    connect(&m_timer, &QTimer::timeout, this, [this] { refresh(m_clock.elapsed()); });
-    m_timer.start(refreshIntervalMs);
-    refresh(0);
+    connect(m_watch, &AnswerWatch::looked, this, &ExchangePanel::refresh);
+    refresh();
 }
 
-void ExchangePanel::refresh(qint64 nowMs)
+void ExchangePanel::refresh()
 {
-    while (m_rates.size() < m_rack->count()) {
-        m_rates.append(ExchangeRate());
+    while (m_table->topLevelItemCount() < m_rack->count()) {
         auto *const item = new QTreeWidgetItem(m_table);
         for (int column = PerSecond; column < ColumnCount; ++column) {
             item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
         }
     }
-    for (int index = 0; index < m_rates.size(); ++index) {
-        if (const auto statistics = m_rack->statistics(index)) {
-            m_rates[index].note(*statistics, nowMs);
-        } else {
-            m_rates[index].reset();
-        }
+    for (int index = 0; index < m_rack->count(); ++index) {
         showRow(index);
     }
-    emit refreshed();
-}
-
-double ExchangePanel::perSecond() const
-{
-    return std::accumulate(m_rates.cbegin(), m_rates.cend(), 0.0,
-                           [](double sum, const ExchangeRate &rate) { return sum + rate.perSecond(); });
 }
 
 void ExchangePanel::showRow(int index)
@@ -93,7 +84,7 @@ void ExchangePanel::showRow(int index)
     }
     const QLocale locale;
     const auto number = [&](double value) { return locale.toString(value, 'f', 1); };
-    item->setText(PerSecond, number(m_rates.at(index).perSecond()));
+    item->setText(PerSecond, number(m_watch->answersPerSecond(index)));
     item->setText(Last, number(double(statistics->lastDurationNs) / nsPerUs));
     item->setText(Mean, number(meanDurationUs(*statistics)));
     item->setText(Longest, number(double(statistics->longestDurationNs) / nsPerUs));

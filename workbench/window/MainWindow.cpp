@@ -1,6 +1,7 @@
 #include "window/MainWindow.h"
 
 #include "logging/Recordings.h"
+#include "modules/AnswerWatch.h"
 #include "window/ContainerWindow.h"
 #include "window/ExchangePanel.h"
 #include "window/HintBar.h"
@@ -48,7 +49,8 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     : QMainWindow(parent)
     , m_workbench(workbench)
     , m_workspace(new QMdiArea)
-    , m_recordings(new Recordings(&workbench->messages(), this))
+    , m_answers(new AnswerWatch(&workbench->modules(), this))
+    , m_recordings(new Recordings(&workbench->messages(), &workbench->modules(), this))
 {
     setWindowTitle(tr("Container Workbench"));
     setMinimumSize(leastWidth, leastHeight);
@@ -199,16 +201,16 @@ void MainWindow::makeNewContainerActions(QMenu *menu)
 void MainWindow::makeDocks()
 {
     QDockWidget *const modules = addDock(Qt::RightDockWidgetArea, tr("Simulated Modules"), "moduleDock",
-                                         new ModulePanel(&m_workbench->modules()), "Ctrl+M");
+                                         new ModulePanel(&m_workbench->modules(), m_answers), "Ctrl+M");
     resizeDocks({modules}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
 
-    m_exchanges = new ExchangePanel(&m_workbench->modules());
+    auto *const exchangePanel = new ExchangePanel(&m_workbench->modules(), m_answers);
     QDockWidget *const messages = addDock(Qt::BottomDockWidgetArea, tr("Messages"), "messageDock",
                                           new MessagePanel(&m_workbench->messages()), "Ctrl+G");
     m_recordingDock =
         addDock(Qt::BottomDockWidgetArea, tr("Recording"), "recordingDock", new RecordingPanel(m_recordings), "Ctrl+R");
     QDockWidget *const exchanges =
-        addDock(Qt::BottomDockWidgetArea, tr("Exchanges"), "exchangeDock", m_exchanges, "Ctrl+E");
+        addDock(Qt::BottomDockWidgetArea, tr("Exchanges"), "exchangeDock", exchangePanel, "Ctrl+E");
     tabifyDockWidget(messages, m_recordingDock);
     tabifyDockWidget(m_recordingDock, exchanges);
     messages->raise();
@@ -238,9 +240,9 @@ QDockWidget *MainWindow::addDock(Qt::DockWidgetArea area, const QString &title, 
 void MainWindow::makeStatusBar()
 {
     m_recordingState = new QLabel;
-    m_exchangeRate = new QLabel;
+    m_answerRate = new QLabel;
     m_moduleCount = new QLabel;
-    for (QLabel *const label : {m_recordingState, m_exchangeRate, m_moduleCount}) {
+    for (QLabel *const label : {m_recordingState, m_answerRate, m_moduleCount}) {
         label->setContentsMargins(statusMargin, 0, statusMargin, 0);
         statusBar()->addPermanentWidget(label);
     }
@@ -250,9 +252,7 @@ void MainWindow::makeStatusBar()
         m_recordingDock->show();
         m_recordingDock->raise();
     });
-    connect(m_exchanges, &ExchangePanel::refreshed, this, [this] {
-        m_exchangeRate->setText(tr("%1 exchanges/s").arg(QLocale().toString(m_exchanges->perSecond(), 'f', 0)));
-    });
+    watchAnswers();
     connect(&m_workbench->modules(), &ModuleRack::changed, this, &MainWindow::showModuleCount);
     // What a container tells by the logger only, such as where its screenshot went, is shown for a while.
     connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
@@ -327,6 +327,36 @@ void MainWindow::showModuleCount()
     m_moduleCount->setText(tr("%1 of %2 modules plugged in").arg(pluggedIn).arg(modules.count()));
 }
 
+void MainWindow::watchAnswers()
+{
+    connect(m_answers, &AnswerWatch::looked, this, &MainWindow::showAnswers);
+    connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
+        const QString &key = m_workbench->modules().description(index).key;
+        m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));
+    });
+    connect(m_answers, &AnswerWatch::answersAgain, this, [this](int index, int seconds) {
+        const QString &key = m_workbench->modules().description(index).key;
+        m_workbench->messages().note(QtInfoMsg, tr("%1 answers again, after %2 s").arg(key).arg(seconds));
+    });
+    showAnswers();
+}
+
+void MainWindow::showAnswers()
+{
+    const QStringList silent = m_answers->silentModules();
+    QString text = tr("%1 answers/s").arg(QLocale().toString(m_answers->answersPerSecond(), 'f', 0));
+    if (!silent.isEmpty()) {
+        text +=
+            tr(", not answering: %1").arg(silent.size() == 1 ? silent.constFirst() : QString::number(silent.size()));
+    }
+    m_answerRate->setText(text);
+    m_answerRate->setToolTip(silent.join(QLatin1Char('\n')));
+    QFont font = statusBar()->font();
+    font.setBold(!silent.isEmpty());
+    m_answerRate->setFont(font);
+    m_recordings->setSilentModules(silent);
+}
+
 void MainWindow::showRecordings()
 {
     const QString summary = m_recordings->summary();
@@ -334,6 +364,6 @@ void MainWindow::showRecordings()
     m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
     m_recordingState->setToolTip(summary);
     QFont font = statusBar()->font();
-    font.setBold(m_recordings->hasProblem());
+    font.setBold(m_recordings->hasTrouble());
     m_recordingState->setFont(font);
 }

@@ -4,9 +4,9 @@
 #include <QMainWindow>
 #include <QPointer>
 
+class AnswerWatch;
 class ContainerInterface;
 class ContainerWindow;
-class ExchangePanel;
 class QDockWidget;
 class QLabel;
 class QMdiArea;
@@ -66,17 +66,19 @@ private:
     void closeContainers();
     void showModuleCount();
     void showRecordings();
+    void watchAnswers();
+    void showAnswers();
 
     Workbench *const m_workbench; // not owned
     QMdiArea *const m_workspace;
     QToolBar *m_toolBar = nullptr;
     QMenu *m_containerMenu = nullptr;
     QMenu *m_viewMenu = nullptr;
+    AnswerWatch *const m_answers;
     Recordings *const m_recordings;
     QDockWidget *m_recordingDock = nullptr;
-    ExchangePanel *m_exchanges = nullptr;
     QLabel *m_recordingState = nullptr;
-    QLabel *m_exchangeRate = nullptr;
+    QLabel *m_answerRate = nullptr;
     QLabel *m_moduleCount = nullptr;
     QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
 };

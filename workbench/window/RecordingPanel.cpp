@@ -31,6 +31,9 @@ QString countsOf(const RecordingWatch &watch)
     if (watch.missingLines() > 0) {
         text += RecordingPanel::tr(", not in the file: %1").arg(locale.toString(watch.missingLines()));
     }
+    if (watch.linesWithOldValues() > 0) {
+        text += RecordingPanel::tr(", with old values: %1").arg(locale.toString(watch.linesWithOldValues()));
+    }
     return text;
 }
 
@@ -95,7 +98,7 @@ void RecordingPanel::add(RecordingWatch *watch)
 
 void RecordingPanel::show(const RecordingWatch &watch, const Entry &entry)
 {
-    const bool hasProblem = !watch.problem().isEmpty();
+    const bool hasProblem = !watch.problem().isEmpty() || !watch.warning().isEmpty();
     const int side = entry.symbol->style()->pixelMetric(QStyle::PM_SmallIconSize);
     const QIcon icon = entry.symbol->style()->standardIcon(QStyle::SP_MessageBoxWarning);
     entry.symbol->setPixmap(hasProblem ? icon.pixmap(side, side) : QPixmap());

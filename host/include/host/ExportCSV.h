@@ -24,6 +24,7 @@ class HOST_EXPORT ExportCSV : public QWidget
     Q_OBJECT
 
 public:
+    /// Data role of the horizontal header under which plugins put module captions.
     static constexpr int captionRole = Qt::UserRole + 6;
 
     /// \a model may be null; \a flags are those of the window, which is a window whatever they say.

@@ -4,6 +4,9 @@
 #include "modules/simulation/SimulationClock.h"
 #include "modules/simulation/ValueTable.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 SimulatedChannel::SimulatedChannel(SimulationClock *clock, SimulatedMachine *machine, const ValueTable *values,
                                    unsigned char moduleAddress)
     : m_clock(clock), m_machine(machine), m_values(values), m_moduleAddress(moduleAddress)
@@ -27,13 +30,28 @@ bool SimulatedChannel::isSilent() const
     return m_silent;
 }
 
+void SimulatedChannel::setAnswerTime(int ms)
+{
+    m_answerTimeMs = qMax(0, ms);
+}
+
+int SimulatedChannel::answerTime() const
+{
+    return m_answerTimeMs;
+}
+
 bool SimulatedChannel::transact(const Command &request, Command &reply, const QDeadlineTimer &deadline)
 {
-    // The answer to every request is known at once, and waiting for one that will not come would only freeze the
-    // workbench.
-    Q_UNUSED(deadline)
+    // Waiting for an answer that will never come would only freeze the workbench.
     if (m_silent) {
         return false;
+    }
+    if (m_answerTimeMs > 0) {
+        const qint64 patienceMs = deadline.remainingTime();
+        QThread::msleep(static_cast<unsigned long>(qMin<qint64>(m_answerTimeMs, patienceMs)));
+        if (patienceMs < m_answerTimeMs) {
+            return false;
+        }
     }
     const std::optional<qint32> value =
         request.address() == m_moduleAddress ? m_values->read(request) : std::optional<qint32>();

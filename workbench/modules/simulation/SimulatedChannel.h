@@ -24,6 +24,10 @@ public:
     void setSilent(bool silent); ///< A silent channel answers nothing.
     bool isSilent() const;
 
+    /// Real time that each answer takes, ms; 0, as at the start, for at once. It blocks, as a real channel does.
+    void setAnswerTime(int ms);
+    int answerTime() const;
+
 protected:
     bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;
 
@@ -33,4 +37,5 @@ private:
     const ValueTable *const m_values;
     const unsigned char m_moduleAddress;
     bool m_silent = false;
+    int m_answerTimeMs = 0;
 };

@@ -30,6 +30,10 @@ public:
     /// A silent module answers no request until it is made to speak again.
     virtual void setSilent(bool silent) = 0;
     virtual bool isSilent() const = 0;
+
+    /// Real time that each answer takes, ms; 0 from the start.
+    virtual void setAnswerTime(int ms) = 0;
+    virtual int answerTime() const = 0;
 };
 
 /// The kinds of modules that createModule() knows: "stepper-3", "servo-1", "io-block".

@@ -131,6 +131,16 @@ bool TableModule::isSilent() const
     return m_channel.isSilent();
 }
 
+void TableModule::setAnswerTime(int ms)
+{
+    m_channel.setAnswerTime(ms);
+}
+
+int TableModule::answerTime() const
+{
+    return m_channel.answerTime();
+}
+
 void TableModule::addAxisParameters(const ModuleDescription &description)
 {
     for (int motor = 0; motor < m_machine.axisCount(); ++motor) {

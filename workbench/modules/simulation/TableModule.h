@@ -37,6 +37,8 @@ public:
     bool isMoving() const override;
     void setSilent(bool silent) override;
     bool isSilent() const override;
+    void setAnswerTime(int ms) override;
+    int answerTime() const override;
 
 private:
     void addAxisParameters(const ModuleDescription &description);
