@@ -846,7 +846,7 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>SimulatedModule</name>
+    <name>ModuleKind</name>
     <message>
         <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
         <translation>Drei Schrittmotorachsen mit Registern: Achse 0 fährt mit Getriebespiel hin und her, die Achsen 1 und 2 zeichnen einen Kreis.</translation>
