@@ -154,8 +154,8 @@ QString setUp(MainWindow &window, ContainerInterface *container, const RunPlan &
             return Text::tr("the plot window cannot be %1x%2, it needs at least %3x%4")
                 .arg(run.size.width())
                 .arg(run.size.height())
-                .arg(container->minimumSizeHint().width())
-                .arg(container->minimumSizeHint().height());
+                .arg(actualSize.width())
+                .arg(actualSize.height());
         }
     }
     return SceneRunner(container).apply(run.scene);
