@@ -127,6 +127,15 @@ void readLanguage(const QString &text, Options &options, QString &error)
 
 } // namespace
 
+QString languageOption(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.addOptions(allOptions());
+    parser.parse(arguments); // as far as it can be read
+    const QString code = parser.value(QStringLiteral("language"));
+    return Language::codes().contains(code) ? code : QString();
+}
+
 OptionsResult parseOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
@@ -154,7 +163,6 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.log = textOf(parser, "log", result.error);
 
     using Reader = void (*)(const QString &, Options &, QString &);
-    // The language first: what is wrong with the others is told in it.
     const QList<QPair<const char *, Reader>> readers = {{"language", readLanguage},
                                                         {"seconds", readSeconds},
                                                         {"size", readSize},

@@ -35,6 +35,9 @@ struct OptionsResult
     QString error;
 };
 
+/// The language that a command line asks for, one of Language::codes(); empty when it names none. Errors are in it.
+QString languageOption(const QStringList &arguments);
+
 /// Reads a command line; the first of \a arguments is the program and skipped. Needs no application object.
 OptionsResult parseOptions(const QStringList &arguments);
 

@@ -36,11 +36,11 @@ QString scenePath(const QString &name)
 }
 
 /// What is wrong with the files that the run is to write, and the exit code for it.
-void checkFiles(const RunPlan &plan, const QString &settings, RunPlanResult &result)
+void checkFiles(const RunPlan &plan, RunPlanResult &result)
 {
     const QList<QPair<QString, QString>> files = {{QStringLiteral("--log"), plan.log},
                                                   {QStringLiteral("--picture"), plan.picture},
-                                                  {QStringLiteral("--settings"), settings}};
+                                                  {QStringLiteral("--settings"), plan.settings}};
     for (int i = 0; i < files.size(); ++i) {
         const QString &path = files.at(i).second;
         if (path.isEmpty()) {
@@ -71,7 +71,6 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     RunPlanResult result;
     RunPlan &plan = result.plan;
     plan.isTimed = isHeadless || options.seconds || !options.picture.isEmpty() || !options.log.isEmpty();
-    plan.isSelfTest = options.wantsSelfTest;
     plan.seconds = options.seconds.value_or(defaultRunSeconds);
     plan.size = options.size.isValid() || !plan.isTimed ? options.size : defaultPictureSize;
     plan.plugins = PluginFolders::files(options.plugins);
@@ -82,6 +81,7 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     }
     plan.requiredPlugins = options.plugins.isEmpty() ? 1 : plan.plugins.size();
     plan.log = absolute(options.log);
+    plan.settings = absolute(options.settings);
     const bool wantsPicture = plan.isTimed && (plan.log.isEmpty() || !options.picture.isEmpty());
     plan.picture =
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
@@ -97,11 +97,12 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     }
     const SceneResult scene = readSceneFile(path);
     plan.scene = scene.scene;
+    plan.scene.seed = options.seed.value_or(scene.scene.seed);
     if (!scene.error.isEmpty()) {
         result.error = scene.error;
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }
-    checkFiles(plan, absolute(options.settings), result);
+    checkFiles(plan, result);
     return result;
 }

@@ -10,17 +10,17 @@
 /// What a run of the program is made of, once the command line is understood and its files were looked at.
 struct RunPlan
 {
-    Scene scene;
-    bool hasScene = false;   ///< a scene was asked for; else modules only
-    bool isTimed = false;    ///< ends by itself
-    bool isSelfTest = false; ///< its results are looked at, and need not be told
+    Scene scene;           ///< with the seed that was asked for
+    bool hasScene = false; ///< a scene was asked for; else modules only
+    bool isTimed = false;  ///< ends by itself
     double seconds = 0.0;
     QStringList plugins; ///< paths of the files, at least one; the first makes the container that is opened
     /// How many of them the run cannot do without, counted from the first: those that came unasked may be of no use.
     int requiredPlugins = 1;
-    QString picture; ///< absolute path; empty when none is wanted
-    QString log;     ///< absolute path; empty when none is wanted
-    QSize size;      ///< of the container, widget pixels; invalid where the window decides
+    QString picture;  ///< absolute path; empty when none is wanted
+    QString log;      ///< absolute path; empty when none is wanted
+    QString settings; ///< absolute path of the settings file; empty where the run decides
+    QSize size;       ///< of the container, widget pixels; invalid where the window decides
 };
 
 /// A plan, or one line that says why there is none, and the program's exit code for it.

@@ -8,7 +8,7 @@
 
 class ContainerInterface;
 class MainWindow;
-class Workbench;
+class Terminal;
 
 /**
  * Looks whether an installed workbench is complete and works: plugins, drawings, a scene, its picture and its log.
@@ -18,7 +18,8 @@ class Workbench;
 class SelfTest
 {
 public:
-    SelfTest() = default;
+    /// \param terminal gets the lines; not owned, has to outlive this
+    explicit SelfTest(const Terminal &terminal);
 
     /// \a options with a scene, its length, a picture and a log in a folder that is thrown away, where none were given.
     Options completed(Options options) const;
@@ -45,6 +46,7 @@ public:
 private:
     Q_DISABLE_COPY(SelfTest)
 
+    const Terminal &m_terminal;
     QTemporaryDir m_folder;
     QImage m_emptyPlot;
     bool m_hasFailed = false;

@@ -1,10 +1,9 @@
 #include "modules/ModuleRack.h"
 
+#include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/SimulatedModule.h"
 
 #include "host/PluginHandler.h"
-
-#include <memory>
 
 ModuleRack::ModuleRack(PluginHandler *handler, SimulationClock::Drive drive, int stepsPerExchange)
     : m_handler(handler), m_clock(drive, stepsPerExchange)
@@ -154,11 +153,13 @@ qint64 ModuleRack::simulatedMs() const
 
 bool ModuleRack::plugIn(Place &place)
 {
-    std::unique_ptr<SimulatedModule> module(
-        createModule(place.description.kind, place.description.key, m_handler, &m_clock, place.seed));
-    if (module == nullptr) {
+    const ModuleKind *const kind = findModuleKind(place.description.kind);
+    if (kind == nullptr) {
         return false;
     }
+    // A container that is told of the module may have it removed at once.
+    const QPointer<SimulatedModule> module =
+        new SimulatedModule(*kind, place.description.key, m_handler, &m_clock, place.seed);
     const QMap<int, MotionProgram> &motions = place.description.motions;
     for (auto motion = motions.cbegin(); motion != motions.cend(); ++motion) {
         module->setMotion(motion.key(), motion.value());
@@ -166,9 +167,10 @@ bool ModuleRack::plugIn(Place &place)
     module->setMoving(place.isMoving);
     module->setSilent(place.isSilent);
     module->setAnswerTime(place.answerTimeMs);
-    if (!m_handler->addModulePlugin(module.get())) {
+    if (!m_handler->addModulePlugin(module)) {
+        delete module;
         return false;
     }
-    place.module = module.release();
+    place.module = module;
     return true;
 }

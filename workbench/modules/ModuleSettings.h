@@ -8,7 +8,7 @@
 /// Which module a place of the rack holds, and how it moves.
 struct ModuleSettings
 {
-    QString kind;                     ///< one of simulatedModuleKinds()
+    QString kind;                     ///< name of one of simulatedModuleKinds()
     QString key;                      ///< key in the registry, for example "SIM0/Stepper"
     QMap<int, MotionProgram> motions; ///< by axis; an axis without one keeps its kind's own motion
 };

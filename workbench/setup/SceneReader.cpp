@@ -1,6 +1,6 @@
 #include "setup/SceneReader.h"
 
-#include "modules/simulation/SimulatedModule.h"
+#include "modules/simulation/ModuleKind.h"
 #include "setup/FieldReader.h"
 
 #include <QCoreApplication>
@@ -55,10 +55,18 @@ MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QSt
     return motion;
 }
 
-/// Which axes a kind of module has to offer, for a person.
-QString expectedAxis(const QString &kind)
+QStringList kindNames()
 {
-    const int axes = simulatedModuleAxisCount(kind);
+    QStringList names;
+    for (const ModuleKind &kind : simulatedModuleKinds()) {
+        names.append(QString::fromUtf8(kind.name));
+    }
+    return names;
+}
+
+/// Which axes a kind of module has to offer, for a person.
+QString expectedAxis(const QString &kind, int axes)
+{
     if (axes == 0) {
         return Text::tr("no motion, because %1 has no axes").arg(kind);
     }
@@ -72,9 +80,11 @@ ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const 
     ModuleSettings module;
     module.kind = reader.text(object, place, QStringLiteral("kind"));
     module.key = reader.text(object, place, QStringLiteral("key"));
-    if (!simulatedModuleKinds().contains(module.kind)) {
-        reader.complain(place, QStringLiteral("kind"), Text::tr("one of %1").arg(quotedList(simulatedModuleKinds())));
+    const ModuleKind *const kind = findModuleKind(module.kind);
+    if (kind == nullptr) {
+        reader.complain(place, QStringLiteral("kind"), Text::tr("one of %1").arg(quotedList(kindNames())));
     }
+    const int axisCount = kind == nullptr ? 0 : int(kind->axes.size());
     const QList<QJsonObject> axes = reader.objects(object, place, QStringLiteral("axes"), false);
     for (int i = 0; i < axes.size(); ++i) {
         const QString axisPlace = FieldReader::placeOf(place, QStringLiteral("axes"), i);
@@ -84,8 +94,8 @@ ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const 
         using Limits = std::numeric_limits<int>;
         const int axis =
             int(reader.whole(axes.at(i), axisPlace, QStringLiteral("axis"), Limits::min(), Limits::max(), i));
-        if (axis < 0 || axis >= simulatedModuleAxisCount(module.kind)) {
-            reader.complain(axisPlace, QStringLiteral("axis"), expectedAxis(module.kind));
+        if (axis < 0 || axis >= axisCount) {
+            reader.complain(axisPlace, QStringLiteral("axis"), expectedAxis(module.kind, axisCount));
         }
         if (module.motions.contains(axis)) {
             reader.complain(axisPlace, QStringLiteral("axis"), Text::tr("an axis that has no motion yet"));

@@ -846,7 +846,7 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>SimulatedModule</name>
+    <name>ModuleKind</name>
     <message>
         <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
         <translation>Drei Schrittmotorachsen mit Registern: Achse 0 fährt mit Getriebespiel hin und her, die Achsen 1 und 2 zeichnen einen Kreis.</translation>
@@ -907,7 +907,18 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>main</name>
+    <name>Program</name>
+    <message>
+        <source> (--help lists the options)</source>
+        <translation> (--help listet die Optionen auf)</translation>
+    </message>
+    <message>
+        <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
+        <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
+    </message>
+</context>
+<context>
+    <name>WorkbenchRun</name>
     <message>
         <source>the plot window cannot be %1x%2, it needs at least %3x%4</source>
         <translation>das Plotfenster kann nicht %1x%2 groß sein, es braucht mindestens %3x%4</translation>
@@ -923,14 +934,6 @@ Optionen:
     <message>
         <source>%1: this plugin makes no container</source>
         <translation>%1: dieses Plugin liefert keinen Container</translation>
-    </message>
-    <message>
-        <source> (--help lists the options)</source>
-        <translation> (--help listet die Optionen auf)</translation>
-    </message>
-    <message>
-        <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
-        <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
     </message>
     <message>
         <source>plugin: %1</source>

@@ -2,7 +2,7 @@
 
 #include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
-#include "modules/simulation/SimulatedModule.h"
+#include "modules/simulation/ModuleKind.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -49,7 +49,10 @@ void ModulePanel::addRow(int index)
 {
     const ModuleSettings &module = m_rack->description(index);
     auto *const group = new QGroupBox(module.key);
-    auto *const summary = new QLabel(simulatedModuleSummary(module.kind));
+    auto *const summary = new QLabel;
+    if (const ModuleKind *const kind = findModuleKind(module.kind)) {
+        summary->setText(shownSummary(*kind));
+    }
     summary->setWordWrap(true);
 
     Row row;

@@ -2,8 +2,10 @@
 
 #include "host/ContainerInterface.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
+#include <QStyle>
+#include <QStyleOptionViewItem>
 
 #include <algorithm>
 
@@ -34,6 +36,9 @@ Workbench::~Workbench()
     m_containers.clear();
     // What the plugin meant to delete later still runs its code, which is about to be unmapped.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // The style keeps the item of a view that it laid out last, with an icon whose file name may be the plugin's text.
+    const QStyleOptionViewItem emptyItem;
+    QApplication::style()->subElementRect(QStyle::SE_ItemViewItemText, &emptyItem);
 }
 
 QString Workbench::loadPlugin(const QString &path)

@@ -25,19 +25,9 @@ void SimulatedChannel::setSilent(bool silent)
     m_silent = silent;
 }
 
-bool SimulatedChannel::isSilent() const
-{
-    return m_silent;
-}
-
 void SimulatedChannel::setAnswerTime(int ms)
 {
     m_answerTimeMs = qMax(0, ms);
-}
-
-int SimulatedChannel::answerTime() const
-{
-    return m_answerTimeMs;
 }
 
 bool SimulatedChannel::transact(const Command &request, Command &reply, const QDeadlineTimer &deadline)

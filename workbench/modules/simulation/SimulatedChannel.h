@@ -22,11 +22,9 @@ public:
     void sendCommandCombos(QList<CommandCombo *> combos) override;
 
     void setSilent(bool silent); ///< A silent channel answers nothing.
-    bool isSilent() const;
 
     /// Real time that each answer takes, ms; 0, as at the start, for at once. It blocks, as a real channel does.
     void setAnswerTime(int ms);
-    int answerTime() const;
 
 protected:
     bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;

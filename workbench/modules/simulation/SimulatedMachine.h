@@ -19,13 +19,14 @@ struct AxisDescription
  *
  * Steps with its clock for as long as it lives. Owned by its module. GUI thread.
  */
-class SimulatedMachine : public Steppable
+class SimulatedMachine
 {
 public:
     SimulatedMachine(SimulationClock *clock, const std::vector<AxisDescription> &axes, quint32 seed);
-    ~SimulatedMachine() override;
+    ~SimulatedMachine();
 
-    void step() override;
+    /// Advances by SimulationClock::stepSeconds.
+    void step();
 
     int axisCount() const;
     SimulatedAxis &axis(int index); ///< \a index from 0 to axisCount() - 1.

@@ -1,56 +1,63 @@
 #pragma once
 
 #include "modules/simulation/MotionProgram.h"
-#include "modules/simulation/SimulationClock.h"
+#include "modules/simulation/SimulatedChannel.h"
+#include "modules/simulation/SimulatedMachine.h"
+#include "modules/simulation/ValueTable.h"
 
 #include "host/KAROModuleInterface.h"
 
-#include <QStringList>
+struct ModuleKind;
+struct RegisterRow;
 
 /**
  * A module that exists in this process only: it moves in simulated time and answers through a real command channel.
  *
- * What there is to read is told by its parameter maps and registers; whatever they list, the channel answers.
+ * Lists the parameters and registers of its kind, and answers exactly those that can be read. Owned by the registry that
+ * it is added to, like every module. GUI thread.
  */
 class SimulatedModule : public KAROModuleInterface
 {
     Q_OBJECT
 
 public:
-    using KAROModuleInterface::KAROModuleInterface;
+    /**
+     * \param key   the key for the registry, for example "SIM0/Stepper"
+     * \param clock that it moves by; not owned, has to outlive it
+     * \param seed  fixes all noise: the same seed and the same exchanges give the same values
+     */
+    SimulatedModule(const ModuleKind &kind, const QString &key, PluginHandler *handler, SimulationClock *clock,
+                    quint32 seed);
+
+    QString getAliasName() const override;
+    int numberOfAxes() override;
+    unsigned char moduleAddress() override;
+    CommandHandlerInterface *commandHandlerInterface() override;
+    int getChannel() override;
+    QMap<QString, Parameter> *getParameterMapByName(QString name) override;
+    QList<Register *> registers() const override;
 
     /// What axis \a axis does while the module moves; an axis that the module does not have is ignored.
-    virtual void setMotion(int axis, const MotionProgram &program) = 0;
-    virtual MotionProgram motion(int axis) const = 0;
-
+    void setMotion(int axis, const MotionProgram &program);
     /// Off: the axes ramp down and stay. On from the start.
-    virtual void setMoving(bool moving) = 0;
-    virtual bool isMoving() const = 0;
-
+    void setMoving(bool moving);
     /// A silent module answers no request until it is made to speak again.
-    virtual void setSilent(bool silent) = 0;
-    virtual bool isSilent() const = 0;
-
+    void setSilent(bool silent);
     /// Real time that each answer takes, ms; 0 from the start.
-    virtual void setAnswerTime(int ms) = 0;
-    virtual int answerTime() const = 0;
+    void setAnswerTime(int ms);
+
+private:
+    void addAxisParameters(const ModuleKind &kind);
+    void addGroups(const ModuleKind &kind);
+    void addRegisters(const ModuleKind &kind);
+    void addRegisterValue(const RegisterRow &row);
+
+    const QString m_alias;
+    const unsigned char m_address;
+    const int m_channelNumber;
+    SimulatedMachine m_machine;
+    ValueTable m_values;
+    SimulatedChannel m_channel;
+    QMap<QString, QMap<QString, Parameter>> m_parameterMaps;
+    QList<Register *> m_registers; // children
 };
-
-/// The kinds of modules that createModule() knows: "stepper-3", "servo-1", "io-block".
-QStringList simulatedModuleKinds();
-
-/// Axes of a kind of module, which are numbered from 0; 0 for an unknown kind.
-int simulatedModuleAxisCount(const QString &kind);
-
-/// One line that tells a person what a kind of module is and what it has to show; empty for an unknown kind.
-QString simulatedModuleSummary(const QString &kind);
-
-/**
- * Makes a module that moves by \a clock (not owned, has to outlive it).
- *
- * \param key  the key for the registry, for example "SIM0/Stepper"
- * \param seed fixes all noise: the same seed and the same exchanges give the same values
- * \return null for an unknown kind; else owned by the caller
- */
-SimulatedModule *createModule(const QString &kind, const QString &key, PluginHandler *handler, SimulationClock *clock,
-                              quint32 seed);

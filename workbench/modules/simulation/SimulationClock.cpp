@@ -1,5 +1,7 @@
 #include "modules/simulation/SimulationClock.h"
 
+#include "modules/simulation/SimulatedMachine.h"
+
 #include <QtGlobal>
 
 SimulationClock::SimulationClock(Drive drive, int stepsPerExchange)
@@ -8,16 +10,16 @@ SimulationClock::SimulationClock(Drive drive, int stepsPerExchange)
     m_wallClock.start();
 }
 
-void SimulationClock::add(Steppable *steppable)
+void SimulationClock::add(SimulatedMachine *machine)
 {
-    if (!m_steppables.contains(steppable)) {
-        m_steppables.append(steppable);
+    if (!m_machines.contains(machine)) {
+        m_machines.append(machine);
     }
 }
 
-void SimulationClock::remove(Steppable *steppable)
+void SimulationClock::remove(SimulatedMachine *machine)
 {
-    m_steppables.removeOne(steppable);
+    m_machines.removeOne(machine);
 }
 
 void SimulationClock::exchangeBegins()
@@ -50,17 +52,12 @@ qint64 SimulationClock::nowMs() const
     return m_nowMs;
 }
 
-SimulationClock::Drive SimulationClock::drive() const
-{
-    return m_drive;
-}
-
 void SimulationClock::advance(qint64 steps)
 {
     for (qint64 i = 0; i < steps; ++i) {
         ++m_nowMs;
-        for (Steppable *steppable : qAsConst(m_steppables)) {
-            steppable->step();
+        for (SimulatedMachine *machine : qAsConst(m_machines)) {
+            machine->step();
         }
     }
 }

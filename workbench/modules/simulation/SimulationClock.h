@@ -3,22 +3,14 @@
 #include <QElapsedTimer>
 #include <QList>
 
-/// Something that moves in simulated time.
-class Steppable
-{
-public:
-    virtual ~Steppable() = default;
-
-    /// Advances by SimulationClock::stepSeconds.
-    virtual void step() = 0;
-};
+class SimulatedMachine;
 
 /**
  * The time of all simulated modules, in fixed steps of 1 ms.
  *
  * Driven by the wall clock it catches up with real time whenever a module is asked for values, and whenever
- * catchUp() is called (at most maximumLagMs, what is beyond that is skipped). Driven by exchanges it advances a fixed number of steps at every exchange and never
- * otherwise, so that the values that are read do not depend on how fast the machine is. GUI thread.
+ * catchUp() is called (at most maximumLagMs, what is beyond that is skipped). Driven by exchanges it advances a fixed
+ * number of steps at every exchange and never otherwise, so that the values that are read do not depend on how fast the machine is. GUI thread.
  */
 class SimulationClock
 {
@@ -35,8 +27,8 @@ public:
     /// \param stepsPerExchange steps (ms) that one exchange takes when driven by exchanges, at least 1
     explicit SimulationClock(Drive drive, int stepsPerExchange = 14);
 
-    void add(Steppable *steppable);    ///< Not owned; has to be removed before it dies.
-    void remove(Steppable *steppable); ///< Unknown ones are ignored.
+    void add(SimulatedMachine *machine);    ///< Not owned; has to be removed before it dies.
+    void remove(SimulatedMachine *machine); ///< Unknown ones are ignored.
 
     /// Called by every channel at the start of every exchange.
     void exchangeBegins();
@@ -47,7 +39,6 @@ public:
     void catchUpTo(qint64 wallMs);
 
     qint64 nowMs() const; ///< Simulated time since the start, ms.
-    Drive drive() const;
 
 private:
     void advance(qint64 steps);
@@ -57,5 +48,5 @@ private:
     qint64 m_nowMs = 0;
     qint64 m_skippedMs = 0;
     QElapsedTimer m_wallClock;
-    QList<Steppable *> m_steppables;
+    QList<SimulatedMachine *> m_machines;
 };

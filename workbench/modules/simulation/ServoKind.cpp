@@ -1,4 +1,4 @@
-#include "modules/simulation/ModuleDescription.h"
+#include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/ValueTable.h"
 #include "modules/simulation/WrappedCounter.h"
 
@@ -107,17 +107,20 @@ std::vector<MachineParameterRow> digitalOutputs()
 
 } // namespace
 
-ModuleDescription servoDescription()
+ModuleKind servoKind()
 {
-    ModuleDescription description;
-    description.alias = "Single-axis servo drive";
-    description.address = 4;
-    description.channel = 1;
-    description.axes = {axis()};
-    description.axisParameters = axisParameters();
-    description.groups = {{"global2", ReadCommand::GlobalParameter, 2, userVariables()},
-                          {ParameterType::DigitalInput, ReadCommand::InputOutput, 0, digitalInputs()},
-                          {ParameterType::AnalogInput, ReadCommand::InputOutput, 1, analogInputs()},
-                          {ParameterType::DigitalOutput, ReadCommand::InputOutput, 2, digitalOutputs()}};
-    return description;
+    ModuleKind kind;
+    kind.name = "servo-1";
+    kind.summary = QT_TRANSLATE_NOOP(
+        "ModuleKind", "One servo axis without registers: runs to and fro and swings a little when it stops.");
+    kind.alias = "Single-axis servo drive";
+    kind.address = 4;
+    kind.channel = 1;
+    kind.axes = {axis()};
+    kind.axisParameters = axisParameters();
+    kind.groups = {{"global2", ReadCommand::GlobalParameter, 2, userVariables()},
+                   {ParameterType::DigitalInput, ReadCommand::InputOutput, 0, digitalInputs()},
+                   {ParameterType::AnalogInput, ReadCommand::InputOutput, 1, analogInputs()},
+                   {ParameterType::DigitalOutput, ReadCommand::InputOutput, 2, digitalOutputs()}};
+    return kind;
 }

@@ -1,4 +1,4 @@
-#include "modules/simulation/ModuleDescription.h"
+#include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/ValueTable.h"
 #include "modules/simulation/WrappedCounter.h"
 
@@ -281,22 +281,26 @@ std::vector<RegisterRow> fieldRegisters()
 
 } // namespace
 
-ModuleDescription stepperDescription()
+ModuleKind stepperKind()
 {
     std::vector<RegisterRow> registers = fieldRegisters();
     const std::vector<RegisterRow> positions = positionRegisters();
     registers.insert(registers.end(), positions.begin(), positions.end());
 
-    ModuleDescription description;
-    description.alias = "Three-axis stepper drive";
-    description.address = 3;
-    description.channel = 1;
-    description.axes = axes();
-    description.axisParameters = axisParameters();
-    description.groups = {{"global2", ReadCommand::GlobalParameter, 2, userVariables()},
-                          {ParameterType::DigitalInput, ReadCommand::InputOutput, 0, digitalInputs()},
-                          {ParameterType::AnalogInput, ReadCommand::InputOutput, 1, analogInputs()},
-                          {ParameterType::DigitalOutput, ReadCommand::InputOutput, 2, digitalOutputs()}};
-    description.registers = registers;
-    return description;
+    ModuleKind kind;
+    kind.name = "stepper-3";
+    kind.summary =
+        QT_TRANSLATE_NOOP("ModuleKind", "Three stepper axes with registers: axis 0 runs to and fro with play in its "
+                                        "gear, axes 1 and 2 draw a circle.");
+    kind.alias = "Three-axis stepper drive";
+    kind.address = 3;
+    kind.channel = 1;
+    kind.axes = axes();
+    kind.axisParameters = axisParameters();
+    kind.groups = {{"global2", ReadCommand::GlobalParameter, 2, userVariables()},
+                   {ParameterType::DigitalInput, ReadCommand::InputOutput, 0, digitalInputs()},
+                   {ParameterType::AnalogInput, ReadCommand::InputOutput, 1, analogInputs()},
+                   {ParameterType::DigitalOutput, ReadCommand::InputOutput, 2, digitalOutputs()}};
+    kind.registers = registers;
+    return kind;
 }

@@ -4,6 +4,8 @@
 
 #include "host/Register.h"
 
+#include <QString>
+
 #include <functional>
 #include <vector>
 
@@ -55,9 +57,11 @@ struct MachineParameterGroup
     std::vector<MachineParameterRow> rows;
 };
 
-/// Everything that makes one kind of module different from another.
-struct ModuleDescription
+/// Everything that makes one kind of simulated module different from another; texts in UTF-8.
+struct ModuleKind
 {
+    const char *name;    ///< by which scenes ask for it, for example "stepper-3"
+    const char *summary; ///< one line for a person: what it is and what it has to show; to be translated
     const char *alias;
     int address; ///< on the bus, 0 to 255
     int channel; ///< 1: registers are read by ReadCommand::RegisterOfChannel1
@@ -68,10 +72,19 @@ struct ModuleDescription
 };
 
 /// Three stepper axes: a worn one that reciprocates, and two that draw a circle. Registers with fields of all kinds.
-ModuleDescription stepperDescription();
+ModuleKind stepperKind();
 
 /// One servo axis, no registers.
-ModuleDescription servoDescription();
+ModuleKind servoKind();
 
 /// Inputs and outputs in registers, no axes.
-ModuleDescription inputOutputDescription();
+ModuleKind inputOutputKind();
+
+/// All kinds of simulated modules. A new one is added to this list and nowhere else.
+const std::vector<ModuleKind> &simulatedModuleKinds();
+
+/// The kind called \a name; null when there is none.
+const ModuleKind *findModuleKind(const QString &name);
+
+/// The summary of \a kind in the language of the program.
+QString shownSummary(const ModuleKind &kind);

@@ -1,4 +1,4 @@
-#include "modules/simulation/ModuleDescription.h"
+#include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/WrappedCounter.h"
 
 namespace
@@ -130,16 +130,20 @@ std::vector<RegisterRow> outputs()
 
 } // namespace
 
-ModuleDescription inputOutputDescription()
+ModuleKind inputOutputKind()
 {
     std::vector<RegisterRow> registers = inputs();
     const std::vector<RegisterRow> behind = outputs();
     registers.insert(registers.end(), behind.begin(), behind.end());
 
-    ModuleDescription description;
-    description.alias = "Input/output block";
-    description.address = 5;
-    description.channel = 2;
-    description.registers = registers;
-    return description;
+    ModuleKind kind;
+    kind.name = "io-block";
+    kind.summary = QT_TRANSLATE_NOOP(
+        "ModuleKind",
+        "Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters).");
+    kind.alias = "Input/output block";
+    kind.address = 5;
+    kind.channel = 2;
+    kind.registers = registers;
+    return kind;
 }
