@@ -230,6 +230,7 @@ private slots:
         const GrowingPlot plot;
         MainWindow &window = *plot.window;
         window.resize(1200, 800);
+        window.findChild<QDockWidget *>("moduleDock")->show();
         window.showHint();
         QApplication::setActiveWindow(&window);
 

@@ -8,6 +8,7 @@
 #include "window/MessagePanel.h"
 #include "window/ModulePanel.h"
 #include "window/RecordingPanel.h"
+#include "window/ScreenFit.h"
 #include "window/Workbench.h"
 #include "window/WorkspaceWindow.h"
 
@@ -32,16 +33,21 @@
 namespace
 {
 
-constexpr int startWidth = 1200;
-constexpr int startHeight = 800;
+constexpr int usableWidth = 820;  // of a container, widget pixels
+constexpr int usableHeight = 430; // of a container, widget pixels
 constexpr int leastWidth = 640;
 constexpr int leastHeight = 420;
-constexpr int bottomHeight = 130;      // widget pixels
-constexpr int leastScreenHeight = 640; // screen pixels
-constexpr int leastStateWidth = 200;   // widget pixels
-constexpr int statusMargin = 6;        // widget pixels
+constexpr int bottomHeight = 130;    // widget pixels
+constexpr int leastStateWidth = 200; // widget pixels
+constexpr int statusMargin = 6;      // widget pixels
 constexpr int messageTimeMs = 8000;
 constexpr int mostShortcuts = 9; // Alt+1 to Alt+9
+
+ScreenFit screenFit()
+{
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    return ScreenFit(screen == nullptr ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : screen->availableSize());
+}
 
 } // namespace
 
@@ -54,7 +60,7 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
 {
     setWindowTitle(tr("Container Workbench"));
     setMinimumSize(leastWidth, leastHeight);
-    resize(startWidth, startHeight);
+    resize(screenFit().size);
 
     m_workspace->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_workspace->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -102,8 +108,10 @@ void MainWindow::openContainer(ContainerInterface *container)
         window->show();
         return;
     }
-    auto *const subWindow = new WorkspaceWindow;
-    subWindow->setWidget(window);
+    // A container can be made so small that its parts cover one another. Up to a usual size it is scrolled instead.
+    window->setMinimumSize(
+        window->minimumSizeHint().boundedTo(QSize(usableWidth, usableHeight)).expandedTo(QSize(0, 0)));
+    auto *const subWindow = new WorkspaceWindow(window);
     subWindow->setAttribute(Qt::WA_DeleteOnClose);
     m_workspace->addSubWindow(subWindow);
     subWindow->setWindowIcon(window->windowIcon());
@@ -117,10 +125,13 @@ QSize MainWindow::resizeContainer(ContainerInterface *container, const QSize &si
     if (window.isNull()) {
         return {};
     }
-    QWidget *const outer = window->isForWorkspace() ? window->parentWidget() : window;
+    WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
+    QWidget *const outer = subWindow != nullptr ? static_cast<QWidget *>(subWindow) : window;
     outer->showNormal();
-    // Twice, for a layout that has not been asked before may still be wrong about its own frame.
-    for (int i = 0; i < 2; ++i) {
+    // More than once, for a layout that has not been asked before may still be wrong about its own frame, and scroll bars
+    // come and go meanwhile.
+    constexpr int maximumAttempts = 6;
+    for (int i = 0; i < maximumAttempts && (i == 0 || container->size() != size); ++i) {
         outer->resize(outer->size() + size - container->size());
         QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     }
@@ -216,11 +227,10 @@ void MainWindow::makeDocks()
     messages->raise();
     resizeDocks({messages}, {bottomHeight}, Qt::Vertical);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    const QScreen *const screen = QGuiApplication::primaryScreen();
-    if (screen != nullptr && screen->availableGeometry().height() < leastScreenHeight) {
-        for (QDockWidget *const dock : {messages, m_recordingDock, exchanges}) {
-            dock->hide(); // the status bar says what matters; the height is for the plots
-        }
+    const ScreenFit fit = screenFit();
+    modules->setVisible(fit.showsModules);
+    for (QDockWidget *const dock : {messages, m_recordingDock, exchanges}) {
+        dock->setVisible(fit.showsMessages); // the status bar says what matters
     }
 }
 
@@ -297,7 +307,7 @@ QString MainWindow::titleOf(ContainerInterface *container) const
 
 void MainWindow::bringToFront(ContainerInterface *container, ContainerWindow *window)
 {
-    auto *const subWindow = qobject_cast<QMdiSubWindow *>(window->parentWidget());
+    WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
     if (subWindow == nullptr) {
         container->showPlugin();
         return;

@@ -1,5 +1,36 @@
 #include "window/WorkspaceWindow.h"
 
+#include <QScrollArea>
+
+WorkspaceWindow::WorkspaceWindow(QWidget *content) : m_content(content)
+{
+    auto *const scrollArea = new QScrollArea;
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setFocusPolicy(Qt::NoFocus);
+    scrollArea->setWindowTitle(content->windowTitle());
+    scrollArea->setWidget(content);
+    setWidget(scrollArea);
+}
+
+WorkspaceWindow *WorkspaceWindow::of(const QWidget *content)
+{
+    for (QWidget *widget = content->parentWidget(); widget != nullptr; widget = widget->parentWidget()) {
+        if (auto *const window = qobject_cast<WorkspaceWindow *>(widget)) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+void WorkspaceWindow::closeEvent(QCloseEvent *event)
+{
+    if (!m_content.isNull()) {
+        m_content->close();
+    }
+    QMdiSubWindow::closeEvent(event);
+}
+
 bool WorkspaceWindow::focusNextPrevChild(bool next)
 {
     QWidget *const start = window()->focusWidget() == nullptr ? this : window()->focusWidget();
