@@ -186,7 +186,7 @@ private slots:
         QTest::newRow("header missing") << "Module:;"
                                         << ";" << 20;
         QTest::newRow("last line torn") << "20;1;2;\r\n"
-                                        << "20;1;2;" << 20;
+                                        << "20;1;2;\r\n21;1;" << 20;
         QTest::newRow("more recorded than written") << ""
                                                     << "" << 21;
         QTest::newRow("too few") << "\n20;1;2;\r"
