@@ -20,10 +20,46 @@ forbid() {
     done
 }
 
+# allow FOLDER HEADERS...: what the sources of workbench/FOLDER, without its subfolders, include in quotes is a header of
+# the host or fits one of HEADERS, patterns of paths below workbench/.
+allow() {
+    local folder=$1 headers
+    shift
+    headers=$(IFS='|' && echo "host/*|$*")
+    headers=${headers//\*/[A-Za-z]+}
+    rooms+=("$folder")
+    if git grep -nE '#include "' -- ":(glob)workbench/$folder/*.cpp" ":(glob)workbench/$folder/*.h" |
+        grep -vE "#include \"($headers)\.h\"" >&2; then
+        echo "  workbench/$folder may use: $*" >&2
+        status=1
+    fi
+}
+
 forbid host plotter plugin workbench
 forbid plotter plugin workbench
 forbid plugin workbench
 forbid workbench plotter plugin
+
+# Inside the workbench every include names the room of its header.
+rooms=()
+allow . 'PlotterWindow'
+allow application 'PlotterWindow' 'application/*' 'window/*' 'setup/*' 'logging/*' 'modules/*' 'modules/*/*'
+allow window 'PlotterWindow' 'window/*' 'setup/*' 'logging/*' 'modules/*' 'modules/*/*'
+allow setup 'PlotterWindow' 'setup/*' 'modules/*' 'modules/*/*'
+allow logging 'PlotterWindow' 'logging/*' 'modules/*' 'modules/*/*'
+allow modules 'modules/*' 'modules/*/*'
+# A kind of module knows no other kind, and nothing of the rack that holds it.
+for kind in $(git ls-files 'workbench/modules/*/*.h' | cut -d/ -f3 | sort -u); do
+    allow "modules/$kind" "modules/$kind/*"
+done
+for folder in $(git ls-files 'workbench/*.h' 'workbench/*.cpp' | xargs -n 1 dirname | sort -u); do
+    folder=${folder#workbench}
+    folder=${folder#/}
+    if [[ " ${rooms[*]} " != *" ${folder:-.} "* ]]; then
+        echo "  nothing says what workbench/$folder may use" >&2
+        status=1
+    fi
+done
 
 if git grep -nE '#include ["<]host/' -- '*.h' '*.cpp' | grep -vE '#include "host/[A-Za-z]+\.h"' >&2; then
     echo '  the headers of the host are included as "host/Name.h"' >&2

@@ -31,9 +31,12 @@ Plotter::Plotter(int curveCount, QWidget *parent) : QWidget(parent)
     connect(zoomOutButton, SIGNAL(clicked()), this, SLOT(zoomOut()));
 
     lineModeCheck = createOptionCheck(QStringLiteral(":/SVG Icons/DotsLine"), tr("Show a line between recorded dots"));
+    lineModeCheck->setObjectName(QStringLiteral("lineModeCheck"));
     lineModeCheck->setChecked(true);
     aspectCheck = createOptionCheck(QStringLiteral(":/SVG Icons/Linked"), tr("Show width as height"));
+    aspectCheck->setObjectName(QStringLiteral("aspectCheck"));
     showAllDataCheck = createOptionCheck(QStringLiteral(":/Numbers/NrNo"), tr("Show all data"));
+    showAllDataCheck->setObjectName(QStringLiteral("showAllDataCheck"));
     BasicTools::setButtonIconsColor(showAllDataCheck, palette().color(QPalette::Window), QColor(), QColor());
 
     setPlotSettings(PlotSettings()); // the first image; without a legend, for there are no curve boxes yet

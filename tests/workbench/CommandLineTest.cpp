@@ -5,6 +5,10 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
+#include <csignal>
+#include <functional>
+#include <sys/stat.h>
+
 namespace
 {
 
@@ -41,7 +45,13 @@ private slots:
         row(1, "--plugin absent.so", "absent.so");
         row(1, "--list-plugins --plugin .", "no plugin file");
         row(1, "--seconds 1 --plugin " FIXTURE_FOLDER "/minimal_container.so", "RadioButtonFrame");
+        row(1, "--size 1x1", "cannot be 1x1, it needs at least");
         row(1, "--log absent/run.csv", "absent/run.csv");
+        row(1, "--log ../pipe", "nobody reads");
+        row(1, "--picture ../pipe", "a device or a pipe");
+        row(1, "--settings ../pipe --seconds 1", "a device or a pipe");
+        row(2, "--log run.csv --picture ../work/./run.csv", "--log and --picture");
+        row(2, "--picture ../link --log run.csv", "--log and --picture");
         row(1, "--seconds 1 --log /proc/run.csv", "could not be opened");
     }
 
@@ -55,7 +65,11 @@ private slots:
             { "x": { "module": "S", "motor": "Axis 7", "value": "Actual position [microsteps]" },
               "y": { "module": "S", "motor": "Axis 0", "value": "Actual position [microsteps]" } } ] })");
         scene.close();
+        const QString pipe = temporaryPath("pipe");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU), 0);
+        QVERIFY(QFile::link(folder() + QStringLiteral("/run.csv"), temporaryPath("link"))); // to what is not there yet
         const Outcome outcome = run(arguments);
+        QVERIFY2(QFileInfo::exists(pipe) && !QFileInfo(pipe).isFile(), "the pipe was replaced by a file");
         QTEST(outcome.exitCode, "exitCode");
         QVERIFY2(outcome.errors.count('\n') == 1 && outcome.errors.contains(fragment), qPrintable(outcome.errors));
         QCOMPARE(leftBehind(), QStringList());
@@ -74,8 +88,9 @@ private slots:
     void sameCommandRecordsTheSameLines()
     {
         QList<QByteArray> earlier;
-        for (int attempt = 0; attempt < 2; ++attempt) { // the second one overwrites
-            const Outcome outcome = run("--scene four-curves --seconds 1 --log run.csv");
+        for (int attempt = 0; attempt < 3; ++attempt) { // the others overwrite; the last one has a seed of its own
+            const Outcome outcome = run(QStringLiteral("--scene four-curves --seconds 1 --log run.csv") +
+                                        (attempt < 2 ? "" : " --seed 99"));
             QCOMPARE(outcome.errors, QString());
             QCOMPARE(leftBehind(), QStringList("run.csv"));
             QFile file(folder() + QStringLiteral("/run.csv"));
@@ -91,9 +106,74 @@ private slots:
             }
             QVERIFY(outcome.output.contains(QStringLiteral("Lines recorded: %1;").arg(lines.size() - 2)));
             const int common = attempt == 0 ? 0 : qMin(lines.size(), earlier.size());
-            QCOMPARE(lines.mid(0, common), earlier.mid(0, common));
+            QVERIFY((lines.mid(0, common) == earlier.mid(0, common)) == (attempt < 2));
             earlier = lines;
         }
+    }
+
+    void logThatVanishesIsTold()
+    {
+        const QString path = folder() + QStringLiteral("/run.csv");
+        const Outcome outcome = run("--seconds 2 --log run.csv", [&path](QProcess &) {
+            QTRY_VERIFY(QFileInfo(path).size() > 200); // lines, below the header
+            QVERIFY(QFile::remove(path));
+        });
+        QCOMPARE(outcome.exitCode, 1);
+        const QString pattern = QStringLiteral("run.csv was replaced .* its header and [0-9]+ lines? are gone\n$");
+        QVERIFY2(QRegularExpression(pattern).match(outcome.errors).hasMatch(), qPrintable(outcome.errors));
+    }
+
+    void signalEndsAsClosingDoes_data()
+    {
+        QTest::addColumn<int>("signalNumber");
+        QTest::newRow("interrupt") << SIGINT;
+        QTest::newRow("terminate") << SIGTERM;
+        QTest::newRow("hang up") << SIGHUP;
+    }
+
+    void signalEndsAsClosingDoes()
+    {
+        QFETCH(int, signalNumber);
+        const QString log = folder() + QStringLiteral("/run.csv");
+        const Outcome outcome = run("--seconds 50 --log run.csv --picture run.png", [&](const QProcess &process) {
+            QTRY_VERIFY(QFileInfo(log).size() > 200);
+            ::kill(pid_t(process.processId()), signalNumber);
+        });
+        QCOMPARE(outcome.exitCode, 128 + signalNumber);
+        QVERIFY2(outcome.output.contains("Lines recorded: ") && outcome.output.contains("the picture is"),
+                 qPrintable(outcome.output));
+        QVERIFY(!QImage(folder() + QStringLiteral("/run.png")).isNull());
+        QFile file(log);
+        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().endsWith(";\r\n"));
+        QCOMPARE(temporaryFolders(), QStringList());
+    }
+
+    void secondSignalEndsAtOnce()
+    {
+        // Both come before the program can go on: the first one's handler runs, and nothing of the event loop.
+        const Outcome outcome = run("--seconds 50", [](QProcess &process) {
+            process.waitForReadyRead(); // it says that there is no display, with its signals handled
+            const auto id = pid_t(process.processId());
+            for (const int number : {SIGSTOP, SIGINT, SIGTERM, SIGCONT}) {
+                ::kill(id, number);
+            }
+        });
+        QCOMPARE(outcome.exitCode, -1); // by the signal
+        QCOMPARE(leftBehind(), QStringList());
+    }
+
+    void signalClosesTheWindow()
+    {
+        m_platform = QStringLiteral("offscreen");
+        const QString settings = temporaryPath("used.ini");
+        const Outcome outcome = run("--scene circle --settings " + settings, [&](const QProcess &process) {
+            QTRY_VERIFY(QFileInfo(settings).size() > 0); // the scene's choices are made
+            ::kill(pid_t(process.processId()), SIGTERM);
+        });
+        m_platform.clear();
+        QCOMPARE(outcome.exitCode, 128 + SIGTERM);
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(temporaryFolders(), QStringList());
     }
 
     void selfTestTellsWhatFails_data()
@@ -147,12 +227,18 @@ private:
         return path;
     }
 
-    Outcome run(const QString &arguments) const
+    /// \param meanwhile what is done to the program while it runs
+    Outcome run(const QString &arguments, const std::function<void(QProcess &)> &meanwhile = {}) const
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             environment.remove(name);
         }
+        if (!m_platform.isEmpty()) {
+            environment.insert("QT_QPA_PLATFORM", m_platform);
+        }
+        QDir().mkpath(temporaryPath("tmp"));
+        environment.insert("TMPDIR", temporaryPath("tmp"));
         environment.insert("XDG_CONFIG_HOME", temporaryPath("config"));
         environment.insert("XDG_DATA_HOME", temporaryPath("data"));
         environment.insert("QT_LOGGING_RULES", "default.info=false"); // of the fixtures
@@ -164,6 +250,10 @@ private:
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(folder());
         process.start(PROGRAM, arguments.split(QLatin1Char(' ')));
+        if (meanwhile) {
+            process.waitForStarted();
+            meanwhile(process);
+        }
         if (!process.waitForFinished(longestRunMs) || process.exitStatus() != QProcess::NormalExit) {
             return {-1, {}, process.errorString()};
         }
@@ -171,10 +261,17 @@ private:
                 QString::fromLocal8Bit(process.readAllStandardError())};
     }
 
+    QStringList temporaryFolders() const // of the program's own
+    {
+        return QDir(temporaryPath("tmp")).entryList({"xy-plot-workbench*"});
+    }
+
     QStringList leftBehind() const
     {
         return QDir(folder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
+
+    QString m_platform; // of Qt; empty to run without a display
 };
 
 GUARDED_TEST_MAIN(CommandLineTest)

@@ -1,11 +1,17 @@
-#include "MainWindow.h"
+#include "window/MainWindow.h"
 #include "GuardedTest.h"
-#include "Workbench.h"
+#include "window/ScreenFit.h"
+#include "window/Workbench.h"
 
 #include "host/ContainerInterface.h"
 
+#include <QDockWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStatusBar>
 #include <QToolBar>
 
 #include <memory>
@@ -37,6 +43,62 @@ private slots:
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QVERIFY(workspace->subWindowList().isEmpty());
         }
+    }
+
+    void windowFitsItsScreen_data()
+    {
+        QTest::addColumn<QSize>("screen");
+        QTest::newRow("low") << QSize(1280, 720);
+        QTest::newRow("1920x1080 at ratio 2") << QSize(960, 540);
+        QTest::newRow("roomy") << QSize(2560, 1440);
+    }
+
+    void windowFitsItsScreen()
+    {
+        QFETCH(QSize, screen);
+        const ScreenFit fit(screen);
+        const QSize framed = fit.size + QSize(2, 24); // of a lean desktop
+        QVERIFY(framed.width() <= screen.width() && framed.height() <= screen.height());
+        QCOMPARE(fit.showsModules, screen.width() > 1000);
+        QCOMPARE(fit.showsMessages, screen.height() > 600);
+
+        // What the window needs with these panels is not more than it gets.
+        Workbench workbench(SimulationClock::Drive::Exchanges, 1);
+        MainWindow window(&workbench);
+        for (const char *const name : {"messageDock", "recordingDock", "exchangeDock"}) {
+            window.findChild<QDockWidget *>(name)->setVisible(fit.showsMessages);
+        }
+        window.findChild<QDockWidget *>("moduleDock")->setVisible(fit.showsModules);
+        const QSize own = QGuiApplication::primaryScreen()->availableSize();
+        QVERIFY(window.width() < own.width() && window.height() < own.height()); // as it begins on the screen here
+        window.show();
+        window.resize(fit.size);
+        QCOMPARE(window.size(), fit.size);
+        QVERIFY(window.rect().contains(window.statusBar()->geometry()));
+    }
+
+    void smallWorkspaceScrolls()
+    {
+        Workbench workbench(SimulationClock::Drive::Exchanges, 1);
+        QCOMPARE(workbench.loadPlugin(FIXTURE_FOLDER "/minimal_container.so"), QString());
+        MainWindow window(&workbench);
+        ContainerInterface *const container = window.addContainer();
+        container->setMinimumSize(700, 400);
+        window.openContainer(container);
+        window.show();
+        window.resize(window.minimumSize());
+        QCoreApplication::processEvents();
+        QVERIFY(container->width() >= 700 && container->height() >= 400);
+        const auto *const scrollArea = window.findChild<QMdiArea *>()->findChild<QScrollArea *>();
+        QVERIFY(scrollArea->verticalScrollBar()->maximum() > 0);
+    }
+
+    void motorsMoveWhileNobodyReadsThem()
+    {
+        Workbench byWallClock(SimulationClock::Drive::WallClock, 14);
+        Workbench byExchanges(SimulationClock::Drive::Exchanges, 14);
+        QTRY_VERIFY(byWallClock.modules().simulatedMs() > 2 * ModuleRack::catchUpIntervalMs);
+        QCOMPARE(byExchanges.modules().simulatedMs(), qint64(0));
     }
 
     void everythingEndsInOrder()

@@ -1,21 +1,26 @@
 #include "GuardedTest.h"
-#include "MainWindow.h"
-#include "MouseClick.h"
-#include "Recordings.h"
-#include "SceneReader.h"
-#include "SceneRunner.h"
-#include "Workbench.h"
+#include "PlotterWindow.h"
+#include "logging/Recordings.h"
+#include "setup/MouseClick.h"
+#include "setup/SceneReader.h"
+#include "setup/SceneRunner.h"
+#include "window/MainWindow.h"
+#include "window/Workbench.h"
 
 #include "host/ContainerInterface.h"
 
 #include <QAccessible>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDockWidget>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMdiSubWindow>
 #include <QRadioButton>
 #include <QSet>
 #include <QSettings>
+#include <QStatusBar>
+#include <QTableView>
 
 #include <memory>
 
@@ -46,11 +51,13 @@ bool isTabStop(const QWidget *widget)
 /// A plot with a growing curve in the main window.
 struct GrowingPlot
 {
-    GrowingPlot()
+    explicit GrowingPlot(const QString &sceneName = QStringLiteral("circle"))
     {
-        const Scene scene = readSceneFile(shippedScenePath(QStringLiteral("circle"))).scene;
+        const Scene scene = readSceneFile(shippedScenePath(sceneName)).scene;
         QCOMPARE(workbench.loadPlugin(PLUGIN), QString());
-        QVERIFY(workbench.modules().add(scene.modules.constFirst(), 1));
+        for (const ModuleSettings &module : scene.modules) {
+            QVERIFY(workbench.modules().add(module, 1));
+        }
         window = std::make_unique<MainWindow>(&workbench);
         window->show();
         ContainerInterface *const container = window->addContainer();
@@ -110,6 +117,74 @@ private slots:
         QCOMPARE(plot.watch->dataLines(), lines.size() - 3);
         QVERIFY(lines.at(lines.size() - 2).startsWith(QByteArray::number(plot.watch->dataLines()) + ';'));
         QCOMPARE(plot.watch->lastFailure(), QString());
+        QCOMPARE(plot.watch->linesWithOldValues(), 0);
+    }
+
+    void linesWithOldValuesAreCounted()
+    {
+        GrowingPlot plot(QStringLiteral("two-modules"));
+        const QString path = temporaryPath("run.csv");
+        plot.record(path);
+        QTRY_VERIFY(linesOf(path).size() > 6);
+        plot.window->recordings()->look();
+        const int fresh = plot.watch->dataLines();
+        QCOMPARE(plot.watch->linesWithOldValues(), 0);
+        plot.workbench.modules().setSilent(1, true);
+        QTRY_VERIFY(linesOf(path).size() > fresh + 10);
+        plot.window->recordings()->look();
+        QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->dataLines() - fresh);
+
+        const QString key = plot.workbench.modules().description(1).key;
+        QTRY_VERIFY(plot.watch->warning().endsWith("with old values; not answering: " + key));
+        QVERIFY(plot.watch->headline().contains(plot.watch->warning()) && plot.window->recordings()->hasTrouble());
+        QCOMPARE(plot.watch->problem(), QString()); // every line is in the file
+        bool isInStatusBar = false;
+        const QList<QLabel *> labels = plot.window->statusBar()->findChildren<QLabel *>();
+        for (const QLabel *const label : labels) {
+            isInStatusBar = isInStatusBar || label->text().contains(" answers/s, not answering: " + key);
+        }
+        QVERIFY(isInStatusBar);
+        MouseClick::on(plot.watch->box());
+        QVERIFY(plot.watch->linesWithOldValues() > 8); // still to be read when the recording is over
+    }
+
+    void sceneSetsWhatItSays()
+    {
+        const GrowingPlot plot;
+        ContainerInterface *const container = plot.workbench.containers().constFirst();
+        Scene scene = readSceneFile(shippedScenePath(QStringLiteral("circle"))).scene;
+        scene.curves.append(scene.curves.constFirst());
+        std::swap(scene.curves[1].x, scene.curves[1].y);
+        for (const bool on : {true, false}) {
+            scene.showsLines = on;
+            scene.isSquare = !on;
+            scene.showsAll = on;
+            QCOMPARE(SceneRunner(container).apply(scene), QString());
+            const auto isChecked = [container](PlotterWindow::Option option) {
+                return container->findChild<QCheckBox *>(PlotterWindow::optionBoxName(option))->isChecked();
+            };
+            QCOMPARE(isChecked(PlotterWindow::Option::Lines), on);
+            QCOMPARE(isChecked(PlotterWindow::Option::Square), !on);
+            QCOMPARE(isChecked(PlotterWindow::Option::ShowAll), on);
+        }
+        QList<bool> recorded;
+        const QList<QCheckBox *> boxes = container->findChildren<QCheckBox *>();
+        for (const QCheckBox *const box : boxes) {
+            if (box->property("ColorName").isValid()) {
+                recorded.append(box->isChecked());
+            }
+        }
+        QCOMPARE(recorded, QList<bool>({true, true, false, false}));
+        const auto chosen = [container](int curve, PlotterWindow::Side side) {
+            const auto page = PlotterWindow::selectorPage(curve, side);
+            const QModelIndex index = container->findChild<QTableView *>(page.table)->currentIndex();
+            return container->findChild<QComboBox *>(page.motors)->currentText().trimmed() + '/' +
+                   index.sibling(index.row(), PlotterWindow::nameColumn).data().toString().trimmed();
+        };
+        const SceneSource &x = scene.curves.at(1).x;
+        QCOMPARE(chosen(1, PlotterWindow::Side::X), x.motor + '/' + x.value);
+        QCOMPARE(chosen(0, PlotterWindow::Side::Y), x.motor + '/' + x.value);
+        QVERIFY(chosen(0, PlotterWindow::Side::X) != chosen(1, PlotterWindow::Side::X));
     }
 
     void announcedLinesThatNeverArriveAreTold()
@@ -125,12 +200,37 @@ private slots:
         QCOMPARE(plot.watch->problem(), QString());
     }
 
+    void replacedLogIsTold()
+    {
+        GrowingPlot plot;
+        const QString path = temporaryPath("run.csv");
+        plot.record(path);
+        QTRY_VERIFY(linesOf(path).size() > 6);
+        QVERIFY(QFile::remove(path));
+        QTRY_VERIFY(QFileInfo::exists(path)); // the next line makes a new one
+        QStringList told;
+        QObject::connect(&plot.workbench.messages(), &MessageLog::arrived, &plot.workbench.messages(),
+                         [&told](const QVector<LogMessage> &messages) {
+                             for (const LogMessage &message : messages) {
+                                 told.append(message.text);
+                             }
+                         });
+        plot.window->recordings()->look();
+        QVERIFY(plot.watch->missingLines() > 3);
+        QVERIFY2(plot.watch->problem().contains("replaced"), qPrintable(plot.watch->problem()));
+        plot.workbench.messages().deliver();
+        QCOMPARE(told.filter("run.csv was replaced").size(), 1);
+        plot.window->recordings()->look(); // it stays so
+        QVERIFY(plot.watch->problem().contains("replaced"));
+    }
+
     /// For people who use the keyboard or have the screen read to them.
     void tabReachesEverythingAndEverythingHasAName()
     {
         const GrowingPlot plot;
         MainWindow &window = *plot.window;
         window.resize(1200, 800);
+        window.findChild<QDockWidget *>("moduleDock")->show();
         window.showHint();
         QApplication::setActiveWindow(&window);
 

@@ -1,5 +1,5 @@
 #include "GuardedTest.h"
-#include "PluginFile.h"
+#include "window/PluginFile.h"
 
 /// The loader against real files.
 class PluginLoadingTest : public GuardedTest

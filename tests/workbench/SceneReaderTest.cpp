@@ -1,4 +1,4 @@
-#include "SceneReader.h"
+#include "setup/SceneReader.h"
 #include "GuardedTest.h"
 
 namespace
@@ -60,6 +60,11 @@ private slots:
             {"seed with a fraction", ": 7", ": 7.5", "\"seed\": expected a whole number"},
             {"unknown kind", "servo-1", "servo-9", "modules[1].kind"},
             {"key taken", "\"key\": \"B\"", "\"key\": \"A\"", "modules[1].key"},
+            {"axis beyond the last", "\"axis\": 2", "\"axis\": 3",
+             "modules[0].axes[0].axis\": expected a whole number from 0 to 2"},
+            {"axis without a number", "\"kind\": \"servo-1\",",
+             "\"kind\": \"io-block\", \"axes\": [ { \"motion\": \"hold\" } ],",
+             "modules[1].axes[0].axis\": expected no motion, because io-block"},
             {"no period", "Seconds\": 2", "Seconds\": 0", "modules[0].axes[0].periodSeconds"},
             {"module unknown", "\"module\": \"B\"", "\"module\": \"C\"", "curves[0].y.module"},
             {"two modules on one side", "\"A\", \"motor\": \"Register\"", "\"B\"", "curves[1].x.module"},

@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en_US">
 <context>
+    <name>AnswerWatch</name>
+    <message>
+        <source>Not answering since %1</source>
+        <translation>Antwortet nicht seit %1</translation>
+    </message>
+    <message>
+        <source>Slow: %1 answers/s</source>
+        <translation>Langsam: %1 Antworten/s</translation>
+    </message>
+</context>
+<context>
     <name>ExchangePanel</name>
     <message>
         <source>Exchanges with the modules</source>
@@ -10,10 +21,6 @@
     <message>
         <source>Module</source>
         <translation>Modul</translation>
-    </message>
-    <message>
-        <source>Exchanges/s</source>
-        <translation>Abfragen/s</translation>
     </message>
     <message>
         <source>Last [µs]</source>
@@ -34,6 +41,10 @@
     <message>
         <source>Requests that got no answer in time</source>
         <translation>Anfragen, die nicht rechtzeitig beantwortet wurden</translation>
+    </message>
+    <message>
+        <source>Answers/s</source>
+        <translation>Antworten/s</translation>
     </message>
 </context>
 <context>
@@ -165,10 +176,6 @@
         <translation>Abfragen</translation>
     </message>
     <message>
-        <source>%1 exchanges/s</source>
-        <translation>%1 Abfragen/s</translation>
-    </message>
-    <message>
         <source>Open %1, or bring its window to the front</source>
         <translation>%1 öffnen oder das Fenster nach vorn holen</translation>
     </message>
@@ -183,6 +190,22 @@
     <message>
         <source>New %1</source>
         <translation>Neu: %1</translation>
+    </message>
+    <message>
+        <source>%1 does not answer any more</source>
+        <translation>%1 antwortet nicht mehr</translation>
+    </message>
+    <message>
+        <source>%1 answers again, after %2 s</source>
+        <translation>%1 antwortet wieder, nach %2 s</translation>
+    </message>
+    <message>
+        <source>%1 answers/s</source>
+        <translation>%1 Antworten/s</translation>
+    </message>
+    <message>
+        <source>, not answering: %1</source>
+        <translation>, antwortet nicht: %1</translation>
     </message>
 </context>
 <context>
@@ -305,6 +328,26 @@
         <source>A silent module gets requests and answers none</source>
         <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
     </message>
+    <message>
+        <source>%1: time of an answer</source>
+        <translation>%1: Zeit einer Antwort</translation>
+    </message>
+    <message>
+        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
+        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
+    </message>
+    <message>
+        <source>Answers at once</source>
+        <translation>Antwortet sofort</translation>
+    </message>
+    <message>
+        <source>Slow: %1 ms</source>
+        <translation>Langsam: %1 ms</translation>
+    </message>
+    <message>
+        <source>Too late: %1 ms</source>
+        <translation>Zu spät: %1 ms</translation>
+    </message>
 </context>
 <context>
     <name>Options</name>
@@ -418,13 +461,6 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>PluginFolders</name>
-    <message>
-        <source>%1: there is no plugin file in it</source>
-        <translation>%1: darin ist keine Plugin-Datei</translation>
-    </message>
-</context>
-<context>
     <name>PluginFile</name>
     <message>
         <source>%1: there is no such plugin file</source>
@@ -460,6 +496,13 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>PluginFolders</name>
+    <message>
+        <source>%1: there is no plugin file in it</source>
+        <translation>%1: darin ist keine Plugin-Datei</translation>
+    </message>
+</context>
+<context>
     <name>RecordingDriver</name>
     <message>
         <source>no curve got a point to record</source>
@@ -470,8 +513,8 @@ Optionen:
         <translation>%1: die Aufzeichnung wurde vorzeitig beendet</translation>
     </message>
     <message>
-        <source>the container has no box &quot;cbLog&quot; to switch a recording on</source>
-        <translation>der Container hat kein Kästchen „cbLog“, um eine Aufzeichnung einzuschalten</translation>
+        <source>the container has no box &quot;%1&quot; to switch a recording on</source>
+        <translation>der Container hat kein Kästchen „%1“, um eine Aufzeichnung einzuschalten</translation>
     </message>
     <message>
         <source>the plot window was closed, nothing was recorded</source>
@@ -519,6 +562,10 @@ Optionen:
     <message>
         <source>Last failure, %1</source>
         <translation>Letzter Fehler, %1</translation>
+    </message>
+    <message>
+        <source>, with old values: %1</source>
+        <translation>, mit alten Werten: %1</translation>
     </message>
 </context>
 <context>
@@ -595,6 +642,22 @@ Optionen:
         <source>%1: %2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>%1 was replaced while recording: its header and %2 are gone</source>
+        <translation>%1 wurde während der Aufzeichnung ersetzt: Der Kopf und %2 sind weg</translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation>%1; %2</translation>
+    </message>
+    <message>
+        <source>%1 with old values</source>
+        <translation>%1 mit alten Werten</translation>
+    </message>
+    <message>
+        <source>not answering: %1</source>
+        <translation>antwortet nicht: %1</translation>
+    </message>
 </context>
 <context>
     <name>Recordings</name>
@@ -602,12 +665,24 @@ Optionen:
         <source>Not recording</source>
         <translation>Keine Aufzeichnung</translation>
     </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
 </context>
 <context>
     <name>RunPlan</name>
     <message>
         <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
         <translation>keine Szene und keine Datei heißt „%1“; die Szenen sind: %2</translation>
+    </message>
+    <message>
+        <source>%1 and %2 lead to the same file: %3</source>
+        <translation>%1 und %2 führen zu derselben Datei: %3</translation>
+    </message>
+    <message>
+        <source>%1: cannot save there: %2</source>
+        <translation>%1: dorthin lässt sich nicht speichern: %2</translation>
     </message>
 </context>
 <context>
@@ -683,6 +758,18 @@ Optionen:
         <source>%1: cannot read the scene file: %2</source>
         <translation>%1: die Szenendatei lässt sich nicht lesen: %2</translation>
     </message>
+    <message>
+        <source>no motion, because %1 has no axes</source>
+        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+    </message>
+    <message>
+        <source>0, because %1 has this axis only</source>
+        <translation>0, denn %1 hat nur diese Achse</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 to %1, the axes of %2</source>
+        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
+    </message>
 </context>
 <context>
     <name>SceneRunner</name>
@@ -713,10 +800,6 @@ Optionen:
     <message>
         <source>the plot has boxes for %1 curves, the scene needs %2</source>
         <translation>das Diagramm hat Kästchen für %1 Kurven, die Szene braucht %2</translation>
-    </message>
-    <message>
-        <source>the plot window has no box &quot;%1&quot;</source>
-        <translation>das Plotfenster hat kein Kästchen „%1“</translation>
     </message>
     <message>
         <source>the container has no %1 called &quot;%2&quot;, which a scene needs</source>
@@ -763,7 +846,7 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>SimulatedModule</name>
+    <name>ModuleKind</name>
     <message>
         <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
         <translation>Drei Schrittmotorachsen mit Registern: Achse 0 fährt mit Getriebespiel hin und her, die Achsen 1 und 2 zeichnen einen Kreis.</translation>
@@ -782,10 +865,6 @@ Optionen:
     <message>
         <source>the run was ended before its time</source>
         <translation>der Lauf wurde vorzeitig beendet</translation>
-    </message>
-    <message>
-        <source>%1: cannot save there: %2</source>
-        <translation>%1: dorthin lässt sich nicht speichern: %2</translation>
     </message>
     <message>
         <source>the plot window was closed before the run was over</source>
@@ -818,9 +897,28 @@ Optionen:
         <source>the disk is full</source>
         <translation>der Datenträger ist voll</translation>
     </message>
+    <message>
+        <source>nobody reads from this pipe</source>
+        <translation>niemand liest aus dieser Pipe</translation>
+    </message>
+    <message>
+        <source>it is a device or a pipe, no file that could be replaced</source>
+        <translation>es ist ein Gerät oder eine Pipe, keine Datei, die ersetzt werden könnte</translation>
+    </message>
 </context>
 <context>
-    <name>main</name>
+    <name>Program</name>
+    <message>
+        <source> (--help lists the options)</source>
+        <translation> (--help listet die Optionen auf)</translation>
+    </message>
+    <message>
+        <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
+        <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
+    </message>
+</context>
+<context>
+    <name>WorkbenchRun</name>
     <message>
         <source>the plot window cannot be %1x%2, it needs at least %3x%4</source>
         <translation>das Plotfenster kann nicht %1x%2 groß sein, es braucht mindestens %3x%4</translation>
@@ -838,20 +936,16 @@ Optionen:
         <translation>%1: dieses Plugin liefert keinen Container</translation>
     </message>
     <message>
-        <source> (--help lists the options)</source>
-        <translation> (--help listet die Optionen auf)</translation>
-    </message>
-    <message>
-        <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
-        <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
-    </message>
-    <message>
         <source>plugin: %1</source>
         <translation>Plugin: %1</translation>
     </message>
     <message>
         <source>scene: &quot;%1&quot; ran for %2 s and was recorded</source>
         <translation>Szene: „%1“ lief %2 s lang und wurde aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>%1: lines with old values, because a module did not answer: %2</source>
+        <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
     </message>
 </context>
 </TS>

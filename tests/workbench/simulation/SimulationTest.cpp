@@ -1,9 +1,11 @@
-#include "AxisMechanics.h"
 #include "GuardedTest.h"
-#include "MotionProgram.h"
-#include "SimulatedModule.h"
-#include "SimulationClock.h"
 #include "host/CommandHandlerInterface.h"
+#include "modules/simulation/AxisMechanics.h"
+#include "modules/simulation/ModuleKind.h"
+#include "modules/simulation/MotionProgram.h"
+#include "modules/simulation/SimulatedMachine.h"
+#include "modules/simulation/SimulatedModule.h"
+#include "modules/simulation/SimulationClock.h"
 
 #include <cmath>
 #include <limits>
@@ -22,7 +24,7 @@ struct Bench
 {
     explicit Bench(const QString &kind, quint32 seed = 1, int stepsPerExchange = 14)
         : clock(SimulationClock::Drive::Exchanges, stepsPerExchange)
-        , module(createModule(kind, QStringLiteral("SIM0/Device"), nullptr, &clock, seed))
+        , module(new SimulatedModule(*findModuleKind(kind), QStringLiteral("SIM0/Device"), nullptr, &clock, seed))
         , address(module->moduleAddress())
     {
     }
@@ -103,6 +105,45 @@ private slots:
         bench.module->setSilent(true);
         bench.ask({noisy});
         QVERIFY(bench.status == Command::Status::Unanswered);
+    }
+
+    void wallClockDrivesWhateverIsAsked()
+    {
+        SimulationClock clock(SimulationClock::Drive::WallClock);
+        const SimulatedMachine machine(&clock, {}, 1);
+        const auto steps = [&machine] { return int(machine.testSignals().elapsedMs()); };
+        constexpr int hourMs = 3600000; // later than any wall clock of a test
+        clock.catchUpTo(hourMs);
+        QCOMPARE(steps(), SimulationClock::maximumLagMs); // a stall costs no more than this
+        clock.catchUpTo(hourMs + 14);
+        for (int exchange = 0; exchange < 8; ++exchange) {
+            clock.catchUpTo(hourMs + 14);
+        }
+        QCOMPARE(steps(), SimulationClock::maximumLagMs + 14);
+
+        SimulationClock exact(SimulationClock::Drive::Exchanges, 3);
+        exact.catchUp();
+        QCOMPARE(exact.nowMs(), qint64(0));
+        exact.exchangeBegins();
+        QCOMPARE(exact.nowMs(), qint64(3));
+    }
+
+    void fieldsLieWhereTheirRegisterSays()
+    {
+        Bench bench(QStringLiteral("io-block"));
+        int counters = 0;
+        for (int i = 0; i < 600; ++i) {
+            const QVector<qint32> values = bench.ask({0x94'00'00, 0x94'00'04});
+            const int counter = values.first() & 0xFF;
+            counters |= counter;
+            QCOMPARE((values.first() >> 8) & 0xFF, counter ^ (counter >> 1)); // its Gray code
+            QCOMPARE((values.first() >> 31) & 1, counter & 1);
+            QCOMPARE((values.first() >> 20) & 0x7FF, 0); // no field
+            const double sine = qint16(values.last() & 0xFFFF);
+            const double cosine = qint16(values.last() >> 16);
+            QVERIFY(qAbs(std::hypot(sine, cosine) - 10000.0) < 2.0);
+        }
+        QVERIFY(counters > 15);
     }
 
     void rampKeepsItsLimits_data()

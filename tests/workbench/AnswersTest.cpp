@@ -1,0 +1,195 @@
+#include "GuardedTest.h"
+#include "modules/AnswerWatch.h"
+#include "modules/ModuleRack.h"
+#include "window/ModulePanel.h"
+
+#include "host/KAROModuleInterface.h"
+#include "host/PluginHandler.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+
+namespace
+{
+
+const QString first = QStringLiteral("SIM0/Stepper");
+const QString second = QStringLiteral("SIM1/Servo");
+
+/// Two modules, what watches them, and the panel that shows them.
+struct Rack
+{
+    Rack()
+    {
+        QVERIFY(modules.add({QStringLiteral("stepper-3"), first, {}}, 1));
+        QVERIFY(modules.add({QStringLiteral("servo-1"), second, {}}, 1));
+        panel.resize(300, 600);
+        panel.show();
+    }
+
+    CommandHandlerInterface *channel(const QString &key) const
+    {
+        return handler.getModulePlugin(key)->commandHandlerInterface();
+    }
+
+    /// One exchange of two requests for the position of the first axis; returns its value.
+    qint32 ask(const QString &key)
+    {
+        for (CommandCombo &pair : pairs) {
+            pair.request.setAddress(handler.getModulePlugin(key)->moduleAddress());
+            pair.request.setCommand(0x06);
+            pair.request.setType(0x02);
+        }
+        channel(key)->sendCommandCombos({&pairs[0], &pairs[1]});
+        return pairs[0].reply.value();
+    }
+
+    template<typename Widget> QList<Widget *> boxes(const QString &key) const
+    {
+        const QList<QGroupBox *> groups = panel.findChildren<QGroupBox *>();
+        for (const QGroupBox *const group : groups) {
+            if (group->title() == key) {
+                return group->findChildren<Widget *>();
+            }
+        }
+        return {};
+    }
+
+    void click(const QString &key, const QString &text) const
+    {
+        const QList<QCheckBox *> all = boxes<QCheckBox>(key);
+        for (QCheckBox *const box : all) {
+            if (box->text() == text) {
+                QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+                return;
+            }
+        }
+        QFAIL(qPrintable(text));
+    }
+
+    QString mark(const QString &key) const
+    {
+        const QList<QLabel *> labels = boxes<QLabel>(key);
+        for (const QLabel *const label : labels) {
+            if (label->objectName() == QLatin1String("trouble")) {
+                return label->isVisible() ? label->text() : QString();
+            }
+        }
+        return QStringLiteral("no label");
+    }
+
+    PluginHandler handler;
+    ModuleRack modules{&handler, SimulationClock::Drive::Exchanges, 14};
+    AnswerWatch watch{&modules};
+    ModulePanel panel{&modules, &watch};
+    CommandCombo pairs[2];
+};
+
+} // namespace
+
+/// The list of modules and what is found out about their answers.
+class AnswersTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void boxesDoWhatTheySay()
+    {
+        Rack rack;
+        const qint32 before = rack.ask(second);
+        for (int i = 0; i < 20; ++i) {
+            rack.ask(second);
+        }
+        QVERIFY(rack.ask(second) != before);
+        rack.click(second, "Moving");
+        for (int i = 0; i < 200; ++i) {
+            rack.ask(second); // it brakes
+        }
+        const qint32 stopped = rack.ask(second);
+        for (int i = 0; i < 20; ++i) {
+            QCOMPARE(rack.ask(second), stopped);
+        }
+        rack.click(second, "Silent");
+        rack.ask(second);
+        QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
+        rack.ask(first);
+        QVERIFY(rack.pairs[0].reply.status() == Command::Status::Answered);
+        rack.click(second, "Plugged in");
+        QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(first));
+        QVERIFY(!rack.boxes<QComboBox>(second).constFirst()->isEnabled());
+        rack.click(second, "Plugged in"); // as it was
+        QVERIFY(rack.modules.isPluggedIn(1) && rack.modules.isSilent(1) && !rack.modules.isMoving(1));
+        rack.ask(second);
+        QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
+    }
+
+    void chosenTimeIsTaken()
+    {
+        Rack rack;
+        QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_Down);
+        rack.ask(first);
+        QVERIFY(rack.channel(first)->statistics().lastDurationNs >= 2 * 5000000);
+        rack.ask(second);
+        QVERIFY(rack.channel(second)->statistics().lastDurationNs < 5000000);
+        QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_End);
+        rack.ask(first); // later than the channel waits
+        QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
+    }
+
+    void answersAreCountedNotQuestions()
+    {
+        Rack rack;
+        QSignalSpy fallen(&rack.watch, &AnswerWatch::fellSilent);
+        QSignalSpy risen(&rack.watch, &AnswerWatch::answersAgain);
+        const auto askFor = [&](qint64 fromMs, int looks) {
+            for (int look = 0; look < looks; ++look) {
+                for (int i = 0; i < 5; ++i) {
+                    rack.ask(second);
+                }
+                rack.watch.look(fromMs + look * 500);
+            }
+        };
+        rack.watch.look(0);
+        askFor(500, 4);
+        QCOMPARE(rack.watch.answersPerSecond(1), 20.0); // five exchanges of two requests in half a second
+        QCOMPARE(rack.watch.answersPerSecond(), 20.0);
+        QVERIFY(rack.watch.state(1) == AnswerWatch::State::Answering);
+        QVERIFY(rack.watch.state(0) == AnswerWatch::State::Unasked);
+        QCOMPARE(rack.mark(second), QString());
+
+        rack.modules.setSilent(1, true);
+        askFor(2500, 6);
+        QCOMPARE(rack.watch.answersPerSecond(), 0.0);
+        QCOMPARE(rack.watch.silentModules(), QStringList(second));
+        QVERIFY2(rack.mark(second).contains("Not answering since "), qPrintable(rack.mark(second)));
+        QCOMPARE(rack.mark(first), QString());
+        QCOMPARE(fallen.size(), 1);
+
+        rack.modules.setSilent(1, false);
+        QTRY_VERIFY((rack.ask(second), !rack.channel(second)->isSilenced())); // it is tried again after a second
+        rack.watch.look(8000);
+        QCOMPARE(risen.size(), 1);
+        QCOMPARE(risen.constFirst().at(1).toInt(), 5);
+        QCOMPARE(rack.mark(second), QString());
+    }
+
+    void restingModuleIsSlow()
+    {
+        Rack rack;
+        rack.modules.setAnswerTime(1, 5);
+        rack.watch.look(0);
+        while (rack.channel(second)->statistics().rests == 0) {
+            rack.ask(second);
+        }
+        rack.watch.look(500);
+        QVERIFY(rack.watch.state(1) == AnswerWatch::State::Slow);
+        QVERIFY2(rack.mark(second).contains("Slow: "), qPrintable(rack.mark(second)));
+        rack.modules.setPluggedIn(1, false);
+        rack.watch.look(1000);
+        QCOMPARE(rack.mark(second), QString());
+    }
+};
+
+GUARDED_TEST_MAIN(AnswersTest)
+#include "AnswersTest.moc"

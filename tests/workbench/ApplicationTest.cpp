@@ -1,0 +1,235 @@
+#include "GuardedTest.h"
+#include "application/RunPlan.h"
+#include "application/SelfTest.h"
+#include "application/Terminal.h"
+#include "application/WorkbenchRun.h"
+#include "setup/SceneReader.h"
+
+#include <QDir>
+#include <QImage>
+
+namespace
+{
+
+const char minimalPlugin[] = FIXTURE_FOLDER "/minimal_container.so";
+const char brokenPlugin[] = FIXTURE_FOLDER "/missing_symbol.so";
+
+OptionsResult parsed(const QString &arguments)
+{
+    return parseOptions(QStringList(QStringLiteral("program")) + arguments.split(QLatin1Char(' ')));
+}
+
+RunPlan planned(const QString &arguments, bool isHeadless)
+{
+    return planRun(parsed(QStringLiteral("--plugin x.so ") + arguments).options, isHeadless).plan;
+}
+
+/// A terminal whose lines can be read.
+struct Paper
+{
+    ~Paper()
+    {
+        std::fclose(output);
+        std::fclose(errors);
+    }
+
+    static QString linesOf(std::FILE *file)
+    {
+        std::rewind(file);
+        QFile reader;
+        return reader.open(file, QIODevice::ReadOnly) ? QString::fromLocal8Bit(reader.readAll()) : QString();
+    }
+
+    std::FILE *const output = std::tmpfile();
+    std::FILE *const errors = std::tmpfile();
+    const Terminal terminal{output, errors};
+};
+
+} // namespace
+
+/// From the command line to the end of a run, inside this process and with a small plugin.
+class ApplicationTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void valuesOfOptions_data()
+    {
+        QTest::addColumn<bool>("isSound");
+        for (const char *const sound : {"--seconds 86400", "--seconds 1e-3", "--size 8192x1", "--size 1x8192",
+                                        "--seed 4294967295", "--seed 0", "--palette dark", "--language en"}) {
+            QTest::newRow(sound) << true;
+        }
+        for (const char *const unsound :
+             {"--seconds 86400.1", "--seconds 0", "--seconds nan", "--size 8193x1", "--size 1x8193", "--size 0x5",
+              "--size 5X5", "--seed 4294967296", "--seed -1", "--palette pink", "--language fr", "stray", "--picture ",
+              "--plugin ", "--seed"}) {
+            QTest::newRow(unsound) << false;
+        }
+    }
+
+    void valuesOfOptions()
+    {
+        QFETCH(bool, isSound);
+        const QString error = parsed(QString::fromLatin1(QTest::currentDataTag())).error;
+        QVERIFY2(error.isEmpty() == isSound, qPrintable(error));
+        QVERIFY(!error.contains(QLatin1Char('\n')));
+    }
+
+    void everyOptionArrives()
+    {
+        const Options options = parsed("--scene S --seconds 2.5 --picture P --log L --size 30x40 --seed 9 --plugin A "
+                                       "--plugin B --palette light --language de --settings T --self-test")
+                                    .options;
+        QCOMPARE(QStringList({options.scene, options.picture, options.log, options.language, options.settings}),
+                 QStringList({"S", "P", "L", "de", "T"}));
+        QCOMPARE(options.plugins, QStringList({"A", "B"}));
+        QVERIFY(options.seconds == 2.5 && options.seed == 9U && options.size == QSize(30, 40));
+        QVERIFY(options.palette == PaletteChoice::Light && options.wantsSelfTest);
+        QVERIFY(!options.wantsHelp && !options.wantsVersion && !options.wantsSceneList && !options.wantsPluginList);
+        QVERIFY(parsed("--help").options.wantsHelp && parsed("--version").options.wantsVersion);
+        QVERIFY(parsed("--list-scenes").options.wantsSceneList && parsed("--list-plugins").options.wantsPluginList);
+        // Known before all else, so that what is wrong with the rest is said in it.
+        QCOMPARE(languageOption({"program", "--seconds", "soon", "--language", "de", "--stray"}), QString("de"));
+        QCOMPARE(languageOption({"program", "--language", "fr"}), QString());
+    }
+
+    void planFillsWhatWasNotAskedFor()
+    {
+        const RunPlan headless = planned(QStringLiteral("--seed 5"), true);
+        QVERIFY(headless.isTimed && headless.hasScene && headless.seconds == 5.0);
+        QCOMPARE(headless.size, QSize(1000, 600));
+        QCOMPARE(headless.picture, QDir::current().absoluteFilePath(QStringLiteral("xy-plot.png")));
+        QCOMPARE(headless.scene.title, readSceneFile(shippedScenePath(QStringLiteral("circle"))).scene.title);
+        QCOMPARE(headless.scene.seed, 5U);
+        const RunPlan window = planned(QStringLiteral("--scene phase --settings s.ini"), false);
+        QVERIFY(!window.isTimed && window.hasScene && window.picture.isEmpty() && !window.size.isValid());
+        QCOMPARE(window.scene.seed, 3U); // the scene's own
+        QCOMPARE(window.settings, QDir::current().absoluteFilePath(QStringLiteral("s.ini")));
+        const RunPlan bare = planned(QStringLiteral("--plugin y.so"), false);
+        QVERIFY(!bare.isTimed && !bare.hasScene && bare.scene.modules.size() == 3 && bare.scene.curves.isEmpty());
+        QCOMPARE(bare.requiredPlugins, 2);
+        const QString log = temporaryPath("run.csv");
+        QVERIFY(planned(QStringLiteral("--log ") + log, false).picture.isEmpty());
+        const RunPlan both = planned(QStringLiteral("--log %1 --picture %1.png").arg(log), false);
+        QVERIFY(both.isTimed && both.log == log && both.picture == log + QStringLiteral(".png"));
+    }
+
+    void runEndsAsItWent_data()
+    {
+        QTest::addColumn<QStringList>("plugins");
+        QTest::addColumn<int>("required");
+        QTest::addColumn<QString>("error"); // empty: there is none
+        QTest::addColumn<bool>("isDone");
+        QTest::newRow("well") << QStringList({minimalPlugin}) << 1 << QString() << true;
+        QTest::newRow("without a plugin that came unasked")
+            << QStringList({minimalPlugin, brokenPlugin}) << 1 << "definedNowhere" << true;
+        QTest::newRow("a plugin lacks that was asked for")
+            << QStringList({minimalPlugin, brokenPlugin}) << 2 << "definedNowhere" << false;
+    }
+
+    void runEndsAsItWent()
+    {
+        QFETCH(QStringList, plugins);
+        QFETCH(int, required);
+        QFETCH(QString, error);
+        QFETCH(bool, isDone);
+        RunPlan plan = shortPlan();
+        plan.plugins = plugins;
+        plan.requiredPlugins = required;
+        plan.size = QSize(300, 200);
+        const Paper paper;
+        QCOMPARE(WorkbenchRun(plan, paper.terminal).exec(), isDone ? 0 : 1);
+        const QString errors = Paper::linesOf(paper.errors);
+        QVERIFY2(errors.contains(error) && errors.count('\n') == (error.isEmpty() ? 0 : 1), qPrintable(errors));
+        QCOMPARE(Paper::linesOf(paper.output).contains(plan.picture), isDone);
+        QCOMPARE(QImage(plan.picture).size(), isDone ? plan.size : QSize(0, 0));
+    }
+
+    void runThatLosesItsWindowFails_data()
+    {
+        QTest::addColumn<bool>("isPlotOnly");
+        QTest::newRow("plot window") << true;
+        QTest::newRow("main window") << false;
+    }
+
+    void runThatLosesItsWindowFails()
+    {
+        QFETCH(bool, isPlotOnly);
+        const RunPlan plan = shortPlan();
+        const Paper paper;
+        QTimer::singleShot(0, [isPlotOnly] {
+            const QWidgetList windows = QApplication::allWidgets();
+            for (QWidget *const window : windows) {
+                if (isPlotOnly ? window->inherits("QMdiSubWindow") : window->isWindow()) {
+                    window->close();
+                }
+            }
+        });
+        QCOMPARE(WorkbenchRun(plan, paper.terminal).exec(), 1);
+        const QString errors = Paper::linesOf(paper.errors);
+        QVERIFY2(errors.contains(isPlotOnly ? "the plot window was closed" : "before its time"), qPrintable(errors));
+        QVERIFY(!QFile::exists(plan.picture));
+    }
+
+    void selfTestLooksIntoTheLog_data()
+    {
+        QTest::addColumn<QString>("original");
+        QTest::addColumn<QString>("mistake");
+        QTest::addColumn<int>("recorded");
+        QTest::newRow("sound") << ""
+                               << "" << 20;
+        QTest::newRow("line missing") << "\n7;1;2;\r"
+                                      << "" << 20;
+        QTest::newRow("line twice") << "\n8;"
+                                    << "\n7;" << 20;
+        QTest::newRow("header missing") << "Module:;"
+                                        << ";" << 20;
+        QTest::newRow("last line torn") << "20;1;2;\r\n"
+                                        << "20;1;2;\r\n21;1;" << 20;
+        QTest::newRow("more recorded than written") << ""
+                                                    << "" << 21;
+        QTest::newRow("too few") << "\n20;1;2;\r"
+                                 << "" << 19;
+    }
+
+    void selfTestLooksIntoTheLog()
+    {
+        QFETCH(QString, original);
+        QFETCH(QString, mistake);
+        QFETCH(int, recorded);
+        QString log = QStringLiteral("Module:;M;M;\r\nCounter;x;y;\r\n");
+        for (int line = 1; line <= 20; ++line) {
+            log += QStringLiteral("%1;1;2;\r\n").arg(line);
+        }
+        if (!original.isEmpty()) {
+            log.replace(log.indexOf(original), original.size(), mistake);
+        }
+        QFile file(temporaryPath("run.csv"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(log.toUtf8());
+        file.close();
+        const Paper paper;
+        SelfTest test(paper.terminal);
+        test.checkLog(file.fileName(), 1, recorded);
+        const bool isSound = qstrcmp(QTest::currentDataTag(), "sound") == 0;
+        QVERIFY2(test.hasFailed() != isSound, qPrintable(Paper::linesOf(paper.output)));
+    }
+
+private:
+    /// Without curves, which the small plugin has none for.
+    RunPlan shortPlan() const
+    {
+        RunPlan plan;
+        plan.scene = readSceneFile(startScenePath()).scene;
+        plan.hasScene = true;
+        plan.isTimed = true;
+        plan.seconds = 0.05;
+        plan.plugins = QStringList(minimalPlugin);
+        plan.picture = temporaryPath("picture.png");
+        return plan;
+    }
+};
+
+GUARDED_TEST_MAIN(ApplicationTest)
+#include "ApplicationTest.moc"

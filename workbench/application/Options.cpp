@@ -1,0 +1,193 @@
+#include "application/Options.h"
+
+#include "application/Language.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QRegularExpression>
+
+#include <cmath>
+
+namespace
+{
+
+constexpr double longestRunSeconds = 86400.0;
+constexpr int largestSidePixels = 8192;
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(Options)
+};
+
+QList<QCommandLineOption> allOptions()
+{
+    const auto option = [](const char *name, const QString &description, const char *value) {
+        return QCommandLineOption(QString::fromLatin1(name), description,
+                                  value == nullptr ? QString() : QString::fromLatin1(value));
+    };
+    return {
+        option("scene", Text::tr("Set up a scene: a name from --list-scenes, or a scene file."), "NAME|FILE"),
+        option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
+               "N"),
+        option("picture", Text::tr("Where to save that picture, a PNG; default ./xy-plot.png."), "FILE"),
+        option("log",
+               Text::tr("Record the run to a CSV file, by the window's own box and dialog; an existing file is "
+                        "overwritten. A picture is then saved only with --picture."),
+               "FILE"),
+        option("size", Text::tr("Size of the plot window in pixels; pictures have 1000x600 unless this is given."),
+               "WxH"),
+        option("seed", Text::tr("Seed of all simulated noise, in place of the scene's own."), "N"),
+        option("plugin",
+               Text::tr("A container plugin to load, or a folder of them; may be given more than once. Without it, "
+                        "those that came with the program and those in the user's plugin folder are loaded."),
+               "FILE|FOLDER"),
+        option("palette", Text::tr("Colours of the windows: light, dark or system (the default)."), "NAME"),
+        option("language", Text::tr("Language of the workbench: de or en; the system's own by default."), "CODE"),
+        option("settings", Text::tr("The settings file; scenes use one that is thrown away unless this is given."),
+               "FILE"),
+        option("list-scenes", Text::tr("List the shipped scenes and end."), nullptr),
+        option("list-plugins", Text::tr("List the plugins, whether they are of use, and end."), nullptr),
+        option("self-test", Text::tr("Look whether this program and its plugins are complete and work, and end."),
+               nullptr),
+        option("version", Text::tr("Show the version and end."), nullptr),
+        option("help", Text::tr("Show this text and end."), nullptr),
+    };
+}
+
+/// The value of an option that was given; complains when it is blank, which a shell variable easily is.
+QString textOf(const QCommandLineParser &parser, const char *name, QString &error)
+{
+    const QString option = QString::fromLatin1(name);
+    if (!parser.isSet(option)) {
+        return {};
+    }
+    QString text = parser.value(option);
+    if (text.trimmed().isEmpty() && error.isEmpty()) {
+        error = Text::tr("--%1: expected a value, found none").arg(option);
+    }
+    return text;
+}
+
+void readSeconds(const QString &text, Options &options, QString &error)
+{
+    bool isNumber = false;
+    const double seconds = text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(seconds) || seconds <= 0.0 || seconds > longestRunSeconds) {
+        error = Text::tr("--seconds: expected a number above 0 and up to %1, found \"%2\"")
+                    .arg(longestRunSeconds)
+                    .arg(text);
+        return;
+    }
+    options.seconds = seconds;
+}
+
+void readSize(const QString &text, Options &options, QString &error)
+{
+    static const QRegularExpression pattern(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$"));
+    const QRegularExpressionMatch match = pattern.match(text);
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    if (!match.hasMatch() || size.isEmpty() || qMax(size.width(), size.height()) > largestSidePixels) {
+        error = Text::tr("--size: expected WIDTHxHEIGHT with sides of 1 to %1, for example 1000x600, found \"%2\"")
+                    .arg(largestSidePixels)
+                    .arg(text);
+        return;
+    }
+    options.size = size;
+}
+
+void readSeed(const QString &text, Options &options, QString &error)
+{
+    bool isNumber = false;
+    const quint32 seed = text.toUInt(&isNumber);
+    if (!isNumber) {
+        error = Text::tr("--seed: expected a whole number from 0 to 4294967295, found \"%1\"").arg(text);
+        return;
+    }
+    options.seed = seed;
+}
+
+void readPalette(const QString &text, Options &options, QString &error)
+{
+    const std::optional<PaletteChoice> choice = paletteChoice(text);
+    if (!choice) {
+        error = Text::tr("--palette: expected light, dark or system, found \"%1\"").arg(text);
+        return;
+    }
+    options.palette = *choice;
+}
+
+void readLanguage(const QString &text, Options &options, QString &error)
+{
+    if (!Language::codes().contains(text)) {
+        error = Text::tr("--language: expected %1, found \"%2\"").arg(Language::codes().join(Text::tr(" or ")), text);
+        return;
+    }
+    options.language = text;
+}
+
+} // namespace
+
+QString languageOption(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.addOptions(allOptions());
+    parser.parse(arguments); // as far as it can be read
+    const QString code = parser.value(QStringLiteral("language"));
+    return Language::codes().contains(code) ? code : QString();
+}
+
+OptionsResult parseOptions(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.addOptions(allOptions());
+    OptionsResult result;
+    if (!parser.parse(arguments)) {
+        result.error = parser.errorText();
+        return result;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        result.error = Text::tr("Unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
+        return result;
+    }
+    Options &options = result.options;
+    options.wantsHelp = parser.isSet(QStringLiteral("help"));
+    options.wantsVersion = parser.isSet(QStringLiteral("version"));
+    options.wantsSceneList = parser.isSet(QStringLiteral("list-scenes"));
+    options.wantsPluginList = parser.isSet(QStringLiteral("list-plugins"));
+    options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
+    options.scene = textOf(parser, "scene", result.error);
+    options.picture = textOf(parser, "picture", result.error);
+    textOf(parser, "plugin", result.error);
+    options.plugins = parser.values(QStringLiteral("plugin"));
+    options.settings = textOf(parser, "settings", result.error);
+    options.log = textOf(parser, "log", result.error);
+
+    using Reader = void (*)(const QString &, Options &, QString &);
+    const QList<QPair<const char *, Reader>> readers = {{"language", readLanguage},
+                                                        {"seconds", readSeconds},
+                                                        {"size", readSize},
+                                                        {"seed", readSeed},
+                                                        {"palette", readPalette}};
+    for (const auto &[name, read] : readers) {
+        const QString text = textOf(parser, name, result.error);
+        if (parser.isSet(QString::fromLatin1(name)) && result.error.isEmpty()) {
+            read(text, options, result.error);
+        }
+    }
+    return result;
+}
+
+QString optionsHelp()
+{
+    QString text = Text::tr("Usage: xy-plot-workbench [options]\n\n"
+                            "A stand-in host for container plugins, with simulated motor-controller modules.\n"
+                            "Without a display it runs a scene off screen, saves a picture of the plot and ends.\n\n"
+                            "Options:\n");
+    constexpr int columnWidth = 22;
+    const QList<QCommandLineOption> options = allOptions();
+    for (const QCommandLineOption &option : options) {
+        const QString left = QStringLiteral("  --%1 %2").arg(option.names().constFirst(), option.valueName());
+        text += left.leftJustified(columnWidth) + QLatin1Char(' ') + option.description() + QLatin1Char('\n');
+    }
+    return text;
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "window/Palettes.h"
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// What a person asked for on the command line; empty or unset members were not asked for.
+struct Options
+{
+    QString scene;                 ///< name of a shipped scene, or path of a scene file
+    std::optional<double> seconds; ///< s, more than 0
+    QString picture;               ///< path of the PNG file
+    QStringList plugins;           ///< paths of plugin files, or of folders of them
+    QSize size;                    ///< of the container in its window, widget pixels; invalid when not given
+    std::optional<quint32> seed;
+    PaletteChoice palette = PaletteChoice::System;
+    QString settings; ///< path of the settings file
+    QString log;      ///< path of the CSV file
+    QString language; ///< one of Language::codes()
+    bool wantsHelp = false;
+    bool wantsVersion = false;
+    bool wantsSceneList = false;
+    bool wantsPluginList = false;
+    bool wantsSelfTest = false;
+};
+
+/// Options, or one line that says what is wrong with them; \c error is empty when nothing is.
+struct OptionsResult
+{
+    Options options;
+    QString error;
+};
+
+/// The language that a command line asks for, one of Language::codes(); empty when it names none. Errors are in it.
+QString languageOption(const QStringList &arguments);
+
+/// Reads a command line; the first of \a arguments is the program and skipped. Needs no application object.
+OptionsResult parseOptions(const QStringList &arguments);
+
+/// The help text: every option with what it takes and does, ended by a line feed.
+QString optionsHelp();

@@ -1,0 +1,64 @@
+#include "application/PluginFolders.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace
+{
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(PluginFolders)
+};
+
+const QString firstPlugin = QStringLiteral("container_xy_plot.so");
+
+QStringList filesIn(const QString &folder)
+{
+    QStringList files;
+    const QStringList names = QDir(folder).entryList({QStringLiteral("*.so")}, QDir::Files, QDir::Name);
+    for (const QString &name : names) {
+        files.append(folder + QLatin1Char('/') + name);
+    }
+    return files;
+}
+
+} // namespace
+
+QString PluginFolders::own()
+{
+    const QDir programFolder(QCoreApplication::applicationDirPath());
+    QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral(INSTALLED_PLUGIN_FOLDER)));
+    const QString built = QDir::cleanPath(programFolder.filePath(QStringLiteral("../plugins")));
+    return !QFileInfo(installed).isDir() && QFileInfo(built).isDir() ? built : installed;
+}
+
+QString PluginFolders::ofUser()
+{
+    // Not by the application's name, which a program has only after it was given one.
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/xy-plot-workbench/plugins");
+}
+
+QStringList PluginFolders::files(const QStringList &asked)
+{
+    if (!asked.isEmpty()) {
+        QStringList found;
+        for (const QString &path : asked) {
+            found += QFileInfo(path).isDir() ? filesIn(path) : QStringList(path);
+        }
+        return found;
+    }
+    const QString first = own() + QLatin1Char('/') + firstPlugin;
+    QStringList found = filesIn(own()) + filesIn(ofUser());
+    found.removeAll(first);
+    found.prepend(first); // so that whoever loads it says where it should be
+    return found;
+}
+
+QString PluginFolders::noFilesText(const QStringList &asked)
+{
+    return Text::tr("%1: there is no plugin file in it").arg(asked.join(QStringLiteral(", ")));
+}

@@ -1,0 +1,108 @@
+#include "application/RunPlan.h"
+
+#include "application/PluginFolders.h"
+#include "logging/WriteObstacle.h"
+#include "setup/SceneReader.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace
+{
+
+constexpr double defaultRunSeconds = 5.0;
+constexpr QSize defaultPictureSize(1000, 600); // wide enough for a square plot beside the tables
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(RunPlan)
+};
+
+QString absolute(const QString &path)
+{
+    return path.isEmpty() ? QString() : QFileInfo(path).absoluteFilePath();
+}
+
+/// Where the scene is that was asked for, or the one to start with; empty when nothing bears that name.
+QString scenePath(const QString &name)
+{
+    if (name.isEmpty()) {
+        return startScenePath();
+    }
+    if (shippedScenes().contains(name)) {
+        return shippedScenePath(name);
+    }
+    return QFileInfo::exists(name) ? name : QString();
+}
+
+/// What is wrong with the files that the run is to write, and the exit code for it.
+void checkFiles(const RunPlan &plan, RunPlanResult &result)
+{
+    const QList<QPair<QString, QString>> files = {{QStringLiteral("--log"), plan.log},
+                                                  {QStringLiteral("--picture"), plan.picture},
+                                                  {QStringLiteral("--settings"), plan.settings}};
+    for (int i = 0; i < files.size(); ++i) {
+        const QString &path = files.at(i).second;
+        if (path.isEmpty()) {
+            continue;
+        }
+        for (int j = 0; j < i; ++j) {
+            if (!files.at(j).second.isEmpty() && isSameFile(path, files.at(j).second)) {
+                result.error =
+                    Text::tr("%1 and %2 lead to the same file: %3").arg(files.at(j).first, files.at(i).first, path);
+                result.exitCode = RunPlanResult::exitUsage;
+                return;
+            }
+        }
+        // A log is written on and on; the others are written beside the file that they then replace.
+        const QString obstacle = i == 0 ? writeObstacle(path) : replaceObstacle(path);
+        if (!obstacle.isEmpty()) {
+            result.error = Text::tr("%1: cannot save there: %2").arg(path, obstacle);
+            result.exitCode = RunPlanResult::exitFailure;
+            return;
+        }
+    }
+}
+
+} // namespace
+
+RunPlanResult planRun(const Options &options, bool isHeadless)
+{
+    RunPlanResult result;
+    RunPlan &plan = result.plan;
+    plan.isTimed = isHeadless || options.seconds || !options.picture.isEmpty() || !options.log.isEmpty();
+    plan.seconds = options.seconds.value_or(defaultRunSeconds);
+    plan.size = options.size.isValid() || !plan.isTimed ? options.size : defaultPictureSize;
+    plan.plugins = PluginFolders::files(options.plugins);
+    if (plan.plugins.isEmpty()) {
+        result.error = PluginFolders::noFilesText(options.plugins);
+        result.exitCode = RunPlanResult::exitFailure;
+        return result;
+    }
+    plan.requiredPlugins = options.plugins.isEmpty() ? 1 : plan.plugins.size();
+    plan.log = absolute(options.log);
+    plan.settings = absolute(options.settings);
+    const bool wantsPicture = plan.isTimed && (plan.log.isEmpty() || !options.picture.isEmpty());
+    plan.picture =
+        absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
+
+    const QString name = options.scene.isEmpty() && plan.isTimed ? QStringLiteral("circle") : options.scene;
+    plan.hasScene = !name.isEmpty();
+    const QString path = scenePath(name);
+    if (path.isEmpty()) {
+        result.error = Text::tr("no scene and no file is called \"%1\"; the scenes are: %2")
+                           .arg(name, shippedScenes().join(QStringLiteral(", ")));
+        result.exitCode = RunPlanResult::exitUsage;
+        return result;
+    }
+    const SceneResult scene = readSceneFile(path);
+    plan.scene = scene.scene;
+    plan.scene.seed = options.seed.value_or(scene.scene.seed);
+    if (!scene.error.isEmpty()) {
+        result.error = scene.error;
+        result.exitCode = RunPlanResult::exitFailure;
+        return result;
+    }
+    checkFiles(plan, result);
+    return result;
+}

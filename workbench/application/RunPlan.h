@@ -1,0 +1,38 @@
+#pragma once
+
+#include "application/Options.h"
+#include "setup/Scene.h"
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+/// What a run of the program is made of, once the command line is understood and its files were looked at.
+struct RunPlan
+{
+    Scene scene;           ///< with the seed that was asked for
+    bool hasScene = false; ///< a scene was asked for; else modules only
+    bool isTimed = false;  ///< ends by itself
+    double seconds = 0.0;
+    QStringList plugins; ///< paths of the files, at least one; the first makes the container that is opened
+    /// How many of them the run cannot do without, counted from the first: those that came unasked may be of no use.
+    int requiredPlugins = 1;
+    QString picture;  ///< absolute path; empty when none is wanted
+    QString log;      ///< absolute path; empty when none is wanted
+    QString settings; ///< absolute path of the settings file; empty where the run decides
+    QSize size;       ///< of the container, widget pixels; invalid where the window decides
+};
+
+/// A plan, or one line that says why there is none, and the program's exit code for it.
+struct RunPlanResult
+{
+    static constexpr int exitFailure = 1;
+    static constexpr int exitUsage = 2;
+
+    RunPlan plan;
+    QString error;
+    int exitCode = 0;
+};
+
+/// \param isHeadless whether there is no display, and so nobody who could end the run
+RunPlanResult planRun(const Options &options, bool isHeadless);

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "logging/MessageLog.h"
+#include "logging/RecordingWatch.h"
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QTimer>
+
+class ModuleRack;
+class QWidget;
+
+/**
+ * Watches the recordings of all containers.
+ *
+ * Sees the save dialogs that open, hears from the logger which lines the containers believe to have written, compares
+ * the modules' counters to find those without new values, and has the files looked at in regular intervals. The log is not owned and has to outlive this. GUI thread.
+ */
+class Recordings : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int lookIntervalMs = 1000;
+
+    /// \param rack the modules whose values are recorded; not owned, has to outlive this
+    Recordings(MessageLog *log, const ModuleRack *rack, QObject *parent = nullptr);
+    ~Recordings() override;
+
+    /// Begins to watch \a container when its window is opened, or goes on with it.
+    void windowOpened(QWidget *container, const QString &title);
+
+    QList<RecordingWatch *> watches() const;
+    /// That of \a container; null when it was never opened.
+    RecordingWatch *watch(QWidget *container) const;
+
+    /// The keys of the modules that do not answer right now, for the texts.
+    void setSilentModules(const QStringList &keys);
+
+    /// Looks at all files now.
+    void look();
+
+    /// One line about all recordings, for a status bar.
+    QString summary() const;
+    bool hasTrouble() const; ///< a problem or a warning
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    void added(RecordingWatch *watch);
+    void changed();
+    void failed();
+
+private:
+    void hear(const QVector<LogMessage> &messages);
+
+    MessageLog *const m_log;        // not owned
+    const ModuleRack *const m_rack; // not owned
+    quint64 m_missedAtTick = 0;     // answers, when the last timer event of a container began
+    QList<RecordingWatch *> m_watches;
+    QHash<QWidget *, RecordingWatch *> m_byContainer;
+    QTimer m_lookTimer;
+};

@@ -1,0 +1,126 @@
+#include "setup/FieldReader.h"
+
+#include <QCoreApplication>
+#include <QJsonValue>
+
+#include <cmath>
+
+namespace
+{
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(FieldReader)
+};
+
+} // namespace
+
+FieldReader::FieldReader(const QString &fileName) : m_fileName(fileName) {}
+
+QString FieldReader::error() const
+{
+    return m_error;
+}
+
+void FieldReader::complain(const QString &place, const QString &name, const QString &expected)
+{
+    if (m_error.isEmpty()) {
+        m_error = Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, placeOf(place, name), expected);
+    }
+}
+
+void FieldReader::allowOnly(const QJsonObject &object, const QString &place, const QStringList &names)
+{
+    const QStringList present = object.keys();
+    for (const QString &name : present) {
+        if (!names.contains(name)) {
+            complain(place, name, Text::tr("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
+            return;
+        }
+    }
+}
+
+QString FieldReader::text(const QJsonObject &object, const QString &place, const QString &name)
+{
+    const QJsonValue value = object.value(name);
+    if (!value.isString() || value.toString().trimmed().isEmpty()) {
+        complain(place, name, Text::tr("a text that is not empty"));
+    }
+    return value.toString();
+}
+
+QString FieldReader::text(const QJsonObject &object, const QString &place, const QString &name,
+                          const QString &defaultText)
+{
+    const QJsonValue value = object.value(name);
+    if (!value.isUndefined() && !value.isString()) {
+        complain(place, name, Text::tr("a text"));
+    }
+    return value.toString(defaultText);
+}
+
+bool FieldReader::truth(const QJsonObject &object, const QString &place, const QString &name, bool defaultValue)
+{
+    const QJsonValue value = object.value(name);
+    if (!value.isUndefined() && !value.isBool()) {
+        complain(place, name, Text::tr("true or false"));
+    }
+    return value.toBool(defaultValue);
+}
+
+double FieldReader::number(const QJsonObject &object, const QString &place, const QString &name, double defaultValue)
+{
+    const QJsonValue value = object.value(name);
+    if (!value.isUndefined() && !value.isDouble()) {
+        complain(place, name, Text::tr("a number"));
+    }
+    return value.toDouble(defaultValue);
+}
+
+qint64 FieldReader::whole(const QJsonObject &object, const QString &place, const QString &name, qint64 least,
+                          qint64 greatest, qint64 defaultValue)
+{
+    const QJsonValue value = object.value(name);
+    if (value.isUndefined()) {
+        return defaultValue;
+    }
+    const double number = value.toDouble();
+    if (!value.isDouble() || std::floor(number) < number || number < double(least) || number > double(greatest)) {
+        complain(place, name, Text::tr("a whole number from %1 to %2").arg(least).arg(greatest));
+        return defaultValue;
+    }
+    return qint64(number);
+}
+
+QJsonObject FieldReader::object(const QJsonObject &object, const QString &place, const QString &name, bool isRequired)
+{
+    const QJsonValue value = object.value(name);
+    if (!value.isObject() && (isRequired || !value.isUndefined())) {
+        complain(place, name, Text::tr("an object in braces"));
+    }
+    return value.toObject();
+}
+
+QList<QJsonObject> FieldReader::objects(const QJsonObject &object, const QString &place, const QString &name,
+                                        bool isRequired)
+{
+    const QJsonValue value = object.value(name);
+    if (!value.isArray() && (isRequired || !value.isUndefined())) {
+        complain(place, name, Text::tr("a list of objects in brackets"));
+    }
+    QList<QJsonObject> list;
+    const QJsonArray elements = value.toArray();
+    for (const QJsonValue &element : elements) {
+        if (!element.isObject()) {
+            complain(QString(), placeOf(place, name, list.size()), Text::tr("an object in braces"));
+        }
+        list.append(element.toObject());
+    }
+    return list;
+}
+
+QString FieldReader::placeOf(const QString &place, const QString &name, int index)
+{
+    const QString field = place.isEmpty() ? name : place + QLatin1Char('.') + name;
+    return index < 0 ? field : QStringLiteral("%1[%2]").arg(field).arg(index);
+}

@@ -1,0 +1,219 @@
+#include "setup/SceneRunner.h"
+
+#include "setup/MouseClick.h"
+
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QRadioButton>
+#include <QStackedWidget>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+#include <QTableView>
+
+namespace
+{
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(SceneRunner)
+};
+
+/// Gives new and newly shown widgets their places; handles no other event.
+void settleLayouts()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+}
+
+/// The row whose last column bears \a name, blanks around it left aside; -1 when there is none.
+int rowOf(const QAbstractItemModel *model, const QString &name)
+{
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (model->index(row, PlotterWindow::nameColumn).data().toString().trimmed() == name) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+/// The middle of the part of the cell that can be seen.
+QPoint middleOf(const QTableView *table, const QModelIndex &index)
+{
+    const QRect cell = table->visualRect(index);
+    const QRect seen = cell.intersected(table->viewport()->rect());
+    return seen.isEmpty() ? cell.center() : seen.center();
+}
+
+/// The middle of the cell's check box, as the style places it.
+QPoint checkBoxOf(const QTableView *table, const QModelIndex &index)
+{
+    QStyleOptionViewItem option;
+    option.initFrom(table);
+    option.widget = table;
+    option.rect = table->visualRect(index);
+    option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+    option.text = index.data().toString();
+    return table->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, table).center();
+}
+
+/// The entry of \a box that reads \a text, blanks around it left aside; -1 when there is none.
+int entryOf(const QComboBox *box, const QString &text)
+{
+    for (int i = 0; i < box->count(); ++i) {
+        if (box->itemText(i).trimmed() == text) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+QString entriesOf(const QComboBox *box)
+{
+    QStringList entries;
+    for (int i = 0; i < box->count(); ++i) {
+        entries.append(QLatin1Char('"') + box->itemText(i).trimmed() + QLatin1Char('"'));
+    }
+    return entries.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+SceneRunner::SceneRunner(QWidget *container) : m_container(container) {}
+
+QString SceneRunner::apply(const Scene &scene)
+{
+    m_error.clear();
+    for (int curve = 0; curve < scene.curves.size(); ++curve) {
+        chooseCurve(curve);
+        chooseSource(curve, PlotterWindow::Side::X, scene.curves.at(curve).x);
+        chooseSource(curve, PlotterWindow::Side::Y, scene.curves.at(curve).y);
+    }
+    if (!scene.curves.isEmpty()) {
+        chooseCurve(0);
+        setCurvesRecorded(scene.curves.size());
+        setOption(PlotterWindow::Option::Lines, scene.showsLines);
+        setOption(PlotterWindow::Option::Square, scene.isSquare);
+        setOption(PlotterWindow::Option::ShowAll, scene.showsAll);
+    }
+    return m_error;
+}
+
+void SceneRunner::chooseCurve(int curve)
+{
+    const QWidget *const frame = find<QWidget>(m_container, PlotterWindow::curveFrameName());
+    if (frame == nullptr) {
+        return;
+    }
+    const QList<QRadioButton *> buttons = frame->findChildren<QRadioButton *>();
+    if (curve >= buttons.size()) {
+        fail(Text::tr("the plot window has %1 curves, the scene needs more").arg(buttons.size()));
+        return;
+    }
+    buttons.at(curve)->click();
+    settleLayouts();
+}
+
+void SceneRunner::chooseSource(int curve, PlotterWindow::Side side, const SceneSource &source)
+{
+    const PlotterWindow::SelectorPage names = PlotterWindow::selectorPage(curve, side);
+    const QWidget *const stack = find<QStackedWidget>(m_container, names.stack);
+    const QWidget *const page = stack == nullptr ? nullptr : find<QWidget>(stack, names.page);
+    auto *const modules = page == nullptr ? nullptr : find<QComboBox>(page, names.modules);
+    if (modules == nullptr) {
+        return;
+    }
+    const int entry = entryOf(modules, source.module);
+    if (entry < 0) {
+        fail(Text::tr("the module \"%1\" is not offered, only: %2").arg(source.module, entriesOf(modules)));
+        return;
+    }
+    modules->setCurrentIndex(entry);
+    chooseMotor(find<QComboBox>(page, names.motors), source);
+    settleLayouts();
+    if (auto *const table = find<QTableView>(page, names.table)) {
+        chooseRow(table, source);
+    }
+}
+
+void SceneRunner::chooseMotor(QComboBox *motors, const SceneSource &source)
+{
+    if (motors == nullptr || (motors->isHidden() && source.motor.isEmpty())) {
+        return; // a module without a choice of motors shows its table at once
+    }
+    const int entry = motors->isHidden() ? -1 : entryOf(motors, source.motor);
+    if (entry < 0) {
+        fail(Text::tr("the module \"%1\" has no motor \"%2\", only: %3")
+                 .arg(source.module, source.motor, motors->isHidden() ? QStringLiteral("\"\"") : entriesOf(motors)));
+        return;
+    }
+    motors->setCurrentIndex(entry);
+}
+
+void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
+{
+    if (!m_error.isEmpty()) {
+        return;
+    }
+    const QAbstractItemModel *const model = table->model();
+    const int row = model == nullptr || table->isHidden() ? -1 : rowOf(model, source.value);
+    if (row < 0) {
+        fail(Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"")
+                 .arg(source.module, source.value, source.motor));
+        return;
+    }
+    table->scrollTo(model->index(row, PlotterWindow::nameColumn));
+    MouseClick::at(table->viewport(), middleOf(table, model->index(row, PlotterWindow::nameColumn)));
+    if (table->currentIndex().row() != row) {
+        fail(Text::tr("the click on \"%1\" did not choose it").arg(source.value));
+    }
+    const QModelIndex box = model->index(row, PlotterWindow::signColumn);
+    if (!source.isSigned || box.data(Qt::CheckStateRole).toInt() == Qt::Checked) {
+        return;
+    }
+    table->scrollTo(box);
+    MouseClick::at(table->viewport(), checkBoxOf(table, box));
+    if (box.data(Qt::CheckStateRole).toInt() != Qt::Checked) {
+        fail(Text::tr("the value \"%1\" cannot be read as signed").arg(source.value));
+    }
+}
+
+void SceneRunner::setCurvesRecorded(int count)
+{
+    const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(m_container);
+    for (int curve = 0; curve < boxes.size(); ++curve) {
+        if (boxes.at(curve)->isChecked() != (curve < count)) {
+            boxes.at(curve)->click();
+        }
+    }
+    if (boxes.size() < count) {
+        fail(Text::tr("the plot has boxes for %1 curves, the scene needs %2").arg(boxes.size()).arg(count));
+    }
+}
+
+void SceneRunner::setOption(PlotterWindow::Option option, bool isOn)
+{
+    auto *const box = find<QCheckBox>(m_container, PlotterWindow::optionBoxName(option));
+    if (box != nullptr && box->isChecked() != isOn) {
+        box->click();
+    }
+}
+
+void SceneRunner::fail(const QString &problem)
+{
+    if (m_error.isEmpty()) {
+        m_error = problem;
+    }
+}
+
+template<typename Widget> Widget *SceneRunner::find(const QWidget *parent, const QString &name)
+{
+    auto *const widget = parent->findChild<Widget *>(name);
+    if (widget == nullptr) {
+        fail(Text::tr("the container has no %1 called \"%2\", which a scene needs")
+                 .arg(QString::fromLatin1(Widget::staticMetaObject.className()), name));
+    }
+    return widget;
+}

@@ -1,0 +1,86 @@
+#include "window/ContainerWindow.h"
+
+#include "host/ContainerInterface.h"
+#include "host/DynamicProperty.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QSizeGrip>
+#include <QTableView>
+#include <QVBoxLayout>
+
+ContainerWindow::ContainerWindow(ContainerInterface *container, QWidget *parent)
+    : QWidget(parent), m_container(container)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(container); // a container expects to be the window's child when it is initialised
+    container->init(this);
+    applyProperties();
+    letTabLeaveTables();
+    container->show(); // a container that has left a window before is hidden
+}
+
+ContainerWindow::~ContainerWindow()
+{
+    letGo();
+}
+
+ContainerInterface *ContainerWindow::container() const
+{
+    return m_hasFinished ? nullptr : m_container.data();
+}
+
+bool ContainerWindow::isForWorkspace() const
+{
+    return m_isForWorkspace;
+}
+
+void ContainerWindow::closeEvent(QCloseEvent *event)
+{
+    letGo();
+    event->accept();
+}
+
+void ContainerWindow::applyProperties()
+{
+    setWindowTitle(m_container->windowTitle());
+    setWindowIcon(m_container->windowIcon());
+
+    // The properties are the container's to set while it is initialised: they must not be read earlier.
+    const Qt::WindowFlags flags(static_cast<int>(m_container->property(DynamicProperty::WindowFlags).toUInt()));
+    m_isForWorkspace = (flags & Qt::WindowType_Mask) == Qt::SubWindow;
+    if (!m_isForWorkspace) {
+        setWindowFlags(flags | Qt::Window);
+        const bool isModal = m_container->property(DynamicProperty::WindowModal).toBool();
+        setWindowModality(isModal ? Qt::ApplicationModal : Qt::NonModal);
+    }
+    if (m_container->property(DynamicProperty::WindowAddSizeGrip).toBool()) {
+        // In a row of its own, for a container may draw into its last corner.
+        layout()->addWidget(new QSizeGrip(this));
+        layout()->setAlignment(layout()->itemAt(1)->widget(), Qt::AlignRight | Qt::AlignBottom);
+    }
+}
+
+void ContainerWindow::letTabLeaveTables()
+{
+    // The Tab key would go from cell to cell and round again: who has no mouse could never leave a container's table.
+    const QList<QTableView *> tables = findChildren<QTableView *>();
+    for (QTableView *const table : tables) {
+        table->setTabKeyNavigation(false);
+    }
+}
+
+void ContainerWindow::letGo()
+{
+    if (m_hasFinished) {
+        return;
+    }
+    m_hasFinished = true;
+    emit finished(0);
+    if (m_container != nullptr && m_container->parent() == this) {
+        m_container->setParent(nullptr); // one that stayed must not die with its window
+    }
+}

@@ -1,0 +1,379 @@
+#include "window/MainWindow.h"
+
+#include "logging/Recordings.h"
+#include "modules/AnswerWatch.h"
+#include "window/ContainerWindow.h"
+#include "window/ExchangePanel.h"
+#include "window/HintBar.h"
+#include "window/MessagePanel.h"
+#include "window/ModulePanel.h"
+#include "window/RecordingPanel.h"
+#include "window/ScreenFit.h"
+#include "window/Workbench.h"
+#include "window/WorkspaceWindow.h"
+
+#include "host/ContainerInterface.h"
+#include "host/DynamicProperty.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QChildEvent>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QLabel>
+#include <QLocale>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace
+{
+
+constexpr int usableWidth = 820;  // of a container, widget pixels
+constexpr int usableHeight = 430; // of a container, widget pixels
+constexpr int leastWidth = 640;
+constexpr int leastHeight = 420;
+constexpr int bottomHeight = 130;    // widget pixels
+constexpr int leastStateWidth = 200; // widget pixels
+constexpr int statusMargin = 6;      // widget pixels
+constexpr int messageTimeMs = 8000;
+constexpr int mostShortcuts = 9; // Alt+1 to Alt+9
+
+ScreenFit screenFit()
+{
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    return ScreenFit(screen == nullptr ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : screen->availableSize());
+}
+
+} // namespace
+
+MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
+    : QMainWindow(parent)
+    , m_workbench(workbench)
+    , m_workspace(new QMdiArea)
+    , m_answers(new AnswerWatch(&workbench->modules(), this))
+    , m_recordings(new Recordings(&workbench->messages(), &workbench->modules(), this))
+{
+    setWindowTitle(tr("Container Workbench"));
+    setMinimumSize(leastWidth, leastHeight);
+    resize(screenFit().size);
+
+    m_workspace->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_workspace->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_workspace->setAccessibleName(tr("Workspace"));
+    auto *const centre = new QWidget;
+    auto *const layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_workspace, 1);
+    setCentralWidget(centre);
+
+    makeMenus();
+    makeDocks();
+    makeStatusBar();
+}
+
+MainWindow::~MainWindow()
+{
+    closeContainers();
+}
+
+ContainerInterface *MainWindow::addContainer(int plugin)
+{
+    ContainerInterface *const container = m_workbench->addContainer(plugin);
+    if (container != nullptr) {
+        offerContainer(container);
+    }
+    return container;
+}
+
+void MainWindow::openContainer(ContainerInterface *container)
+{
+    if (const QPointer<ContainerWindow> window = m_windows.value(container)) {
+        if (window->container() != nullptr) {
+            bringToFront(container, window);
+            return;
+        }
+    }
+    auto *const window = new ContainerWindow(container);
+    window->setWindowTitle(titleOf(container));
+    m_windows.insert(container, window);
+    m_recordings->windowOpened(container, titleOf(container));
+    if (!window->isForWorkspace()) {
+        window->setParent(this, window->windowFlags());
+        window->show();
+        return;
+    }
+    // A container can be made so small that its parts cover one another. Up to a usual size it is scrolled instead.
+    window->setMinimumSize(
+        window->minimumSizeHint().boundedTo(QSize(usableWidth, usableHeight)).expandedTo(QSize(0, 0)));
+    auto *const subWindow = new WorkspaceWindow(window);
+    subWindow->setAttribute(Qt::WA_DeleteOnClose);
+    m_workspace->addSubWindow(subWindow);
+    subWindow->setWindowIcon(window->windowIcon());
+    connect(window, &ContainerWindow::finished, subWindow, &QMdiSubWindow::close);
+    subWindow->showMaximized();
+}
+
+QSize MainWindow::resizeContainer(ContainerInterface *container, const QSize &size)
+{
+    const QPointer<ContainerWindow> window = m_windows.value(container);
+    if (window.isNull()) {
+        return {};
+    }
+    WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
+    QWidget *const outer = subWindow != nullptr ? static_cast<QWidget *>(subWindow) : window;
+    outer->showNormal();
+    // More than once, for a layout that has not been asked before may still be wrong about its own frame, and scroll bars
+    // come and go meanwhile.
+    constexpr int maximumAttempts = 6;
+    for (int i = 0; i < maximumAttempts && (i == 0 || container->size() != size); ++i) {
+        outer->resize(outer->size() + size - container->size());
+        QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
+    return container->size();
+}
+
+void MainWindow::showHint()
+{
+    if (HintBar::wasClosed()) {
+        return;
+    }
+    if (auto *const layout = qobject_cast<QVBoxLayout *>(centralWidget()->layout())) {
+        layout->insertWidget(0, new HintBar);
+    }
+}
+
+Recordings *MainWindow::recordings() const
+{
+    return m_recordings;
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    closeContainers();
+    event->accept();
+}
+
+void MainWindow::childEvent(QChildEvent *event)
+{
+    // The bars that switch between panels in one place come and go as panels are moved.
+    if (event->type() == QEvent::ChildPolished && event->child()->inherits("QTabBar")) {
+        static_cast<QWidget *>(event->child())->setAccessibleName(tr("Panels"));
+    }
+    QMainWindow::childEvent(event);
+}
+
+void MainWindow::makeMenus()
+{
+    m_toolBar = addToolBar(tr("Containers"));
+    m_toolBar->setObjectName(QStringLiteral("containerToolBar"));
+    m_toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+
+    QMenu *const fileMenu = menuBar()->addMenu(tr("&File"));
+    makeNewContainerActions(fileMenu);
+    QAction *const quitAction = fileMenu->addAction(tr("&Quit"), this, &QWidget::close);
+    quitAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
+    quitAction->setMenuRole(QAction::QuitRole);
+
+    m_viewMenu = menuBar()->addMenu(tr("&View"));
+    m_viewMenu->addAction(m_toolBar->toggleViewAction());
+
+    m_containerMenu = menuBar()->addMenu(tr("&Containers"));
+    m_containerMenu->addAction(tr("&Tile"), m_workspace, &QMdiArea::tileSubWindows);
+    m_containerMenu->addAction(tr("C&ascade"), m_workspace, &QMdiArea::cascadeSubWindows);
+    QAction *const closeAction = m_containerMenu->addAction(tr("&Close"), m_workspace, &QMdiArea::closeActiveSubWindow);
+    closeAction->setStatusTip(tr("Close the container's window; its curves and sources are kept"));
+    m_containerMenu->addSeparator();
+}
+
+void MainWindow::makeNewContainerActions(QMenu *menu)
+{
+    for (int plugin = 0; plugin < m_workbench->pluginCount(); ++plugin) {
+        // The text does not name the container while there is but one kind.
+        const QString text =
+            m_workbench->pluginCount() == 1 ? tr("&New Container") : tr("New %1").arg(m_workbench->pluginTitle(plugin));
+        QAction *const action = menu->addAction(text, this, [this, plugin] {
+            if (ContainerInterface *const container = addContainer(plugin)) {
+                openContainer(container);
+            }
+        });
+        if (plugin == 0) {
+            action->setShortcut(QKeySequence::New);
+        }
+        action->setStatusTip(tr("Make one more container and open it"));
+    }
+}
+
+void MainWindow::makeDocks()
+{
+    QDockWidget *const modules = addDock(Qt::RightDockWidgetArea, tr("Simulated Modules"), "moduleDock",
+                                         new ModulePanel(&m_workbench->modules(), m_answers), "Ctrl+M");
+    resizeDocks({modules}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
+
+    auto *const exchangePanel = new ExchangePanel(&m_workbench->modules(), m_answers);
+    QDockWidget *const messages = addDock(Qt::BottomDockWidgetArea, tr("Messages"), "messageDock",
+                                          new MessagePanel(&m_workbench->messages()), "Ctrl+G");
+    m_recordingDock =
+        addDock(Qt::BottomDockWidgetArea, tr("Recording"), "recordingDock", new RecordingPanel(m_recordings), "Ctrl+R");
+    QDockWidget *const exchanges =
+        addDock(Qt::BottomDockWidgetArea, tr("Exchanges"), "exchangeDock", exchangePanel, "Ctrl+E");
+    tabifyDockWidget(messages, m_recordingDock);
+    tabifyDockWidget(m_recordingDock, exchanges);
+    messages->raise();
+    resizeDocks({messages}, {bottomHeight}, Qt::Vertical);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    const ScreenFit fit = screenFit();
+    modules->setVisible(fit.showsModules);
+    for (QDockWidget *const dock : {messages, m_recordingDock, exchanges}) {
+        dock->setVisible(fit.showsMessages); // the status bar says what matters
+    }
+}
+
+QDockWidget *MainWindow::addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
+                                 const char *shortcut)
+{
+    auto *const dock = new QDockWidget(title);
+    dock->setObjectName(QLatin1String(name));
+    dock->setWidget(panel);
+    addDockWidget(area, dock);
+    QAction *const toggleAction = dock->toggleViewAction();
+    toggleAction->setShortcut(QKeySequence(QLatin1String(shortcut)));
+    m_viewMenu->addAction(toggleAction);
+    return dock;
+}
+
+void MainWindow::makeStatusBar()
+{
+    m_recordingState = new QLabel;
+    m_answerRate = new QLabel;
+    m_moduleCount = new QLabel;
+    for (QLabel *const label : {m_recordingState, m_answerRate, m_moduleCount}) {
+        label->setContentsMargins(statusMargin, 0, statusMargin, 0);
+        statusBar()->addPermanentWidget(label);
+    }
+
+    connect(m_recordings, &Recordings::changed, this, &MainWindow::showRecordings);
+    connect(m_recordings, &Recordings::failed, this, [this] {
+        m_recordingDock->show();
+        m_recordingDock->raise();
+    });
+    watchAnswers();
+    connect(&m_workbench->modules(), &ModuleRack::changed, this, &MainWindow::showModuleCount);
+    // What a container tells by the logger only, such as where its screenshot went, is shown for a while.
+    connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
+        for (const LogMessage &message : messages) {
+            if (message.type != QtDebugMsg) {
+                statusBar()->showMessage(message.text.simplified(), messageTimeMs);
+            }
+        }
+    });
+    showRecordings();
+    showModuleCount();
+}
+
+void MainWindow::offerContainer(ContainerInterface *container)
+{
+    const int number = m_workbench->containers().size();
+    const QString title = titleOf(container);
+    auto *const action = new QAction(title, this);
+    if (container->testAttribute(Qt::WA_SetWindowIcon)) { // else it would show the application's, which is another's
+        action->setIcon(container->windowIcon());
+    }
+    action->setStatusTip(tr("Open %1, or bring its window to the front").arg(title));
+    action->setToolTip(action->statusTip());
+    if (number <= mostShortcuts) {
+        action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
+    }
+    connect(action, &QAction::triggered, this, [this, container] { openContainer(container); });
+    m_containerMenu->addAction(action);
+    if (container->property(DynamicProperty::ShowOnToolbar).toBool()) {
+        m_toolBar->addAction(action);
+    }
+    if (number == 1) {
+        QApplication::setWindowIcon(container->windowIcon());
+    }
+}
+
+QString MainWindow::titleOf(ContainerInterface *container) const
+{
+    const int number = m_workbench->numberOf(container);
+    return number < 2 ? container->windowTitle() : tr("%1 (%2)").arg(container->windowTitle()).arg(number);
+}
+
+void MainWindow::bringToFront(ContainerInterface *container, ContainerWindow *window)
+{
+    WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
+    if (subWindow == nullptr) {
+        container->showPlugin();
+        return;
+    }
+    if (subWindow->isMinimized()) {
+        subWindow->showNormal();
+    }
+    m_workspace->setActiveSubWindow(subWindow);
+}
+
+void MainWindow::closeContainers()
+{
+    for (const QPointer<ContainerWindow> &window : qAsConst(m_windows)) {
+        if (!window.isNull()) {
+            window->close();
+        }
+    }
+}
+
+void MainWindow::showModuleCount()
+{
+    const ModuleRack &modules = m_workbench->modules();
+    int pluggedIn = 0;
+    for (int index = 0; index < modules.count(); ++index) {
+        pluggedIn += modules.isPluggedIn(index) ? 1 : 0;
+    }
+    m_moduleCount->setText(tr("%1 of %2 modules plugged in").arg(pluggedIn).arg(modules.count()));
+}
+
+void MainWindow::watchAnswers()
+{
+    connect(m_answers, &AnswerWatch::looked, this, &MainWindow::showAnswers);
+    connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
+        const QString &key = m_workbench->modules().description(index).key;
+        m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));
+    });
+    connect(m_answers, &AnswerWatch::answersAgain, this, [this](int index, int seconds) {
+        const QString &key = m_workbench->modules().description(index).key;
+        m_workbench->messages().note(QtInfoMsg, tr("%1 answers again, after %2 s").arg(key).arg(seconds));
+    });
+    showAnswers();
+}
+
+void MainWindow::showAnswers()
+{
+    const QStringList silent = m_answers->silentModules();
+    QString text = tr("%1 answers/s").arg(QLocale().toString(m_answers->answersPerSecond(), 'f', 0));
+    if (!silent.isEmpty()) {
+        text +=
+            tr(", not answering: %1").arg(silent.size() == 1 ? silent.constFirst() : QString::number(silent.size()));
+    }
+    m_answerRate->setText(text);
+    m_answerRate->setToolTip(silent.join(QLatin1Char('\n')));
+    QFont font = statusBar()->font();
+    font.setBold(!silent.isEmpty());
+    m_answerRate->setFont(font);
+    m_recordings->setSilentModules(silent);
+}
+
+void MainWindow::showRecordings()
+{
+    const QString summary = m_recordings->summary();
+    const int widthPixels = qMax(leastStateWidth, width() / 2);
+    m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
+    m_recordingState->setToolTip(summary);
+    QFont font = statusBar()->font();
+    font.setBold(m_recordings->hasTrouble());
+    m_recordingState->setFont(font);
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QHash>
+#include <QMainWindow>
+#include <QPointer>
+
+class AnswerWatch;
+class ContainerInterface;
+class ContainerWindow;
+class QDockWidget;
+class QLabel;
+class QMdiArea;
+class QMenu;
+class QToolBar;
+class Recordings;
+class Workbench;
+
+/**
+ * The workbench's main window: a workspace for container windows, the tool bar that opens them, and panels around it
+ * for the modules, the messages of the logger, the recordings and the exchanges.
+ *
+ * Closes all container windows when it closes or dies, so that the containers leave them alive. The workbench is not
+ * owned, has its plugins loaded before and has to outlive the window. GUI thread.
+ */
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(Workbench *workbench, QWidget *parent = nullptr);
+    ~MainWindow() override;
+
+    /// Makes one more container of a plugin and a way to open it; null when the plugin makes none.
+    ContainerInterface *addContainer(int plugin = 0);
+
+    /// Opens the container's window, or brings the one that it has to the front.
+    void openContainer(ContainerInterface *container);
+
+    /**
+     * Makes the window of an open container so large that the container itself is of \a size (widget pixels).
+     * \return the size that the container got, which is larger when its least size is
+     */
+    QSize resizeContainer(ContainerInterface *container, const QSize &size);
+
+    /// Shows the hint for newcomers above the workspace, unless it was closed once.
+    void showHint();
+
+    /// What is known of the recordings of the containers that were opened. Owned by the window.
+    Recordings *recordings() const;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void childEvent(QChildEvent *event) override;
+
+private:
+    void makeMenus();
+    void makeNewContainerActions(QMenu *menu);
+    void makeDocks();
+    QDockWidget *addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
+                         const char *shortcut);
+    void makeStatusBar();
+    void offerContainer(ContainerInterface *container);
+    /// The container's own title, numbered from the second container of its kind on.
+    QString titleOf(ContainerInterface *container) const;
+    void bringToFront(ContainerInterface *container, ContainerWindow *window);
+    void closeContainers();
+    void showModuleCount();
+    void showRecordings();
+    void watchAnswers();
+    void showAnswers();
+
+    Workbench *const m_workbench; // not owned
+    QMdiArea *const m_workspace;
+    QToolBar *m_toolBar = nullptr;
+    QMenu *m_containerMenu = nullptr;
+    QMenu *m_viewMenu = nullptr;
+    AnswerWatch *const m_answers;
+    Recordings *const m_recordings;
+    QDockWidget *m_recordingDock = nullptr;
+    QLabel *m_recordingState = nullptr;
+    QLabel *m_answerRate = nullptr;
+    QLabel *m_moduleCount = nullptr;
+    QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
+};

@@ -1,0 +1,81 @@
+#include "window/Palettes.h"
+
+#include "window/WorkbenchStyle.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyle>
+
+namespace
+{
+
+/// \a palette, made for light windows, with colours that plots can be read in.
+QPalette withPlotColors(QPalette palette)
+{
+    // Plots draw labels in Light and curve colours upon Shadow, with a grid of lightened Dark: on the style's own
+    // middle grey neither can be read. Light stays off white, for a curve's number is drawn in it on windows too.
+    palette.setColor(QPalette::Shadow, QColor(36, 40, 44));
+    palette.setColor(QPalette::Dark, QColor(58, 62, 66));
+    palette.setColor(QPalette::Light, QColor(186, 190, 196));
+    return palette;
+}
+
+QPalette darkPalette()
+{
+    const QColor window(43, 44, 46);
+    const QColor text(228, 228, 228);
+    const QColor faded(128, 128, 128);
+    const QColor accent(66, 133, 214);
+
+    QPalette palette(QColor(66, 68, 72), window);
+    // Lighter than window and plot, for the empty boxes of check boxes are drawn in it upon both.
+    palette.setColor(QPalette::Base, QColor(62, 64, 68));
+    palette.setColor(QPalette::AlternateBase, QColor(54, 56, 60));
+    palette.setColor(QPalette::ToolTipBase, QColor(58, 60, 63));
+    palette.setColor(QPalette::Highlight, accent);
+    palette.setColor(QPalette::Link, accent.lighter(130));
+    palette.setColor(QPalette::LinkVisited, accent.lighter(110));
+    palette.setColor(QPalette::BrightText, Qt::white);
+    // Plots draw their labels in Light upon Shadow, with a grid of lightened Dark: these three need distance.
+    palette.setColor(QPalette::Light, QColor(190, 190, 190));
+    palette.setColor(QPalette::Midlight, QColor(84, 86, 90));
+    palette.setColor(QPalette::Mid, QColor(52, 54, 56));
+    palette.setColor(QPalette::Dark, QColor(46, 47, 50));
+    palette.setColor(QPalette::Shadow, QColor(20, 21, 22));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                                           QPalette::ToolTipText, QPalette::HighlightedText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, faded);
+    }
+    palette.setColor(QPalette::PlaceholderText, faded);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(80, 82, 86));
+    return palette;
+}
+
+} // namespace
+
+std::optional<PaletteChoice> paletteChoice(const QString &name)
+{
+    if (name == QLatin1String("system")) {
+        return PaletteChoice::System;
+    }
+    if (name == QLatin1String("light")) {
+        return PaletteChoice::Light;
+    }
+    if (name == QLatin1String("dark")) {
+        return PaletteChoice::Dark;
+    }
+    return std::nullopt;
+}
+
+void applyPalette(PaletteChoice choice)
+{
+    if (choice != PaletteChoice::System) {
+        QApplication::setStyle(new WorkbenchStyle);
+        QApplication::setPalette(
+            choice == PaletteChoice::Dark ? darkPalette() : withPlotColors(QApplication::style()->standardPalette()));
+    } else if (!isDark(QApplication::palette())) {
+        QApplication::setPalette(withPlotColors(QApplication::palette()));
+    }
+    qApp->setStyleSheet(workbenchStyleSheet());
+}
