@@ -10,18 +10,9 @@ void ComboBox::clear()
     addItem(QString());
 }
 
-void ComboBox::resetLastIndex()
-{
-    m_lastIndex = -1;
-}
+void ComboBox::resetLastIndex() {}
 
 void ComboBox::setCurrentIndex(int index)
 {
-    m_lastIndex = currentIndex();
     QComboBox::setCurrentIndex(index);
-}
-
-int ComboBox::lastIndex() const
-{
-    return m_lastIndex;
 }

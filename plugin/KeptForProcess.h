@@ -4,8 +4,9 @@
 #include <vector>
 
 /**
- * What is made once and lives as long as the process, on purpose: records that a command channel may still write to,
- * files of recordings, a shared icon. All of it stays reachable from one list, so that it is no leak. GUI thread.
+ * What is made once and lives as long as the process, on purpose: records that a command channel may still write to, and
+ * files of recordings. All of it is reachable from one list while the plugin's file is loaded, so that it is no leak.
+ * GUI thread.
  */
 namespace KeptForProcess
 {

@@ -1,6 +1,5 @@
 #include "ParameterTable.h"
 
-#include "KeptForProcess.h"
 #include "TableRoles.h"
 
 #include "host/BasicTools.h"
@@ -65,13 +64,6 @@ std::array<const Parameter *, parameterNumbers> firstByNumber(const QMap<QString
     return found;
 }
 
-/// One for all tables: a copy of its own has its own pixmaps, and its own entries in Qt's cache of scaled ones.
-const QIcon &signIcon()
-{
-    static const QIcon *const icon = KeptForProcess::make<QIcon>(QStringLiteral(":/SVG Icons/PlusMinus"));
-    return *icon;
-}
-
 /// Appends rows of three items to a model, starting at row 0 whatever rows the model was made with.
 class RowWriter
 {
@@ -104,7 +96,8 @@ public:
         return row;
     }
 
-    Row appendRegister(const Register &owner, int command, int bitOffset, int bitWidth, const QString &nameText)
+    Row appendRegister(const Register &owner, int command, int bitOffset, int bitWidth, const QString &nameText,
+                       const QIcon &signIcon)
     {
         const auto address = static_cast<unsigned char>(owner.getOffset());
         const Row row = append(BasicTools::iToHex(address, 2, QStringLiteral("0x")),
@@ -113,7 +106,7 @@ public:
         row.command->setData(command, TableRole::Command);
         row.type->setCheckable(true);
         row.type->setToolTip(translated("\nSet checked for signed interpretation\n"));
-        row.type->setIcon(signIcon());
+        row.type->setIcon(signIcon);
         row.type->setData(static_cast<int>(address), TableRole::Type);
         row.type->setData(bitOffset, TableRole::BitOffset);
         row.type->setData(bitWidth, TableRole::BitWidth);
@@ -207,7 +200,8 @@ void ParameterTable::fillAxisTable(QStandardItemModel *model, KAROModuleInterfac
     }
 }
 
-void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command)
+void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command,
+                                       const QIcon &signIcon)
 {
     model->setHorizontalHeaderLabels({translated("Offset"), translated("Mapped bits"), translated("Title")});
     RowWriter writer(model);
@@ -215,7 +209,7 @@ void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Re
         const QList<Register *> fractions = fractionsOf(entry);
         const int width = static_cast<int>(entry->getWidth());
         if (fractions.isEmpty() && width > narrowFieldBits) {
-            const auto row = writer.appendRegister(*entry, command, 0, width, entry->getTitle());
+            const auto row = writer.appendRegister(*entry, command, 0, width, entry->getTitle(), signIcon);
             row.name->setToolTip(entry->getDescription());
         }
         // Neither the fields nor the whole of a register with more fractions than the limit are offered.
@@ -229,7 +223,7 @@ void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Re
             }
             const auto row =
                 writer.appendRegister(*entry, command, static_cast<int>(fraction->getOffset()), fractionWidth,
-                                      entry->getTitle() + QStringLiteral(": ") + fraction->getTitle());
+                                      entry->getTitle() + QStringLiteral(": ") + fraction->getTitle(), signIcon);
             row.command->setToolTip(translated("\nRegister ") + entry->getTitle() + QLatin1Char('\n'));
             row.name->setToolTip(fraction->getDescription());
         }

@@ -5,6 +5,7 @@
 
 class KAROModuleInterface;
 class QAbstractItemModel;
+class QIcon;
 class QStandardItemModel;
 class Register;
 
@@ -23,9 +24,12 @@ void fillAxisTable(QStandardItemModel *model, KAROModuleInterface *module, int m
 
 /**
  * Fills \a model with the registers and register fields wider than 3 bit, sorted by title.
- * \param command number of the command that reads a register, see RegisterCommand
+ * \param command  number of the command that reads a register, see RegisterCommand
+ * \param signIcon shown beside the box that makes a field signed; one for all rows and tables, because each copy of its
+ *                 own has its own pixmaps, and its own entries in Qt's cache of scaled ones
  */
-void fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command);
+void fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command,
+                       const QIcon &signIcon);
 
 /// The caption of a table: its module and motor. Empty without a model.
 QString caption(const QAbstractItemModel *model);

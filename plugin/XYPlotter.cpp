@@ -108,6 +108,7 @@ void XYPlotter::buildWindow()
     setProperty(DynamicProperty::WindowAddSizeGrip, true);
     settings.beginGroup(objectName());
     moduleListReady = false;
+    signIcon = QIcon(QStringLiteral(":/SVG Icons/PlusMinus"));
     buildPlot();
     buildTrail();
     const int curves = plotter->curveButtons.buttons().size();

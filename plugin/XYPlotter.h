@@ -9,6 +9,7 @@
 
 #include <QButtonGroup>
 #include <QElapsedTimer>
+#include <QIcon>
 #include <QList>
 #include <QModelIndex>
 #include <QPointF>
@@ -142,5 +143,6 @@ private:
     int lineCounter = 0;
     QFile *logFile = nullptr; // never deleted: the file of a recording outlives it
     bool askingForLogFile = false;
+    QIcon signIcon;        // of all register tables, from the first opening on
     QString pendingHeader; // of the recording, while it could not be written
 };

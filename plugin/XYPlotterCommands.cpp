@@ -97,7 +97,8 @@ void XYPlotter::exportPoints()
         column += 2;
     }
     QWidget *const window = parentWidget();
-    const QString windowName = QStringLiteral("ExportXY");
+    // No literal of the plugin: the window may outlive the plugin's file, and its constants are gone with that.
+    const QString windowName = QString::fromLatin1("ExportXY");
     if (window != nullptr) {
         if (auto *const previous = window->findChild<ExportCSV *>(windowName)) {
             previous->deleteLater();

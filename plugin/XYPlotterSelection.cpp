@@ -144,7 +144,7 @@ void XYPlotter::setMotorTable(int motor)
     const int command = static_cast<int>(module->getChannel()) == registerChannel ? RegisterCommand::ReadOnChannel
                                                                                   : RegisterCommand::Read;
     auto *const model = new QStandardItemModel(1, TableColumn::Count, this);
-    ParameterTable::fillRegisterTable(model, registers, command);
+    ParameterTable::fillRegisterTable(model, registers, command, signIcon);
     showTable(page, model, alias + QStringLiteral(" [Register]"));
 }
 

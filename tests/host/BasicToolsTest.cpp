@@ -3,6 +3,7 @@
 
 #include <QIcon>
 #include <QImage>
+#include <QPushButton>
 
 #include <cmath>
 #include <limits>
@@ -111,6 +112,24 @@ private slots:
         QCOMPARE(BasicTools::intInsertDot(-0.004, 2), QStringLiteral("0,00"));
         QCOMPARE(BasicTools::intInsertDot(notANumber, 2), QStringLiteral("nan"));
         QCOMPARE(BasicTools::iToHex(0x0A, 2, QStringLiteral("0x")), QStringLiteral("0x0A"));
+    }
+
+    void iconsAreTintedAndKeepTheirShape()
+    {
+        QPixmap shape(8, 8);
+        shape.fill(QColor(10, 200, 30, 128));
+        const auto pixel = [](const QAbstractButton &button, QIcon::Mode mode) {
+            return button.icon().pixmap(QSize(8, 8), mode).toImage().pixelColor(4, 4);
+        };
+        QPushButton button;
+        button.setIcon(QIcon(shape));
+        const QColor selectedBefore = pixel(button, QIcon::Selected);
+        BasicTools::setButtonIconsColor(&button, QColor(255, 0, 0), QColor(0, 0, 255, 128), QColor());
+        QCOMPARE(pixel(button, QIcon::Normal), QColor(255, 0, 0, 128));
+        QCOMPARE(pixel(button, QIcon::Active), QColor(255, 0, 0, 128));
+        QCOMPARE(pixel(button, QIcon::Disabled).blue(), 255);
+        QVERIFY(qAbs(pixel(button, QIcon::Disabled).alpha() - 64) <= 1); // of the shape, times the colour's own
+        QCOMPARE(pixel(button, QIcon::Selected), selectedBefore);
     }
 
     void everyPathHasACrispPicture()

@@ -124,7 +124,7 @@ private slots:
             five.addFraction(bit, 4, QString::number(bit));
         }
         QStandardItemModel model(1, 3);
-        ParameterTable::fillRegisterTable(&model, {&whole, &narrow, &emptySet, &four, &five}, 149);
+        ParameterTable::fillRegisterTable(&model, {&whole, &narrow, &emptySet, &four, &five}, 149, QIcon());
         QCOMPARE(rowsOf(model), // only the low 8 bits of an address
                  QStringList({"Empty set: 0x10 [15..0]; 149 0 16 0 16", "Four: A: 0x6C [3..0]; 149 0 108 0 4",
                               "Four: C: 0x6C [23..8]; 149 0 108 8 16", "Four: D: 0x6C [31..24]; 149 0 108 24 8",

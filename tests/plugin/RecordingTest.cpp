@@ -213,6 +213,21 @@ private slots:
         alarm(0);
     }
 
+    void reopeningEndsARecording()
+    {
+        ScriptedCurve recorder(&m_root);
+        const QString path = temporaryPath("log.csv");
+        recorder.startLog(path);
+        recorder.sample(1, 1);
+        recorder.sample(2, 2);
+        const QByteArray before = bytes(path);
+        recorder.close();
+        recorder.open();
+        recorder.sample(3, 3);
+        QCOMPARE(bytes(path), before);
+        QVERIFY(recorder.logBox()->isChecked()); // which ends nothing, and starts nothing
+    }
+
     void whatEndsARecording_data()
     {
         QTest::addColumn<bool>("ends");

@@ -2,6 +2,7 @@
 #include "ScriptedCurve.h"
 #include "XYPlotter.h"
 
+#include "host/AppSettings.h"
 #include "host/ExportCSV.h"
 
 #include <QGraphicsPolygonItem>
@@ -233,11 +234,25 @@ private slots:
         curve.sample(1234566, 1);
         curve.sample(1234567, 2);
         QCOMPARE(curve.exported()->item(1, 0)->text(), QStringLiteral("1.23457e+06")); // six digits
+        QCOMPARE(curve.exported()->horizontalHeaderItem(1)->toolTip(),
+                 QStringLiteral("\nalias of S/m [Axis 0]\nspeed [raw]\n"));
         const QPointer<ExportCSV> first = curve.window->findChild<ExportCSV *>("ExportXY");
         QVERIFY(first->isVisible());
         QTest::mouseClick(curve.find("btnExport"), Qt::LeftButton);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(first.isNull());
+    }
+
+    void screenshot()
+    {
+        ScriptedCurve curve(&m_root);
+        AppSettings().setValue("Pictures/Folder", temporaryPath("pictures"));
+        const QImage plot = curve.plot()->grab().toImage();
+        QTest::mouseClick(curve.find("btnCamera"), Qt::LeftButton);
+        const QFileInfoList pictures = QDir(temporaryPath("pictures")).entryInfoList({"xyp_*.png"});
+        QCOMPARE(pictures.size(), 1);
+        QCOMPARE(messages(QtInfoMsg), QStringList({pictures.constFirst().filePath()}));
+        QCOMPARE(QImage(pictures.constFirst().filePath()).convertToFormat(plot.format()), plot);
     }
 
     void trail()

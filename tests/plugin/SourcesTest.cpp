@@ -352,6 +352,22 @@ private slots:
         QCOMPARE(iconOf(0), icon);
     }
 
+    void refreshEmptiesTheBoxesAndSamplesOn()
+    {
+        PluginHarness harness(&m_root);
+        ScriptedModule *const module = addModule(&harness, "S/m", 1);
+        harness.open();
+        QVERIFY(harness.choose(0, 'X', "S/m", "", "Speed 0"));
+        QVERIFY(harness.choose(0, 'Y', "S/m", "", "Position 0"));
+        harness.radioButton(2)->click();
+        QTest::mouseClick(harness.find("btnRefresh"), Qt::LeftButton);
+        QCOMPARE(harness.moduleBox(0, 'X')->currentIndex(), -1);
+        QCOMPARE(harness.moduleBox(3, 'Y')->currentIndex(), -1);
+        QVERIFY(harness.radioButton(2)->isChecked());
+        harness.sampleTick();
+        QCOMPARE(module->channel.exchanges.size(), 1);
+    }
+
     void moduleNotice()
     {
         PluginHarness harness(&m_root);

@@ -19,11 +19,6 @@ public:
     ~ComboBox() override;
 
     void clear();
-    void resetLastIndex();           ///< Forgets lastIndex() and signals nothing.
-    void setCurrentIndex(int index); ///< As QComboBox; remembers the index it leaves.
-
-    int lastIndex() const; ///< The row that the last setCurrentIndex() left; -1 before that, or when there was none.
-
-private:
-    int m_lastIndex = -1;
+    void resetLastIndex(); ///< Hosts may remember which entry was left, and forget it here. This one does not.
+    void setCurrentIndex(int index);
 };
