@@ -1,5 +1,6 @@
 // Uses a container plugin as a host and its user do: loads it, opens it,
-// chooses sources, records, closes, opens again, unplugs the module, unloads.
+// chooses sources, records, closes, opens again, unplugs the module, unloads,
+// and loads it again.
 //   check-plugin PLUGIN_FILE
 // The exit code is 0 when all went as it should.
 
@@ -187,13 +188,23 @@ void Record(QDialog* window, const QString& path) {
   }
 }
 
-QPluginLoader* Load(const QString& file) {
-  auto* loader = new QPluginLoader(file);
-  loader->setLoadHints(QLibrary::ResolveAllSymbolsHint);
-  Require(loader->metaData().value("IID").toString() == SECONDHOST_CONTAINER,
+// Loads the plugin, hands a clone of its root to `use`, and unloads it.
+template <typename Use>
+void WithPlugin(const QString& file, PluginHandler* handler, Use use) {
+  QPluginLoader loader(file);
+  loader.setLoadHints(QLibrary::ResolveAllSymbolsHint);
+  Require(loader.metaData().value("IID").toString() == SECONDHOST_CONTAINER,
           "the plugin is made for this host");
-  Require(loader->load(), qPrintable(loader->errorString()));
-  return loader;
+  Require(loader.load(), qPrintable(loader.errorString()));
+  auto* prototype = qobject_cast<ContainerInterface*>(loader.instance());
+  Require(prototype != nullptr, "its root is a container");
+  PluginInterface* clone = prototype->clone("Plot 1", handler);
+  Require(clone->version().startsWith("4.6.0"), "it has a version");
+  auto* container = qobject_cast<ContainerInterface*>(clone);
+  Require(container != nullptr, "a clone is a container");
+  use(container);
+  delete clone;
+  Require(loader.unload(), "it unloads");
 }
 
 void CheckFirstOpening(ContainerInterface* container, CountingChannel* channel,
@@ -257,26 +268,16 @@ int main(int argc, char* argv[]) {
   QDir::setCurrent(folder.path());
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
 
-  QScopedPointer<QPluginLoader> loader(Load(file));
-  auto* prototype = qobject_cast<ContainerInterface*>(loader->instance());
-  Require(prototype != nullptr, "its root is a container");
   CountingChannel channel;
   PluginHandler handler;
   handler.modules_.append(MakeModule(&channel));
-  QScopedPointer<PluginInterface> clone(prototype->clone("Plot 1", &handler));
-  auto* container = qobject_cast<ContainerInterface*>(clone.data());
-  PluginInterface* plugin = container;
-  Require(plugin->version().startsWith("4.6.0"), "it has a version");
-
-  CheckFirstOpening(container, &channel, folder);
-  CheckUnplugging(container, &channel, &handler);
-
-  clone.reset();
-  Require(loader->unload(), "it unloads");
-  QFile maps("/proc/self/maps");
-  Require(maps.open(QIODevice::ReadOnly) &&
-              !maps.readAll().contains(QFile::encodeName(file)),
-          "nothing of it stays in memory");
-  std::puts("loaded, sampled, recorded, opened again, unplugged, unloaded");
+  WithPlugin(file, &handler, [&](ContainerInterface* container) {
+    CheckFirstOpening(container, &channel, folder);
+    CheckUnplugging(container, &channel, &handler);
+  });
+  WithPlugin(file, &handler, [&](ContainerInterface* container) {
+    Close(Open(container), container);
+  });
+  std::puts("loaded, sampled, recorded, opened again, unplugged, loaded again");
   return 0;
 }
