@@ -172,6 +172,50 @@ private slots:
         QVERIFY(!QFile::exists(plan.picture));
     }
 
+    void selfTestLooksIntoTheLog_data()
+    {
+        QTest::addColumn<QString>("original");
+        QTest::addColumn<QString>("mistake");
+        QTest::addColumn<int>("recorded");
+        QTest::newRow("sound") << ""
+                               << "" << 20;
+        QTest::newRow("line missing") << "\n7;1;2;\r"
+                                      << "" << 20;
+        QTest::newRow("line twice") << "\n8;"
+                                    << "\n7;" << 20;
+        QTest::newRow("header missing") << "Module:;"
+                                        << ";" << 20;
+        QTest::newRow("last line torn") << "20;1;2;\r\n"
+                                        << "20;1;2;\r\n21;1;" << 20;
+        QTest::newRow("more recorded than written") << ""
+                                                    << "" << 21;
+        QTest::newRow("too few") << "\n20;1;2;\r"
+                                 << "" << 19;
+    }
+
+    void selfTestLooksIntoTheLog()
+    {
+        QFETCH(QString, original);
+        QFETCH(QString, mistake);
+        QFETCH(int, recorded);
+        QString log = QStringLiteral("Module:;M;M;\r\nCounter;x;y;\r\n");
+        for (int line = 1; line <= 20; ++line) {
+            log += QStringLiteral("%1;1;2;\r\n").arg(line);
+        }
+        if (!original.isEmpty()) {
+            log.replace(log.indexOf(original), original.size(), mistake);
+        }
+        QFile file(temporaryPath("run.csv"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(log.toUtf8());
+        file.close();
+        const Paper paper;
+        SelfTest test(paper.terminal);
+        test.checkLog(file.fileName(), 1, recorded);
+        const bool isSound = qstrcmp(QTest::currentDataTag(), "sound") == 0;
+        QVERIFY2(test.hasFailed() != isSound, qPrintable(Paper::linesOf(paper.output)));
+    }
+
 private:
     /// Without curves, which the small plugin has none for.
     RunPlan shortPlan() const

@@ -27,7 +27,7 @@
 namespace
 {
 
-constexpr int mostSteps = 300;
+constexpr int maximumSteps = 300;
 
 QList<QByteArray> linesOf(const QString &path)
 {
@@ -262,7 +262,7 @@ private slots:
             dock->show();
             dock->raise();
             QCoreApplication::processEvents();
-            for (int step = 0; step < mostSteps; ++step) {
+            for (int step = 0; step < maximumSteps; ++step) {
                 QWidget *const focused = QApplication::focusWidget();
                 QTest::keyClick(focused == nullptr ? &window : focused, Qt::Key_Tab);
                 reached.insert(QApplication::focusWidget());

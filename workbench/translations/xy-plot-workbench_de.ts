@@ -839,8 +839,8 @@ Optionen:
         <translation>Zeile %1 lautet „%2“</translation>
     </message>
     <message>
-        <source>drawings: the SVG image plugin of the toolkit draws the arrow of the boxes</source>
-        <translation>Zeichnungen: das SVG-Bild-Plugin des Toolkits zeichnet den Pfeil der Auswahlfelder</translation>
+        <source>drawings: the SVG image plugin of Qt draws the arrow of the boxes</source>
+        <translation>Zeichnungen: das SVG-Bild-Plugin von Qt zeichnet den Pfeil der Auswahlfelder</translation>
     </message>
     <message>
         <source>picture: %1x%2 pixels</source>

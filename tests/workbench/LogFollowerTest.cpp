@@ -1,0 +1,106 @@
+#include "logging/LogFollower.h"
+#include "GuardedTest.h"
+#include "PlotterWindow.h"
+
+namespace
+{
+
+const char header[] = "Module:;A;A;\r\nCounter;x;y;\r\n";
+
+} // namespace
+
+/// What is found out about a log that somebody else writes.
+class LogFollowerTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void linesAreCountedWhenTheyAreWhole()
+    {
+        LogFollower follower(temporaryPath("run.csv"));
+        follower.look();
+        QVERIFY(!follower.isThere() && follower.isRegular() && !follower.wasReplaced());
+        append(header);
+        follower.look();
+        QVERIFY(follower.isThere() && follower.hasHeader() && !follower.lastLineTime().isValid());
+        QCOMPARE(follower.dataLines(), 0);
+        append("1;2;3;\r\n2;");
+        follower.look();
+        QCOMPARE(follower.dataLines(), 1);
+        const QDateTime first = follower.lastLineTime();
+        QVERIFY(qAbs(first.msecsTo(QDateTime::currentDateTime())) < 10000);
+        append(QByteArray("4;5;\r\n") + "3;6;7;\r\n");
+        follower.look();
+        QCOMPARE(follower.dataLines(), 3);
+        QCOMPARE(follower.bytes(), QFileInfo(follower.path()).size());
+        const QDateTime last = follower.lastLineTime();
+        follower.look();
+        QCOMPARE(follower.lastLineTime(), last); // no line came
+        QVERIFY(!follower.wasReplaced());
+    }
+
+    void anotherFileOfTheSameNameIsNoticed_data()
+    {
+        QTest::addColumn<QByteArray>("content"); // null: there is none
+        QTest::addColumn<int>("lines");
+        QTest::addColumn<bool>("hasHeader");
+        const QByteArray line = "1;2;3;\r\n";
+        QTest::newRow("removed") << QByteArray() << 0 << false;
+        QTest::newRow("emptied") << QByteArray("") << 0 << false;
+        QTest::newRow("cut") << QByteArray(header) + line.repeated(35) << 35 << true;
+        QTest::newRow("written anew by the next lines") << line + line << 2 << false;
+        QTest::newRow("another log, longer") << "Module:;B;B;\r\nCounter;x;y;\r\n" + line.repeated(50) << 50 << true;
+    }
+
+    void anotherFileOfTheSameNameIsNoticed()
+    {
+        QFETCH(QByteArray, content);
+        append(QByteArray(header) + QByteArray("1;2;3;\r\n").repeated(40));
+        LogFollower follower(temporaryPath("run.csv"));
+        follower.look();
+        QCOMPARE(follower.dataLines(), 40);
+        QVERIFY(QFile::remove(follower.path()));
+        if (!content.isNull()) {
+            append(content);
+        }
+        follower.look();
+        QVERIFY(follower.wasReplaced());
+        QCOMPARE(follower.isThere(), !content.isNull());
+        QTEST(follower.dataLines(), "lines");
+        QTEST(follower.hasHeader(), "hasHeader");
+    }
+
+    void linesOfALogHaveTheirForm_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<bool>("isWell");
+        const auto row = [](const char *line, int index, bool isWell) { QTest::newRow(line) << index << isWell; };
+        row("Module:;A;A;B;B;\r", 0, true);
+        row("Counter;x;y;x;y;\r", 1, true);
+        row("1;-4;5;;;\r", 2, true);
+        row("12;4;5;6;7;\r", 13, true);
+        row("Counter;x;y;x;y; \r", 1, false);
+        row("Module:;A;A;B;B;", 0, false); // another line end
+        row("2;4;5;;;\r", 2, false);       // one is left out
+        row("11;4;5;;;\r", 2, false);
+        row("1;4;5;;\r", 2, false);
+        row("1;4;5;;;;\r", 2, false);
+    }
+
+    void linesOfALogHaveTheirForm()
+    {
+        QFETCH(int, index);
+        QTEST(PlotterWindow::isLogLine(QByteArray(QTest::currentDataTag()), index, 2), "isWell");
+    }
+
+private:
+    void append(const QByteArray &bytes) const
+    {
+        QFile file(temporaryPath("run.csv"));
+        QVERIFY(file.open(QIODevice::Append));
+        QCOMPARE(file.write(bytes), qint64(bytes.size()));
+    }
+};
+
+GUARDED_TEST_MAIN(LogFollowerTest)
+#include "LogFollowerTest.moc"
