@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr int longestRunMs = 60000;
+constexpr int maximumRunMs = 60000;
 
 struct Outcome
 {
@@ -215,7 +215,7 @@ private slots:
         const QString pattern = QStringLiteral("^XY-Plotter .+\nMinimal .+/a.so\n$");
         QVERIFY2(QRegularExpression(pattern).match(list.output).hasMatch(), qPrintable(list.output));
         const Outcome scene = run("--seconds 1");
-        QCOMPARE(scene.exitCode, 0); // without the broken one, of which it complains
+        QCOMPARE(scene.exitCode, 0); // without the broken one, which it names
         QVERIFY2(scene.errors.count('\n') == 1 && scene.errors.contains("b.so: "), qPrintable(scene.errors));
     }
 
@@ -254,7 +254,7 @@ private:
             process.waitForStarted();
             meanwhile(process);
         }
-        if (!process.waitForFinished(longestRunMs) || process.exitStatus() != QProcess::NormalExit) {
+        if (!process.waitForFinished(maximumRunMs) || process.exitStatus() != QProcess::NormalExit) {
             return {-1, {}, process.errorString()};
         }
         return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),

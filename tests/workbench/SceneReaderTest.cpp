@@ -51,7 +51,7 @@ private slots:
     {
         QTest::addColumn<QString>("original");
         QTest::addColumn<QString>("mistake");
-        QTest::addColumn<QString>("complaint");
+        QTest::addColumn<QString>("expected");
         const QString sound = QString::fromLatin1(soundScene);
         const QStringList rows[] = {
             {"broken syntax", "\"key\": \"B\"", "\"key\": B", ":6: expected JSON"},
@@ -79,12 +79,12 @@ private slots:
     {
         QFETCH(QString, original);
         QFETCH(QString, mistake);
-        QFETCH(QString, complaint);
+        QFETCH(QString, expected);
         QString json = QString::fromLatin1(soundScene);
         QVERIFY(json.contains(original));
         json.replace(original, mistake);
         const QString error = readScene(json.toUtf8(), QStringLiteral("file")).error;
-        QVERIFY2(error.startsWith(QStringLiteral("file:")) && error.contains(complaint), qPrintable(error));
+        QVERIFY2(error.startsWith(QStringLiteral("file:")) && error.contains(expected), qPrintable(error));
         QVERIFY(!error.contains(QLatin1Char('\n')));
     }
 };

@@ -15,7 +15,7 @@ QString ofSystem();
 
 /**
  * Has texts given in the language \a code from now on, where a translation is there; "en" is what they are written in.
- * The toolkit's own texts follow if its translations are installed. Needs the application object, and ends with it.
+ * Qt's own texts follow if its translations are installed. Needs the application object, and ends with it.
  */
 void use(const QString &code);
 

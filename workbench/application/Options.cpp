@@ -11,8 +11,8 @@
 namespace
 {
 
-constexpr double longestRunSeconds = 86400.0;
-constexpr int largestSidePixels = 8192;
+constexpr double maximumRunSeconds = 86400.0;
+constexpr int maximumSidePixels = 8192;
 
 struct Text
 {
@@ -54,7 +54,7 @@ QList<QCommandLineOption> allOptions()
     };
 }
 
-/// The value of an option that was given; complains when it is blank, which a shell variable easily is.
+/// The value of an option that was given; an error when it is blank, as an unset shell variable is.
 QString textOf(const QCommandLineParser &parser, const char *name, QString &error)
 {
     const QString option = QString::fromLatin1(name);
@@ -72,9 +72,9 @@ void readSeconds(const QString &text, Options &options, QString &error)
 {
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
-    if (!isNumber || !std::isfinite(seconds) || seconds <= 0.0 || seconds > longestRunSeconds) {
+    if (!isNumber || !std::isfinite(seconds) || seconds <= 0.0 || seconds > maximumRunSeconds) {
         error = Text::tr("--seconds: expected a number above 0 and up to %1, found \"%2\"")
-                    .arg(longestRunSeconds)
+                    .arg(maximumRunSeconds)
                     .arg(text);
         return;
     }
@@ -86,9 +86,9 @@ void readSize(const QString &text, Options &options, QString &error)
     static const QRegularExpression pattern(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$"));
     const QRegularExpressionMatch match = pattern.match(text);
     const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
-    if (!match.hasMatch() || size.isEmpty() || qMax(size.width(), size.height()) > largestSidePixels) {
+    if (!match.hasMatch() || size.isEmpty() || qMax(size.width(), size.height()) > maximumSidePixels) {
         error = Text::tr("--size: expected WIDTHxHEIGHT with sides of 1 to %1, for example 1000x600, found \"%2\"")
-                    .arg(largestSidePixels)
+                    .arg(maximumSidePixels)
                     .arg(text);
         return;
     }

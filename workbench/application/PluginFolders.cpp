@@ -54,7 +54,7 @@ QStringList PluginFolders::files(const QStringList &asked)
     const QString first = own() + QLatin1Char('/') + firstPlugin;
     QStringList found = filesIn(own()) + filesIn(ofUser());
     found.removeAll(first);
-    found.prepend(first); // so that whoever loads it says where it should be
+    found.prepend(first); // first even when it is missing: the loader's message then names the expected path
     return found;
 }
 

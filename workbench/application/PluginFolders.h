@@ -20,7 +20,7 @@ QString ofUser();
  */
 QStringList files(const QStringList &asked);
 
-/// What to tell a person, in one line, when there are no files(\a asked).
+/// The error, one line, when there are no files(\a asked).
 QString noFilesText(const QStringList &asked);
 
 } // namespace PluginFolders

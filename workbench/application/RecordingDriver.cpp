@@ -17,7 +17,7 @@
 namespace
 {
 
-constexpr int longestWaitMs = 10000;
+constexpr int maximumWaitMs = 10000;
 
 } // namespace
 
@@ -27,7 +27,7 @@ RecordingDriver::RecordingDriver(QWidget *container, RecordingWatch *watch, cons
 {
     m_patience.setSingleShot(true);
     connect(&m_patience, &QTimer::timeout, this, [this] { giveUp(tr("no curve got a point to record")); });
-    m_patience.start(longestWaitMs);
+    m_patience.start(maximumWaitMs);
     qApp->installEventFilter(this);
 }
 

@@ -23,7 +23,7 @@ class RecordingDriver : public QObject
 
 public:
     /**
-     * \param watch   tells how the recording goes; not owned, has to outlive this
+     * \param watch   of the container; not owned, has to outlive this
      * \param path    of the file, absolute; an existing one is overwritten
      * \param isReady whether every curve that is to be recorded has a point
      */
@@ -39,7 +39,7 @@ public:
 
 signals:
     void begun();
-    /// There will be no recording; error() tells why.
+    /// There will be no recording; error() says why.
     void gaveUp();
 
 private:

@@ -18,10 +18,10 @@ namespace
 {
 
 constexpr double runSeconds = 3.0;
-constexpr int leastLines = 20;        // of a run of that length; the usual rate gives 210
-constexpr int leastCurvePixels = 100; // of one colour; a mark at a curve's end has 60
-constexpr int hueTolerance = 12;      // degrees
-constexpr int leastSaturation = 100;  // of 255
+constexpr int minimumLines = 20;        // of a run of that length; the usual rate gives 210
+constexpr int minimumCurvePixels = 100; // of one colour; a mark at a curve's end has 60
+constexpr int hueTolerance = 12;        // degrees
+constexpr int minimumSaturation = 100;  // of 255
 constexpr int drawingSidePixels = 16;
 
 struct Text
@@ -37,7 +37,7 @@ int pixelsOfColor(const QImage &image, const QColor &color)
         for (int x = image.width() * 3 / 5; x < image.width(); ++x) {
             const QColor pixel = image.pixelColor(x, y);
             const int distance = qAbs(pixel.hsvHue() - color.hsvHue());
-            if (pixel.hsvSaturation() > leastSaturation && qMin(distance, 360 - distance) < hueTolerance) {
+            if (pixel.hsvSaturation() > minimumSaturation && qMin(distance, 360 - distance) < hueTolerance) {
                 ++count;
             }
         }
@@ -109,7 +109,7 @@ void SelfTest::checkDrawings()
                              .toImage()
                              .convertToFormat(QImage::Format_ARGB32);
     check(!arrow.isNull() && hasSeveralColors(arrow),
-          Text::tr("drawings: the SVG image plugin of the toolkit draws the arrow of the boxes"));
+          Text::tr("drawings: the SVG image plugin of Qt draws the arrow of the boxes"));
 }
 
 void SelfTest::noteEmptyPlot(ContainerInterface *container)
@@ -127,7 +127,7 @@ void SelfTest::checkPicture(const QString &path, int curves)
     for (int curve = 0; curve < curves; ++curve) {
         const QColor &color = colorForIds[curve % curveColorCount];
         const int pixels = pixelsOfColor(picture, color) - pixelsOfColor(m_emptyPlot, color);
-        check(pixels >= leastCurvePixels, Text::tr("curve %1: drawn with %2 pixels").arg(curve + 1).arg(pixels));
+        check(pixels >= minimumCurvePixels, Text::tr("curve %1: drawn with %2 pixels").arg(curve + 1).arg(pixels));
     }
 }
 
@@ -142,7 +142,7 @@ void SelfTest::checkLog(const QString &path, int curves, int lines)
     const QByteArray rest = found.takeLast();
     const QString problem = problemOfLines(found, curves);
     const int dataLines = found.size() - PlotterWindow::logHeaderLines;
-    check(dataLines >= leastLines && dataLines == lines,
+    check(dataLines >= minimumLines && dataLines == lines,
           Text::tr("log: %1 lines below the header, %2 were recorded").arg(dataLines).arg(lines));
     check(problem.isEmpty() && rest.isEmpty(),
           problem.isEmpty() ? Text::tr("log: every line is whole and in its place") : Text::tr("log: %1").arg(problem));

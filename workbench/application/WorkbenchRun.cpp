@@ -126,8 +126,8 @@ QString WorkbenchRun::setUp()
             return Text::tr("the plot window cannot be %1x%2, it needs at least %3x%4")
                 .arg(m_plan.size.width())
                 .arg(m_plan.size.height())
-                .arg(m_container->minimumSizeHint().width())
-                .arg(m_container->minimumSizeHint().height());
+                .arg(actualSize.width())
+                .arg(actualSize.height());
         }
     }
     return SceneRunner(m_container).apply(m_plan.scene);

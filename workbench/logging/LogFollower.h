@@ -31,7 +31,7 @@ private:
     void beginAnew();
 
     QString m_path;
-    QByteArray m_start; // the first bytes, to tell another file of the same name
+    QByteArray m_start; // the first bytes, to recognise another file of the same name
     QDateTime m_lastLineTime;
     qint64 m_bytes = 0; // read so far
     int m_lines = 0;    // ends of lines read so far, the header's included

@@ -119,7 +119,7 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
         for (MessageLog *const log : qAsConst(shared.logs)) {
             message.isMarked = log->m_marker && log->thread() == QThread::currentThread() && log->m_marker();
             log->m_waiting.push_back(message);
-            if (log->m_waiting.size() > mostWaiting) {
+            if (log->m_waiting.size() > maximumWaiting) {
                 log->m_waiting.pop_front();
             }
         }

@@ -10,7 +10,7 @@
 #include <deque>
 #include <functional>
 
-/// One message that went to the toolkit's logger.
+/// One message that went to Qt's logger.
 struct LogMessage
 {
     QTime time; ///< local time of its arrival
@@ -25,7 +25,7 @@ Q_DECLARE_TYPEINFO(LogMessage, Q_MOVABLE_TYPE);
 int severity(QtMsgType type);
 
 /**
- * Listens to the toolkit's logger from its making to its end, and hands on in batches what it heard.
+ * Collects the messages of Qt's logger for as long as it lives, and delivers them in batches.
  *
  * Messages may come from any thread and at any moment: they are only noted, and go on to the handler that was there
  * before. The batches are delivered on the thread of this object by a timer, so that a source of many messages costs
@@ -37,7 +37,7 @@ class MessageLog : public QObject
 
 public:
     static constexpr int deliveryIntervalMs = 100;
-    static constexpr int mostWaiting = 2000;
+    static constexpr int maximumWaiting = 2000;
 
     explicit MessageLog(QObject *parent = nullptr);
     ~MessageLog() override;

@@ -31,7 +31,7 @@ bool isDebug(const LogMessage &message)
 void MessageModel::append(const QVector<LogMessage> &messages)
 {
     // Of a batch beyond the bound only the end would stay.
-    const QVector<LogMessage> added = messages.mid(std::max(0, messages.size() - mostMessages));
+    const QVector<LogMessage> added = messages.mid(std::max(0, messages.size() - maximumMessages));
     if (added.isEmpty()) {
         return;
     }
@@ -39,8 +39,8 @@ void MessageModel::append(const QVector<LogMessage> &messages)
     m_messages += added;
     endInsertRows();
     m_debugLines += int(std::count_if(added.cbegin(), added.cend(), isDebug));
-    dropFirstDebugLines(m_debugLines - mostDebugLines);
-    dropFirst(m_messages.size() - mostMessages);
+    dropFirstDebugLines(m_debugLines - maximumDebugLines);
+    dropFirst(m_messages.size() - maximumMessages);
 }
 
 void MessageModel::clear()
@@ -136,9 +136,9 @@ void MessageModel::dropFirstDebugLines(int count)
     }
 }
 
-void MessageFilter::setLeast(QtMsgType type)
+void MessageFilter::setMinimum(QtMsgType type)
 {
-    m_least = type;
+    m_minimum = type;
     invalidateFilter();
 }
 
@@ -156,5 +156,5 @@ bool MessageFilter::filterAcceptsRow(int sourceRow, const QModelIndex &sourcePar
         return true;
     }
     const QtMsgType type = messages->message(sourceRow).type;
-    return type == QtDebugMsg ? m_showsDebug : severity(type) >= severity(m_least);
+    return type == QtDebugMsg ? m_showsDebug : severity(type) >= severity(m_minimum);
 }

@@ -25,8 +25,8 @@ public:
         ColumnCount
     };
 
-    static constexpr int mostMessages = 2000;
-    static constexpr int mostDebugLines = 1000; ///< of mostMessages
+    static constexpr int maximumMessages = 2000;
+    static constexpr int maximumDebugLines = 1000; ///< of maximumMessages
 
     using QAbstractTableModel::QAbstractTableModel;
 
@@ -57,13 +57,13 @@ public:
     using QSortFilterProxyModel::QSortFilterProxyModel;
 
     /// Messages from \a type on are shown, QtInfoMsg at the start; debug lines are not concerned.
-    void setLeast(QtMsgType type);
+    void setMinimum(QtMsgType type);
     void setShowsDebug(bool on); ///< Off at the start.
 
 protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
 
 private:
-    QtMsgType m_least = QtInfoMsg;
+    QtMsgType m_minimum = QtInfoMsg;
     bool m_showsDebug = false;
 };

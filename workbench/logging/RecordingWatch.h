@@ -14,7 +14,7 @@ class QWidget;
 /**
  * Finds out from outside whether one container is recording into a file, and whether the lines get there.
  *
- * A container tells nothing of it: it has a check box that opens a save dialog, and fails silently. So the box is
+ * A container does not report it: it has a check box that opens a save dialog, and fails silently. So the box is
  * watched, the dialog is asked for its choice, and the file is looked at. Owned by Recordings, which sees the dialogs
  * and the logger; the container is not owned. GUI thread.
  */
@@ -28,7 +28,7 @@ public:
         Off,
         Recording,
         CheckedOnly, ///< the box is checked and nothing is recorded
-        Unknown      ///< the box is checked and no dialog of ours told a file
+        Unknown      ///< the box is checked and no dialog was seen that named a file
     };
 
     /// \param title what a person calls the container

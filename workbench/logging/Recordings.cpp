@@ -16,7 +16,7 @@ Recordings::Recordings(MessageLog *log, const ModuleRack *rack, QObject *parent)
     // A container samples and announces its line in one timer event: what was not answered in it is old in the line.
     m_log->setMarker([this] { return m_rack->missedAnswers() > m_missedAtTick; });
     qApp->installEventFilter(this);
-    connect(m_log, &MessageLog::arrived, this, &Recordings::hear);
+    connect(m_log, &MessageLog::arrived, this, &Recordings::countLines);
     connect(&m_lookTimer, &QTimer::timeout, this, &Recordings::look);
     m_lookTimer.start(lookIntervalMs);
 }
@@ -120,7 +120,7 @@ bool Recordings::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-void Recordings::hear(const QVector<LogMessage> &messages)
+void Recordings::countLines(const QVector<LogMessage> &messages)
 {
     int count = 0;
     int withOldValues = 0;
@@ -138,7 +138,7 @@ void Recordings::hear(const QVector<LogMessage> &messages)
     };
     const bool isOneOnly = std::count_if(m_watches.cbegin(), m_watches.cend(), isRecording) == 1;
     for (RecordingWatch *const watch : qAsConst(m_watches)) {
-        // The messages do not tell whose they are: of two that record at once none can be counted.
+        // The messages do not say which container they are from: of two that record at once none can be counted.
         isOneOnly ? watch->linesAnnounced(count, withOldValues) : watch->forgetAnnouncements();
     }
 }

@@ -14,8 +14,9 @@ class QWidget;
 /**
  * Watches the recordings of all containers.
  *
- * Sees the save dialogs that open, hears from the logger which lines the containers believe to have written, compares
- * the modules' counters to find those without new values, and has the files looked at in regular intervals. The log is not owned and has to outlive this. GUI thread.
+ * Sees the save dialogs that open, learns from the logger which lines the containers believe to have written,
+ * compares the modules' counters to find those without new values, and reads the files in regular intervals. The log is
+ * not owned and has to outlive this. GUI thread.
  */
 class Recordings : public QObject
 {
@@ -53,7 +54,7 @@ signals:
     void failed();
 
 private:
-    void hear(const QVector<LogMessage> &messages);
+    void countLines(const QVector<LogMessage> &messages);
 
     MessageLog *const m_log;        // not owned
     const ModuleRack *const m_rack; // not owned

@@ -16,7 +16,7 @@
 namespace
 {
 
-constexpr qint64 leastFreeBytes = 4096; // a block: with less, not even a line is sure to fit
+constexpr qint64 minimumFreeBytes = 4096; // a block: with less, not even a line is sure to fit
 
 struct Text
 {
@@ -84,7 +84,7 @@ QString writeObstacle(const QString &path)
     if (storage.isValid() && storage.isReadOnly()) {
         return Text::tr("the file system is read-only");
     }
-    if (storage.isValid() && storage.bytesTotal() > 0 && storage.bytesAvailable() < leastFreeBytes) {
+    if (storage.isValid() && storage.bytesTotal() > 0 && storage.bytesAvailable() < minimumFreeBytes) {
         return Text::tr("the disk is full");
     }
     return {};

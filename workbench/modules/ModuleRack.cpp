@@ -157,7 +157,7 @@ bool ModuleRack::plugIn(Place &place)
     if (kind == nullptr) {
         return false;
     }
-    // A container that is told of the module may have it removed at once.
+    // A container that is notified of the module may have it removed at once.
     const QPointer<SimulatedModule> module =
         new SimulatedModule(*kind, place.description.key, m_handler, &m_clock, place.seed);
     const QMap<int, MotionProgram> &motions = place.description.motions;

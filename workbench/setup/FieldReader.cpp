@@ -22,7 +22,7 @@ QString FieldReader::error() const
     return m_error;
 }
 
-void FieldReader::complain(const QString &place, const QString &name, const QString &expected)
+void FieldReader::addError(const QString &place, const QString &name, const QString &expected)
 {
     if (m_error.isEmpty()) {
         m_error = Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, placeOf(place, name), expected);
@@ -34,7 +34,7 @@ void FieldReader::allowOnly(const QJsonObject &object, const QString &place, con
     const QStringList present = object.keys();
     for (const QString &name : present) {
         if (!names.contains(name)) {
-            complain(place, name, Text::tr("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
+            addError(place, name, Text::tr("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
             return;
         }
     }
@@ -44,7 +44,7 @@ QString FieldReader::text(const QJsonObject &object, const QString &place, const
 {
     const QJsonValue value = object.value(name);
     if (!value.isString() || value.toString().trimmed().isEmpty()) {
-        complain(place, name, Text::tr("a text that is not empty"));
+        addError(place, name, Text::tr("a text that is not empty"));
     }
     return value.toString();
 }
@@ -54,16 +54,16 @@ QString FieldReader::text(const QJsonObject &object, const QString &place, const
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isString()) {
-        complain(place, name, Text::tr("a text"));
+        addError(place, name, Text::tr("a text"));
     }
     return value.toString(defaultText);
 }
 
-bool FieldReader::truth(const QJsonObject &object, const QString &place, const QString &name, bool defaultValue)
+bool FieldReader::boolean(const QJsonObject &object, const QString &place, const QString &name, bool defaultValue)
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isBool()) {
-        complain(place, name, Text::tr("true or false"));
+        addError(place, name, Text::tr("true or false"));
     }
     return value.toBool(defaultValue);
 }
@@ -72,21 +72,21 @@ double FieldReader::number(const QJsonObject &object, const QString &place, cons
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isDouble()) {
-        complain(place, name, Text::tr("a number"));
+        addError(place, name, Text::tr("a number"));
     }
     return value.toDouble(defaultValue);
 }
 
-qint64 FieldReader::whole(const QJsonObject &object, const QString &place, const QString &name, qint64 least,
-                          qint64 greatest, qint64 defaultValue)
+qint64 FieldReader::integer(const QJsonObject &object, const QString &place, const QString &name, qint64 minimum,
+                            qint64 maximum, qint64 defaultValue)
 {
     const QJsonValue value = object.value(name);
     if (value.isUndefined()) {
         return defaultValue;
     }
     const double number = value.toDouble();
-    if (!value.isDouble() || std::floor(number) < number || number < double(least) || number > double(greatest)) {
-        complain(place, name, Text::tr("a whole number from %1 to %2").arg(least).arg(greatest));
+    if (!value.isDouble() || std::floor(number) < number || number < double(minimum) || number > double(maximum)) {
+        addError(place, name, Text::tr("a whole number from %1 to %2").arg(minimum).arg(maximum));
         return defaultValue;
     }
     return qint64(number);
@@ -96,7 +96,7 @@ QJsonObject FieldReader::object(const QJsonObject &object, const QString &place,
 {
     const QJsonValue value = object.value(name);
     if (!value.isObject() && (isRequired || !value.isUndefined())) {
-        complain(place, name, Text::tr("an object in braces"));
+        addError(place, name, Text::tr("an object in braces"));
     }
     return value.toObject();
 }
@@ -106,13 +106,13 @@ QList<QJsonObject> FieldReader::objects(const QJsonObject &object, const QString
 {
     const QJsonValue value = object.value(name);
     if (!value.isArray() && (isRequired || !value.isUndefined())) {
-        complain(place, name, Text::tr("a list of objects in brackets"));
+        addError(place, name, Text::tr("a list of objects in brackets"));
     }
     QList<QJsonObject> list;
     const QJsonArray elements = value.toArray();
     for (const QJsonValue &element : elements) {
         if (!element.isObject()) {
-            complain(QString(), placeOf(place, name, list.size()), Text::tr("an object in braces"));
+            addError(QString(), placeOf(place, name, list.size()), Text::tr("an object in braces"));
         }
         list.append(element.toObject());
     }

@@ -19,19 +19,24 @@ public:
     /// One line with file, field and what is expected; empty when all is well.
     QString error() const;
 
-    /// Notes that the field \a name of the object at \a place is not as \a expected; only the first note counts.
-    void complain(const QString &place, const QString &name, const QString &expected);
+    /// Adds the error that the field \a name of the object at \a place is not as \a expected; only the first error counts.
+    void addError(const QString &place, const QString &name, const QString &expected);
 
-    /// Complains about any field whose name is not in \a names: a mistyped name must not pass for a missing one.
+    /// Adds an error for any field whose name is not in \a names: a mistyped name must not pass for a missing one.
     void allowOnly(const QJsonObject &object, const QString &place, const QStringList &names);
 
+    /// A text that is required, and not blank.
     QString text(const QJsonObject &object, const QString &place, const QString &name);
+    /// A text, which may be blank.
     QString text(const QJsonObject &object, const QString &place, const QString &name, const QString &defaultText);
-    bool truth(const QJsonObject &object, const QString &place, const QString &name, bool defaultValue);
+    /// True or false.
+    bool boolean(const QJsonObject &object, const QString &place, const QString &name, bool defaultValue);
+    /// Any number.
     double number(const QJsonObject &object, const QString &place, const QString &name, double defaultValue);
-    /// A whole number from \a least to \a greatest.
-    qint64 whole(const QJsonObject &object, const QString &place, const QString &name, qint64 least, qint64 greatest,
-                 qint64 defaultValue);
+    /// A whole number from \a minimum to \a maximum.
+    qint64 integer(const QJsonObject &object, const QString &place, const QString &name, qint64 minimum, qint64 maximum,
+                   qint64 defaultValue);
+    /// An object; an empty one where the field is missing and not required.
     QJsonObject object(const QJsonObject &object, const QString &place, const QString &name, bool isRequired);
     /// The objects of a list; an empty list where the field is missing and not required.
     QList<QJsonObject> objects(const QJsonObject &object, const QString &place, const QString &name, bool isRequired);

@@ -30,12 +30,12 @@ struct SceneCurve
  */
 struct Scene
 {
-    static constexpr int mostCurves = 4;
+    static constexpr int maximumCurves = 4;
 
     QString title;
     quint32 seed = 1;
     QList<ModuleSettings> modules;
-    QList<SceneCurve> curves; ///< up to mostCurves
+    QList<SceneCurve> curves; ///< up to maximumCurves
     bool showsLines = true;   ///< lines between the points
     bool isSquare = false;    ///< the plot is as wide as it is high
     bool showsAll = false;    ///< curves that are not recorded are shown too

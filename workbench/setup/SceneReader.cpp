@@ -39,7 +39,7 @@ MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QSt
     MotionProgram motion;
     const QString kind = reader.text(axis, place, QStringLiteral("motion"));
     if (!kinds.contains(kind)) {
-        reader.complain(place, QStringLiteral("motion"), Text::tr("one of %1").arg(quotedList(kinds.keys())));
+        reader.addError(place, QStringLiteral("motion"), Text::tr("one of %1").arg(quotedList(kinds.keys())));
     }
     motion.kind = kinds.value(kind);
     motion.amplitude = reader.number(axis, place, QStringLiteral("amplitude"), motion.amplitude);
@@ -47,10 +47,10 @@ MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QSt
     motion.phaseDegrees = reader.number(axis, place, QStringLiteral("phaseDegrees"), motion.phaseDegrees);
     motion.offset = reader.number(axis, place, QStringLiteral("offset"), motion.offset);
     if (motion.amplitude < 0.0) {
-        reader.complain(place, QStringLiteral("amplitude"), Text::tr("a number of microsteps, 0 or more"));
+        reader.addError(place, QStringLiteral("amplitude"), Text::tr("a number of microsteps, 0 or more"));
     }
     if (motion.periodSeconds <= 0.0) {
-        reader.complain(place, QStringLiteral("periodSeconds"), Text::tr("a number of seconds above 0"));
+        reader.addError(place, QStringLiteral("periodSeconds"), Text::tr("a number of seconds above 0"));
     }
     return motion;
 }
@@ -82,7 +82,7 @@ ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const 
     module.key = reader.text(object, place, QStringLiteral("key"));
     const ModuleKind *const kind = findModuleKind(module.kind);
     if (kind == nullptr) {
-        reader.complain(place, QStringLiteral("kind"), Text::tr("one of %1").arg(quotedList(kindNames())));
+        reader.addError(place, QStringLiteral("kind"), Text::tr("one of %1").arg(quotedList(kindNames())));
     }
     const int axisCount = kind == nullptr ? 0 : int(kind->axes.size());
     const QList<QJsonObject> axes = reader.objects(object, place, QStringLiteral("axes"), false);
@@ -93,12 +93,12 @@ ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const 
                           QStringLiteral("periodSeconds"), QStringLiteral("phaseDegrees"), QStringLiteral("offset")});
         using Limits = std::numeric_limits<int>;
         const int axis =
-            int(reader.whole(axes.at(i), axisPlace, QStringLiteral("axis"), Limits::min(), Limits::max(), i));
+            int(reader.integer(axes.at(i), axisPlace, QStringLiteral("axis"), Limits::min(), Limits::max(), i));
         if (axis < 0 || axis >= axisCount) {
-            reader.complain(axisPlace, QStringLiteral("axis"), expectedAxis(module.kind, axisCount));
+            reader.addError(axisPlace, QStringLiteral("axis"), expectedAxis(module.kind, axisCount));
         }
         if (module.motions.contains(axis)) {
-            reader.complain(axisPlace, QStringLiteral("axis"), Text::tr("an axis that has no motion yet"));
+            reader.addError(axisPlace, QStringLiteral("axis"), Text::tr("an axis that has no motion yet"));
         }
         module.motions.insert(axis, readMotion(reader, axes.at(i), axisPlace));
     }
@@ -114,13 +114,13 @@ SceneSource readSource(FieldReader &reader, const QJsonObject &object, const QSt
     source.module = reader.text(object, place, QStringLiteral("module"));
     source.motor = reader.text(object, place, QStringLiteral("motor"), QString()).trimmed();
     source.value = reader.text(object, place, QStringLiteral("value")).trimmed();
-    source.isSigned = reader.truth(object, place, QStringLiteral("signed"), false);
+    source.isSigned = reader.boolean(object, place, QStringLiteral("signed"), false);
     QStringList keys;
     for (const ModuleSettings &module : scene.modules) {
         keys.append(module.key);
     }
     if (!keys.contains(source.module)) {
-        reader.complain(place, QStringLiteral("module"),
+        reader.addError(place, QStringLiteral("module"),
                         Text::tr("the key of one of the scene's modules: %1").arg(quotedList(keys)));
     }
     return source;
@@ -134,7 +134,7 @@ void readModules(FieldReader &reader, const QJsonObject &root, Scene &scene)
         const QString place = FieldReader::placeOf(QString(), QStringLiteral("modules"), i);
         scene.modules.append(readModule(reader, modules.at(i), place));
         if (keys.contains(scene.modules.constLast().key)) {
-            reader.complain(place, QStringLiteral("key"), Text::tr("a key that no other module has"));
+            reader.addError(place, QStringLiteral("key"), Text::tr("a key that no other module has"));
         }
         keys.append(scene.modules.constLast().key);
     }
@@ -144,12 +144,12 @@ void readCurves(FieldReader &reader, const QJsonObject &root, Scene &scene)
 {
     const QString name = QStringLiteral("curves");
     const QList<QJsonObject> curves = reader.objects(root, QString(), name, true);
-    if (curves.size() > Scene::mostCurves) {
-        reader.complain(QString(), name, Text::tr("at most %1 curves").arg(Scene::mostCurves));
+    if (curves.size() > Scene::maximumCurves) {
+        reader.addError(QString(), name, Text::tr("at most %1 curves").arg(Scene::maximumCurves));
     }
     const auto requireSameModule = [&](const QString &place, const QString &module, const QString &first) {
         if (module != first) {
-            reader.complain(
+            reader.addError(
                 place, QStringLiteral("module"),
                 Text::tr("\"%1\" as for the first curve, because all curves share one module per side").arg(first));
         }
@@ -173,9 +173,9 @@ void readOptions(FieldReader &reader, const QJsonObject &root, Scene &scene)
     const QString name = QStringLiteral("options");
     const QJsonObject options = reader.object(root, QString(), name, false);
     reader.allowOnly(options, name, {QStringLiteral("lines"), QStringLiteral("square"), QStringLiteral("showAll")});
-    scene.showsLines = reader.truth(options, name, QStringLiteral("lines"), scene.showsLines);
-    scene.isSquare = reader.truth(options, name, QStringLiteral("square"), scene.isSquare);
-    scene.showsAll = reader.truth(options, name, QStringLiteral("showAll"), scene.showsAll);
+    scene.showsLines = reader.boolean(options, name, QStringLiteral("lines"), scene.showsLines);
+    scene.isSquare = reader.boolean(options, name, QStringLiteral("square"), scene.isSquare);
+    scene.showsAll = reader.boolean(options, name, QStringLiteral("showAll"), scene.showsAll);
 }
 
 /// What is wrong with the text itself, as "file:line: ...".
@@ -208,7 +208,7 @@ SceneResult readScene(const QByteArray &json, const QString &fileName)
     Scene &scene = result.scene;
     scene.title = reader.text(root, QString(), QStringLiteral("title"));
     scene.seed = quint32(
-        reader.whole(root, QString(), QStringLiteral("seed"), 0, std::numeric_limits<quint32>::max(), scene.seed));
+        reader.integer(root, QString(), QStringLiteral("seed"), 0, std::numeric_limits<quint32>::max(), scene.seed));
     readModules(reader, root, scene);
     readCurves(reader, root, scene);
     readOptions(reader, root, scene);

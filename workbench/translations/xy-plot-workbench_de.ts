@@ -295,6 +295,21 @@
     </message>
 </context>
 <context>
+    <name>ModuleKind</name>
+    <message>
+        <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
+        <translation>Drei Schrittmotorachsen mit Registern: Achse 0 fährt mit Getriebespiel hin und her, die Achsen 1 und 2 zeichnen einen Kreis.</translation>
+    </message>
+    <message>
+        <source>One servo axis without registers: runs to and fro and swings a little when it stops.</source>
+        <translation>Eine Servoachse ohne Register: fährt hin und her und schwingt beim Anhalten etwas nach.</translation>
+    </message>
+    <message>
+        <source>Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters).</source>
+        <translation>Nur Register: analoge und digitale Eingänge, gespeist von Testsignalen (Kreis, Spirale, Rauschen, Zähler).</translation>
+    </message>
+</context>
+<context>
     <name>ModulePanel</name>
     <message>
         <source>Simulated modules</source>
@@ -500,6 +515,17 @@ Optionen:
     <message>
         <source>%1: there is no plugin file in it</source>
         <translation>%1: darin ist keine Plugin-Datei</translation>
+    </message>
+</context>
+<context>
+    <name>Program</name>
+    <message>
+        <source> (--help lists the options)</source>
+        <translation> (--help listet die Optionen auf)</translation>
+    </message>
+    <message>
+        <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
+        <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
     </message>
 </context>
 <context>
@@ -813,8 +839,8 @@ Optionen:
         <translation>Zeile %1 lautet „%2“</translation>
     </message>
     <message>
-        <source>drawings: the SVG image plugin of the toolkit draws the arrow of the boxes</source>
-        <translation>Zeichnungen: das SVG-Bild-Plugin des Toolkits zeichnet den Pfeil der Auswahlfelder</translation>
+        <source>drawings: the SVG image plugin of Qt draws the arrow of the boxes</source>
+        <translation>Zeichnungen: das SVG-Bild-Plugin von Qt zeichnet den Pfeil der Auswahlfelder</translation>
     </message>
     <message>
         <source>picture: %1x%2 pixels</source>
@@ -846,21 +872,6 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>ModuleKind</name>
-    <message>
-        <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
-        <translation>Drei Schrittmotorachsen mit Registern: Achse 0 fährt mit Getriebespiel hin und her, die Achsen 1 und 2 zeichnen einen Kreis.</translation>
-    </message>
-    <message>
-        <source>One servo axis without registers: runs to and fro and swings a little when it stops.</source>
-        <translation>Eine Servoachse ohne Register: fährt hin und her und schwingt beim Anhalten etwas nach.</translation>
-    </message>
-    <message>
-        <source>Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters).</source>
-        <translation>Nur Register: analoge und digitale Eingänge, gespeist von Testsignalen (Kreis, Spirale, Rauschen, Zähler).</translation>
-    </message>
-</context>
-<context>
     <name>TimedRun</name>
     <message>
         <source>the run was ended before its time</source>
@@ -873,48 +884,6 @@ Optionen:
     <message>
         <source>%1: cannot save the picture: %2</source>
         <translation>%1: das Bild lässt sich nicht speichern: %2</translation>
-    </message>
-</context>
-<context>
-    <name>WriteObstacle</name>
-    <message>
-        <source>it is a folder</source>
-        <translation>es ist ein Ordner</translation>
-    </message>
-    <message>
-        <source>there is no such folder</source>
-        <translation>diesen Ordner gibt es nicht</translation>
-    </message>
-    <message>
-        <source>writing is not allowed</source>
-        <translation>Schreiben ist nicht erlaubt</translation>
-    </message>
-    <message>
-        <source>the file system is read-only</source>
-        <translation>das Dateisystem ist schreibgeschützt</translation>
-    </message>
-    <message>
-        <source>the disk is full</source>
-        <translation>der Datenträger ist voll</translation>
-    </message>
-    <message>
-        <source>nobody reads from this pipe</source>
-        <translation>niemand liest aus dieser Pipe</translation>
-    </message>
-    <message>
-        <source>it is a device or a pipe, no file that could be replaced</source>
-        <translation>es ist ein Gerät oder eine Pipe, keine Datei, die ersetzt werden könnte</translation>
-    </message>
-</context>
-<context>
-    <name>Program</name>
-    <message>
-        <source> (--help lists the options)</source>
-        <translation> (--help listet die Optionen auf)</translation>
-    </message>
-    <message>
-        <source>There is no display: &quot;%1&quot; runs off screen for %2 s.</source>
-        <translation>Es gibt keinen Bildschirm: „%1“ läuft %2 s lang unsichtbar ab.</translation>
     </message>
 </context>
 <context>
@@ -946,6 +915,37 @@ Optionen:
     <message>
         <source>%1: lines with old values, because a module did not answer: %2</source>
         <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
+    </message>
+</context>
+<context>
+    <name>WriteObstacle</name>
+    <message>
+        <source>it is a folder</source>
+        <translation>es ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>there is no such folder</source>
+        <translation>diesen Ordner gibt es nicht</translation>
+    </message>
+    <message>
+        <source>writing is not allowed</source>
+        <translation>Schreiben ist nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>the file system is read-only</source>
+        <translation>das Dateisystem ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>der Datenträger ist voll</translation>
+    </message>
+    <message>
+        <source>nobody reads from this pipe</source>
+        <translation>niemand liest aus dieser Pipe</translation>
+    </message>
+    <message>
+        <source>it is a device or a pipe, no file that could be replaced</source>
+        <translation>es ist ein Gerät oder eine Pipe, keine Datei, die ersetzt werden könnte</translation>
     </message>
 </context>
 </TS>

@@ -3,7 +3,7 @@
 #include <QFrame>
 
 /**
- * A line above the workspace that tells a newcomer what to do, until it is closed once; the settings remember that.
+ * A line above the workspace with the first steps for a newcomer, until it is closed once; the settings remember that.
  */
 class HintBar : public QFrame
 {

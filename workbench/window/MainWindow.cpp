@@ -33,15 +33,13 @@
 namespace
 {
 
-constexpr int usableWidth = 820;  // of a container, widget pixels
-constexpr int usableHeight = 430; // of a container, widget pixels
-constexpr int leastWidth = 640;
-constexpr int leastHeight = 420;
-constexpr int bottomHeight = 130;    // widget pixels
-constexpr int leastStateWidth = 200; // widget pixels
-constexpr int statusMargin = 6;      // widget pixels
+constexpr int minimumWidthPixels = 640;
+constexpr int minimumHeightPixels = 420;
+constexpr int bottomHeight = 130;      // widget pixels
+constexpr int minimumStateWidth = 200; // widget pixels
+constexpr int statusMargin = 6;        // widget pixels
 constexpr int messageTimeMs = 8000;
-constexpr int mostShortcuts = 9; // Alt+1 to Alt+9
+constexpr int maximumShortcuts = 9; // Alt+1 to Alt+9
 
 ScreenFit screenFit()
 {
@@ -59,7 +57,7 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     , m_recordings(new Recordings(&workbench->messages(), &workbench->modules(), this))
 {
     setWindowTitle(tr("Container Workbench"));
-    setMinimumSize(leastWidth, leastHeight);
+    setMinimumSize(minimumWidthPixels, minimumHeightPixels);
     resize(screenFit().size);
 
     m_workspace->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -108,9 +106,6 @@ void MainWindow::openContainer(ContainerInterface *container)
         window->show();
         return;
     }
-    // A container can be made so small that its parts cover one another. Up to a usual size it is scrolled instead.
-    window->setMinimumSize(
-        window->minimumSizeHint().boundedTo(QSize(usableWidth, usableHeight)).expandedTo(QSize(0, 0)));
     auto *const subWindow = new WorkspaceWindow(window);
     subWindow->setAttribute(Qt::WA_DeleteOnClose);
     m_workspace->addSubWindow(subWindow);
@@ -264,7 +259,7 @@ void MainWindow::makeStatusBar()
     });
     watchAnswers();
     connect(&m_workbench->modules(), &ModuleRack::changed, this, &MainWindow::showModuleCount);
-    // What a container tells by the logger only, such as where its screenshot went, is shown for a while.
+    // What a container reports through the logger only, such as where its screenshot went, is shown for a while.
     connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
         for (const LogMessage &message : messages) {
             if (message.type != QtDebugMsg) {
@@ -286,7 +281,7 @@ void MainWindow::offerContainer(ContainerInterface *container)
     }
     action->setStatusTip(tr("Open %1, or bring its window to the front").arg(title));
     action->setToolTip(action->statusTip());
-    if (number <= mostShortcuts) {
+    if (number <= maximumShortcuts) {
         action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
     }
     connect(action, &QAction::triggered, this, [this, container] { openContainer(container); });
@@ -370,7 +365,7 @@ void MainWindow::showAnswers()
 void MainWindow::showRecordings()
 {
     const QString summary = m_recordings->summary();
-    const int widthPixels = qMax(leastStateWidth, width() / 2);
+    const int widthPixels = qMax(minimumStateWidth, width() / 2);
     m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
     m_recordingState->setToolTip(summary);
     QFont font = statusBar()->font();

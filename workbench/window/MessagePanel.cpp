@@ -21,8 +21,8 @@
 namespace
 {
 
-constexpr int marginWidth = 4;      // widget pixels
-constexpr int leastViewHeight = 48; // widget pixels
+constexpr int marginWidth = 4;        // widget pixels
+constexpr int minimumViewHeight = 48; // widget pixels
 
 } // namespace
 
@@ -72,7 +72,7 @@ QLayout *MessagePanel::makeControls()
     least->addItem(tr("Warnings and errors"), int(QtWarningMsg));
     least->addItem(tr("Errors only"), int(QtCriticalMsg));
     connect(least, QOverload<int>::of(&QComboBox::activated), this, [=] {
-        m_filter->setLeast(QtMsgType(least->currentData().toInt()));
+        m_filter->setMinimum(QtMsgType(least->currentData().toInt()));
         m_view->scrollToBottom();
     });
     auto *const label = new QLabel(tr("&Show:"));
@@ -111,7 +111,7 @@ void MessagePanel::makeView()
     m_view->setUniformRowHeights(true);
     m_view->setAlternatingRowColors(true);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_view->setMinimumHeight(leastViewHeight);
+    m_view->setMinimumHeight(minimumViewHeight);
     m_view->header()->setStretchLastSection(true);
     const QFontMetrics metrics(m_view->font());
     const QStringList widest = {QStringLiteral("00:00:00.0000"), MessageModel::tr("Warning") + QStringLiteral("MMMM"),

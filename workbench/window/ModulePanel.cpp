@@ -16,8 +16,8 @@
 namespace
 {
 
-constexpr int leastWidth = 175; // widget pixels
-constexpr int marginWidth = 4;  // widget pixels
+constexpr int minimumWidthPixels = 175; // widget pixels
+constexpr int marginWidth = 4;          // widget pixels
 
 } // namespace
 
@@ -34,7 +34,7 @@ ModulePanel::ModulePanel(ModuleRack *rack, const AnswerWatch *watch, QWidget *pa
     m_scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scrollArea->setAccessibleName(tr("Simulated modules"));
     m_scrollArea->setWidget(list);
-    m_scrollArea->setMinimumWidth(leastWidth);
+    m_scrollArea->setMinimumWidth(minimumWidthPixels);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_scrollArea);
@@ -91,7 +91,7 @@ void ModulePanel::addRow(int index)
     refresh(index);
     // As wide as the boxes need in the language of the program; there is no scrolling sideways.
     const int scrollBarWidth = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    m_scrollArea->setMinimumWidth(qMax(leastWidth, m_layout->minimumSize().width() + scrollBarWidth));
+    m_scrollArea->setMinimumWidth(qMax(minimumWidthPixels, m_layout->minimumSize().width() + scrollBarWidth));
 }
 
 QComboBox *ModulePanel::makeAnswerTimeBox(int index)

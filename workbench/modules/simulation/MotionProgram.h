@@ -1,7 +1,7 @@
 #pragma once
 
 /**
- * What an axis is told to do, for as long as it is switched on. Positions are in microsteps.
+ * What an axis does, for as long as it is switched on. Positions are in microsteps.
  */
 struct MotionProgram
 {

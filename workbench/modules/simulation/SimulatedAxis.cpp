@@ -17,7 +17,7 @@ constexpr double coilTableAmplitude = 248.0;
 
 double usable(double value)
 {
-    return std::isfinite(value) ? qBound(-SimulatedAxis::greatestNumber, value, SimulatedAxis::greatestNumber) : 0.0;
+    return std::isfinite(value) ? qBound(-SimulatedAxis::maximumNumber, value, SimulatedAxis::maximumNumber) : 0.0;
 }
 
 double coilCurrent(int microstep)

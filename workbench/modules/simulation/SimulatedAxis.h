@@ -25,12 +25,12 @@ public:
         Braking = 3
     };
 
-    static constexpr double greatestNumber = 1e12; ///< of a motion program, either sign
+    static constexpr double maximumNumber = 1e12; ///< of a motion program, either sign
 
     SimulatedAxis(const AxisMechanics &mechanics, const MotionProgram &program, quint32 seed);
 
     /**
-     * Numbers that are not finite become 0, those beyond greatestNumber are cut, a negative amplitude loses its sign,
+     * Numbers that are not finite become 0, those beyond maximumNumber are cut, a negative amplitude loses its sign,
      * a period is at least 10 ms.
      */
     void setProgram(const MotionProgram &program);

@@ -13,8 +13,8 @@ struct RegisterRow;
 /**
  * A module that exists in this process only: it moves in simulated time and answers through a real command channel.
  *
- * Lists the parameters and registers of its kind, and answers exactly those that can be read. Owned by the registry that
- * it is added to, like every module. GUI thread.
+ * Lists the parameters and registers of its kind, and answers exactly those that can be read. Owned by the registry
+ * that it is added to, like every module. GUI thread.
  */
 class SimulatedModule : public KAROModuleInterface
 {

@@ -8,9 +8,10 @@ class SimulatedMachine;
 /**
  * The time of all simulated modules, in fixed steps of 1 ms.
  *
- * Driven by the wall clock it catches up with real time whenever a module is asked for values, and whenever
- * catchUp() is called (at most maximumLagMs, what is beyond that is skipped). Driven by exchanges it advances a fixed
- * number of steps at every exchange and never otherwise, so that the values that are read do not depend on how fast the machine is. GUI thread.
+ * Driven by the wall clock it catches up with real time whenever a module is asked for values, and whenever catchUp()
+ * is called (at most maximumLagMs, what is beyond that is skipped). Driven by exchanges it advances a fixed number of
+ * steps at every exchange and never otherwise, so that the values that are read do not depend on how fast the machine
+ * is. GUI thread.
  */
 class SimulationClock
 {
