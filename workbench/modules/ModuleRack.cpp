@@ -157,9 +157,7 @@ bool ModuleRack::plugIn(Place &place)
     if (kind == nullptr) {
         return false;
     }
-    // A container that is notified of the module may have it removed at once.
-    const QPointer<SimulatedModule> module =
-        new SimulatedModule(*kind, place.description.key, m_handler, &m_clock, place.seed);
+    auto *const module = new SimulatedModule(*kind, place.description.key, m_handler, &m_clock, place.seed);
     const QMap<int, MotionProgram> &motions = place.description.motions;
     for (auto motion = motions.cbegin(); motion != motions.cend(); ++motion) {
         module->setMotion(motion.key(), motion.value());
@@ -167,10 +165,10 @@ bool ModuleRack::plugIn(Place &place)
     module->setMoving(place.isMoving);
     module->setSilent(place.isSilent);
     module->setAnswerTime(place.answerTimeMs);
+    place.module = module; // before it is added: a container that is notified of it may have it removed at once
     if (!m_handler->addModulePlugin(module)) {
         delete module;
         return false;
     }
-    place.module = module;
     return true;
 }
