@@ -6,6 +6,7 @@
 #include "host/DynamicProperty.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
@@ -30,6 +31,15 @@ struct GridPens
     QPen quiteDark; // grid lines
     QPen light;     // the rest
 };
+
+/// Whether the colours of the image are others in a window that is not active.
+bool dependsOnActivation(const QPalette &palette)
+{
+    const auto differs = [&palette](QPalette::ColorRole role) {
+        return palette.color(QPalette::Active, role) != palette.color(QPalette::Inactive, role);
+    };
+    return differs(QPalette::Shadow) || differs(QPalette::Dark) || differs(QPalette::Light);
+}
 
 int widestLabel(const QFontMetrics &metrics, const QVector<GridTick> &ticks)
 {
@@ -110,6 +120,15 @@ QSize Plotter::minimumSizeHint() const
 
 void Plotter::refreshPixmap()
 {
+    pixmapIsOutdated = true;
+    // An opaque image hides the widget's background: filling that first would cost as much as copying the image.
+    setAttribute(Qt::WA_OpaquePaintEvent, palette().color(QPalette::Shadow).alpha() == 255);
+    update();
+}
+
+void Plotter::rebuildPixmap()
+{
+    pixmapIsOutdated = false;
     const qreal ratio = devicePixelRatioF();
     // Darker than the background role (Mid): the plot lies in its frame like a screen.
     const QColor background = palette().color(QPalette::Shadow);
@@ -133,7 +152,6 @@ void Plotter::refreshPixmap()
         drawCurves(&painter);
     }
     pixmap = QPixmap::fromImage(std::move(image));
-    update();
 }
 
 void Plotter::drawGrid(QPainter *painter)
@@ -201,9 +219,34 @@ void Plotter::drawCurves(QPainter *painter)
     }
 }
 
+void Plotter::changeEvent(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::PaletteChange:
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+    case QEvent::EnabledChange:
+        refreshPixmap();
+        break;
+    case QEvent::ActivationChange:
+        // Windows become active more often than anything looks different for it.
+        if (dependsOnActivation(palette())) {
+            refreshPixmap();
+        }
+        break;
+    default:
+        break;
+    }
+    QWidget::changeEvent(event);
+}
+
 void Plotter::paintEvent(QPaintEvent *event)
 {
     Q_UNUSED(event)
+    // No event reports another pixel ratio: a window that comes to another screen is only painted anew.
+    if (pixmapIsOutdated || pixmap.devicePixelRatioF() != devicePixelRatioF()) {
+        rebuildPixmap();
+    }
     QPainter painter(this);
     painter.drawPixmap(0, 0, pixmap);
     if (rubberBandIsShown) {

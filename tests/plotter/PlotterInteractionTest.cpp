@@ -98,6 +98,7 @@ private slots:
         QVERIFY(it.shows(level));
         it.plotter.setPlotSettings(level);
         QCOMPARE(it.buttons(), QStringLiteral("  "));
+        QVERIFY(it.shows(level));
         it.lineMode->setChecked(true); // shows at the next redraw: the ends of the history do not redraw
         QTest::keyClick(&it.plotter, Qt::Key_Plus);
         QTest::keyClick(&it.plotter, Qt::Key_Minus);
