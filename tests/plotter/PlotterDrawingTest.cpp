@@ -112,6 +112,61 @@ private slots:
         }
     }
 
+    /// Text that is too high for its place is drawn smaller, never cut: a cut letter is too wide for its height.
+    void highText_data()
+    {
+        QTest::addColumn<int>("points");
+        for (const int points : {7, 9, 10, 12, 16, 30, 60}) {
+            QTest::addRow("%d", points) << points;
+        }
+    }
+
+    void highText()
+    {
+        QFETCH(int, points);
+        PlotterFixture fixture;
+        fixture.plotter.setFont(QFont(QStringLiteral("DejaVu Sans"), points));
+        for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
+            button->setProperty(DynamicProperty::CaptureX, "E");
+            button->setProperty(DynamicProperty::CaptureY, "E");
+        }
+        fixture.plotter.setPlotSettings(ranges(8.0, 8.5, 7.5, 8.0, 1)); // one label on each axis
+        const QImage image = fixture.plotter.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const int fontHeight = fixture.plotter.fontMetrics().tightBoundingRect(QStringLiteral("8")).height();
+        const QRect letters[] = {
+            ink(image, QRect(20, 51, 25, 19)),              // the label on the Y axis
+            ink(image, QRect(0, 365, 100, 14)),             // the label on the X axis
+            textOfCurve(image, QRect(0, 35, 300, 25), 0),   // the legend of Y, below the controls' icons
+            textOfCurve(image, QRect(300, 379, 300, 21), 0) // the legend of X
+        };
+        for (const QRect &letter : letters) {
+            QVERIFY(letter.height() > letter.width());
+            QVERIFY(letter.height() >= qMin(fontHeight - 1, 9)); // as large as the place holds
+            QVERIFY(letter.height() <= fontHeight + 1);
+        }
+        QVERIFY(letters[2].bottom() < 60 && letters[3].bottom() < 399);
+        QCOMPARE(fixture.image().pixelColor(300, 60), QColor(Qt::white)); // the frame is not shrunk
+    }
+
+    void longLegendIsNotCut()
+    {
+        PlotterFixture fixture;
+        const QString name = QStringLiteral("Actual position, load side");
+        for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
+            button->setProperty(DynamicProperty::CaptureX, name);
+            button->setProperty(DynamicProperty::CaptureY, name);
+            button->setChecked(true);
+        }
+        fixture.plotter.clearCurve(0);
+        const QImage image = fixture.image();
+        const int all = 4 * fixture.plotter.fontMetrics().horizontalAdvance(name);
+        QVERIFY(all > 600);
+        const QRect lastY = textOfCurve(image, legendOfY, 3);
+        const QRect lastX = textOfCurve(image, legendOfX, 3);
+        QVERIFY(lastY.right() > 560 && lastY.right() < 600);
+        QVERIFY(lastX.left() >= 0 && lastX.left() < 40);
+    }
+
     void colors()
     {
         for (const int id : {0, 3, 5, 6}) {

@@ -11,7 +11,6 @@
 #include <QStyleFactory>
 #include <QTextEdit>
 #include <QWindow>
-#include <QtMath>
 
 #include <functional>
 #include <memory>
@@ -36,28 +35,6 @@ public:
     }
 
     std::shared_ptr<int> rebuilds = std::make_shared<int>(0);
-};
-
-/// A plotter that can be brought to a screen of another pixel ratio.
-class MovedPlotter : public Plotter
-{
-public:
-    using Plotter::Plotter;
-
-    qreal ratio = 1.0;
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case PdmDevicePixelRatio:
-            return qCeil(ratio);
-        case PdmDevicePixelRatioScaled:
-            return qRound(ratio * devicePixelRatioFScale());
-        default:
-            return Plotter::metric(metric);
-        }
-    }
 };
 
 /// A shown plot in a window that counts what is drawn; nothing is outdated at the start.
@@ -158,6 +135,16 @@ private slots:
         CountedPlot plot;
         change(&plot.plotter);
         QCOMPARE(plot.rebuilds(), 1);
+    }
+
+    void translucentGround()
+    {
+        CountedPlot plot;
+        QPalette palette = plot.plotter.palette();
+        palette.setColor(QPalette::Shadow, Qt::transparent);
+        palette.setColor(QPalette::Mid, Qt::darkGreen);
+        plot.plotter.setPalette(palette);
+        QCOMPARE(plot.screen().pixelColor(300, 200), QColor(Qt::darkGreen));
     }
 
     void activationIsPaintedWhereItShows()
