@@ -175,6 +175,63 @@ private slots:
         QCOMPARE(it.image(), expected.image());
         QCOMPARE(it.buttons(), QStringLiteral("  ")); // no level is pushed
     }
+
+    /// Tab and Shift+Tab stop at every curve box, Space checks the one and leaves the others alone.
+    void curveBoxesByKeys()
+    {
+        Interaction it;
+        QApplication::setActiveWindow(&it.plotter);
+        it.plotter.setFocus();
+        const QList<QAbstractButton *> boxes = it.plotter.curveButtons.buttons();
+        QTest::mouseClick(boxes.at(2), Qt::LeftButton);
+        QVERIFY(boxes.at(2)->isChecked());
+        const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+        const auto isReached = [&](QAbstractButton *box, Qt::Key key) {
+            for (int step = 0; step < 20 && QApplication::focusWidget() != box; ++step) {
+                press(key);
+            }
+            return QApplication::focusWidget() == box;
+        };
+        QVector<bool> checked;
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            it.plotter.setFocus();
+            for (QAbstractButton *const box : boxes) {
+                QVERIFY(isReached(box, key));
+                press(Qt::Key_Space);
+                checked.append(box->isChecked());
+            }
+        }
+        QCOMPARE(checked, QVector<bool>({false, true, false, true, true, false, true, false}));
+    }
+
+    /// From the left: the boxes of the curves, "Show all data"; at the right edge: zoom buttons, "line", "square".
+    void controls()
+    {
+        Interaction it;
+        const QList<QCheckBox *> checks = it.plotter.findChildren<QCheckBox *>();
+        for (const int width : {700, 500}) {
+            it.plotter.resize(width, 400);
+            int x = 10;
+            QList<QWidget *> row;
+            for (QAbstractButton *const box : it.plotter.curveButtons.buttons()) {
+                row.append(box);
+            }
+            row.append(it.plotter.showAllDataCheck);
+            for (const QWidget *control : qAsConst(row)) {
+                QCOMPARE(control->geometry(), QRect(QPoint(x, 7), control->sizeHint()));
+                x += control->width() + 5;
+            }
+            row = {it.zoomIn, it.zoomOut, checks.at(0), checks.at(1)};
+            x = width - 20;
+            for (const QWidget *control : qAsConst(row)) {
+                x -= control->sizeHint().width();
+            }
+            for (const QWidget *control : qAsConst(row)) {
+                QCOMPARE(control->geometry(), QRect(QPoint(x, 7), control->sizeHint()));
+                x += control->width() + 5;
+            }
+        }
+    }
 };
 
 GUARDED_TEST_MAIN(PlotterInteractionTest)
