@@ -38,17 +38,10 @@ public:
 
 private:
     using Word = quint64;
-    struct Capsule;
     static constexpr int wordBits = 64;
     static constexpr int rowsAhead = 8; // far enough for memory to answer, near enough for the cache to keep it
 
     bool cutToReach(QPointF *from, QPointF *to) const;
-    void addCapsule(const Capsule &capsule);
-    void addNarrowRows(const Capsule &shape);
-    void addRows(const Capsule &capsule, int firstRow, int endRow);
-    void addRowsOfBand(const Capsule &capsule, int firstRow, int endRow);
-    Word *wordsOfRow(int row);
-    void addInterval(Word *row, int firstColumn, int endColumn);
 
     QSize m_size;
     double m_radius;

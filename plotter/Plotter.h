@@ -8,7 +8,6 @@
 #include <QPixmap>
 #include <QPointF>
 #include <QRect>
-#include <QRectF>
 #include <QVector>
 #include <QWidget>
 
@@ -99,7 +98,6 @@ private:
     void drawLegend(QPainter *painter);
     void drawCurves(QPainter *painter); // which paints on a QImage
 
-    QRectF lastCurveBounds; // widget pixels, of the curve drawn last
     QToolButton *zoomInButton = nullptr;
     QToolButton *zoomOutButton = nullptr;
     QCheckBox *lineModeCheck = nullptr;

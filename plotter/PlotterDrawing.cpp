@@ -280,8 +280,7 @@ void Plotter::drawCurves(QPainter *painter)
     const QMap<int, QVector<QPointF>> curves = curveMap;
     for (auto curve = curves.cbegin(); curve != curves.cend(); ++curve) {
         if (isCurveShown(curveButtons.button(curve.key()))) {
-            lastCurveBounds =
-                drawCurve(canvas, mapping, curve.value(), {curveColor(curve.key()), lineModeCheck->isChecked()});
+            drawCurve(canvas, mapping, curve.value(), {curveColor(curve.key()), lineModeCheck->isChecked()});
         }
     }
 }

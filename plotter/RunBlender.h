@@ -5,7 +5,7 @@
 #include <QRect>
 
 /**
- * Blends one colour over runs of pixels in a part of an image, rounding as the toolkit's painter does.
+ * Blends one colour over runs of pixels in a part of an image, rounding as Qt's painter does.
  *
  * A plain value that must not outlive the image.
  */

@@ -91,7 +91,7 @@ double distanceFromOutline(const QPointF &point, const Points &points, const Vie
 
 } // namespace
 
-/// The curves' picture: what the toolkit's painter draws, but for pixels whose centre is on the outline.
+/// The curves' picture: what Qt's painter draws, but for pixels whose centre is on the outline.
 class CurvePictureTest : public GuardedTest
 {
     Q_OBJECT
@@ -134,9 +134,9 @@ private slots:
                 }
             }
             const QString what = QStringLiteral("zoom %1 ratio %2 worst %3 differing %4 of %5");
-            const QString told = what.arg(view.zoom).arg(view.ratio).arg(worst).arg(differing).arg(inked);
-            QVERIFY2(inked > 0 && worst <= outlineTolerancePixels, qPrintable(told));
-            QVERIFY2(!lines || view.zoom > 1.0 || differing <= inked / 100, qPrintable(told));
+            const QString report = what.arg(view.zoom).arg(view.ratio).arg(worst).arg(differing).arg(inked);
+            QVERIFY2(inked > 0 && worst <= outlineTolerancePixels, qPrintable(report));
+            QVERIFY2(!lines || view.zoom > 1.0 || differing <= inked / 100, qPrintable(report));
         }
     }
 
@@ -181,7 +181,7 @@ private slots:
         }
     }
 
-    /// What is no number or out of reach interrupts; everything else shows where it crosses the clip rectangle.
+    /// NaN or what is out of reach interrupts; everything else shows where it crosses the clip rectangle.
     void hostilePoints()
     {
         View view;

@@ -41,7 +41,7 @@ protected:
     }
 };
 
-/// A plotter of 600 x 400 pixels, one pixel for each data unit, in colours that are easily told apart.
+/// A plotter of 600 x 400 pixels, one pixel for each data unit, in colours that are easy to tell apart.
 struct PlotterFixture
 {
     explicit PlotterFixture(int curveCount = 4) : plotter(curveCount)

@@ -114,7 +114,7 @@ private slots:
         const PlotSettings same;
         const QPoint in(150, 110);
         QTest::newRow("thin") << in << in + QPoint(100, 2) << true << same;
-        QTest::newRow("least") << in << in + QPoint(3, 3) << true << adjusted(2.0, 2.06, 7.9, 8.0);
+        QTest::newRow("minimum") << in << in + QPoint(3, 3) << true << adjusted(2.0, 2.06, 7.9, 8.0);
         QTest::newRow("corner") << QPoint(50, 50) << in << true << adjusted(0.0, 2.0, 8.0, 10.0);
         QTest::newRow("out of the widget") << in << QPoint(700, 500) << true << adjusted(2.0, 13.0, -5.0, 8.0);
         QTest::newRow("left of the area") << QPoint(49, 100) << in << false << same;
