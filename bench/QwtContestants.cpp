@@ -80,8 +80,7 @@ Contestant whole(const Scene &scene, const QString &name, QwtPlotCurve::PaintAtt
     // Plots keep their image: in what the others have drawn since, it has left the caches.
     const auto image = std::make_shared<QImage>(scene.size, QImage::Format_RGB32);
     return {name, [plot, grid, curves, image] {
-                image->fill(Qt::darkGray);
-                plot->replot();
+                plot->replot(); // fills the image, too
                 plot->render(image.get());
             }};
 }

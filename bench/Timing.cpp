@@ -12,10 +12,10 @@ QMap<QString, double> medianMs(const QVector<Contestant> &contestants, const Eff
     const auto nowNs = [] { return static_cast<qint64>(std::clock()) * (1000000000 / CLOCKS_PER_SEC); };
     QElapsedTimer all;
     all.start();
-    for (int round = 0; round < effort.mostRounds; ++round) {
+    for (int round = 0; round < effort.maximumRounds; ++round) {
         // The first round counts when it is the only one: it also makes what is made at the first use.
         const qint64 elapsedMs = all.elapsed();
-        if ((round >= effort.leastRounds && elapsedMs >= effort.enoughMs) || elapsedMs >= effort.tooMuchMs) {
+        if ((round >= effort.minimumRounds && elapsedMs >= effort.enoughMs) || elapsedMs >= effort.maximumMs) {
             break;
         }
         for (int index = 0; index < contestants.size(); ++index) {

@@ -7,10 +7,10 @@
 /// How long and how often is measured.
 struct Effort
 {
-    int leastRounds = 5;
-    int mostRounds = 25;
-    int enoughMs = 2000;   ///< no further round after this time, if there were the least rounds
-    int tooMuchMs = 15000; ///< no further round after this time
+    int minimumRounds = 5;
+    int maximumRounds = 25;
+    int enoughMs = 2000;   ///< no further round after this time, if there were the minimum of rounds
+    int maximumMs = 15000; ///< no further round after this time
 };
 
 /// Runs all contestants in turn, round after round, so that a busy machine hits all alike; the first is for warming up.
