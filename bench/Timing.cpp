@@ -7,7 +7,9 @@
 
 QMap<QString, double> medianMs(const QVector<Contestant> &contestants, const Effort &effort)
 {
+    constexpr qint64 nsPerMs = 1000000;
     QVector<QVector<qint64>> timesNs(contestants.size());
+    QVector<qint64> usedNs(contestants.size());
     // The time of the processor, so that others on the machine do not count.
     const auto nowNs = [] { return static_cast<qint64>(std::clock()) * (1000000000 / CLOCKS_PER_SEC); };
     QElapsedTimer all;
@@ -19,9 +21,13 @@ QMap<QString, double> medianMs(const QVector<Contestant> &contestants, const Eff
             break;
         }
         for (int index = 0; index < contestants.size(); ++index) {
+            if (usedNs.at(index) > effort.contestantMs * nsPerMs) {
+                continue;
+            }
             const qint64 startNs = nowNs();
             contestants.at(index).draw();
             timesNs[index].append(nowNs() - startNs);
+            usedNs[index] += timesNs.at(index).last();
         }
     }
     QMap<QString, double> medians;

@@ -67,7 +67,7 @@ int main(int argc, char **argv)
 
     Effort effort;
     if (parser.isSet(quick)) {
-        effort = {3, 9, 150, 700};
+        effort = {3, 9, 150, 2000, 100};
     }
     const QString chapter = parser.value(only);
     const auto isWanted = [&chapter](const QString &name) { return chapter.isEmpty() || chapter == name; };

@@ -86,7 +86,8 @@ void CurveRaster::drawPolyline(const RasterPen &pen, const QVector<QPointF> &poi
         previousSides = sides;
     }
     const RunBlender blend(pen.image, devicePen.clip, color);
-    mask.visitRuns(blend, [&blend](int row, int column) { blend.expect(row, column); });
+    mask.visitWords([&blend](int row, int column, quint64 covered) { blend.blendWord(row, column, covered); },
+                    [&blend](int row, int column) { blend.expect(row, column); });
 }
 
 void CurveRaster::drawDots(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color)
@@ -114,7 +115,7 @@ void CurveRaster::drawDots(const RasterPen &pen, const QVector<QPointF> &points,
             const double below = row + 0.5 - centre.y();
             const double chord = std::sqrt(std::max(0.0, radius * radius - below * below));
             const int first = beyond(centre.x() - chord);
-            blend(row, first, std::min(columns, beyond(centre.x() + chord)) - first);
+            blend.blendRun(row, first, std::min(columns, beyond(centre.x() + chord)) - first);
         }
     }
 }

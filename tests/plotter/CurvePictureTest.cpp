@@ -164,13 +164,15 @@ private slots:
             CoverageMask mask(area, stroke.radius);
             mask.addSegment(stroke.from, stroke.to);
             QSet<int> covered;
-            const auto add = [&](int row, int first, int count) {
-                for (int column = first; column < first + count; ++column) {
-                    covered.insert(row * area.width() + column);
+            const auto add = [&](int row, int first, quint64 bits) {
+                for (int column = first; column < qMin(first + 64, area.width()); ++column) {
+                    if ((bits >> (column - first) & 1) != 0) {
+                        covered.insert(row * area.width() + column);
+                    }
                 }
             };
             const QRect pixels(QPoint(), area);
-            mask.visitRuns(add, [&](int row, int column) { QVERIFY(pixels.contains(column, row)); });
+            mask.visitWords(add, [&](int row, int column) { QVERIFY(pixels.contains(column, row)); });
             for (int pixel = 0; pixel < area.width() * area.height(); ++pixel) {
                 const QPointF centre(pixel % area.width() + 0.5, pixel / area.width() + 0.5);
                 const double off = distance(centre, stroke.from, stroke.to) - stroke.radius;
