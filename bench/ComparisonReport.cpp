@@ -182,7 +182,7 @@ QString Reports::shares(const Effort &effort)
         const auto fill = [&] { image.fill(Qt::darkGray); };
         const auto convert = [&] {
             QImage other = image;
-            const QPixmap pixmap = QPixmap::fromImage(std::move(other));
+            Q_UNUSED(QPixmap::fromImage(std::move(other)))
         };
         const auto map = [&] {
             for (int curve = 0; curve < 4; ++curve) {

@@ -123,7 +123,7 @@ double FullPlugin::channelMs() const
 
 bool FullPlugin::startLogOf(const QString &path) const
 {
-    QTimer::singleShot(0, [&] {
+    QTimer::singleShot(0, this, [&] {
         auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
         if (dialog != nullptr) {
             dialog->selectFile(path);

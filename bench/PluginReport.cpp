@@ -108,6 +108,20 @@ QString exports(FullPlugin *plugin, QVector<QStringList> *rows)
         .arg(qMax(0.0, (residentMb() - firstMb) / (clicks - 1)), 0, 'f', 1);
 }
 
+/// Which of \a rows are longer than a sampling interval, so that they delay ticks.
+QString longRows(const QVector<QStringList> &rows)
+{
+    QStringList names;
+    for (const QStringList &row : rows) {
+        if (row.at(1).toDouble() > sampleIntervalMs && !names.contains(row.constFirst())) {
+            names.append(row.constFirst());
+        }
+    }
+    const QString all = names.isEmpty() ? QStringLiteral("nothing") : names.join(QStringLiteral("; "));
+    return QStringLiteral("\nLonger than a sampling interval, so that ticks are missing: ") + all +
+           QStringLiteral(".\n");
+}
+
 void appendLine(const QString &path)
 {
     QFile file(path);
@@ -194,9 +208,9 @@ QString Reports::plugin(const Effort &effort)
     };
     rows.append(row(QStringLiteral("the first init, with making and destroying"), medianMs(initialise, effort),
                     QStringLiteral("making and destroying the form alone"), medianMs(setUpForm, effort)));
-    const QString text = QStringLiteral("Four full curves. A refresh tick and a redraw include the painting of the "
-                                        "window. Ratios below 1 are in favour of the right side.\n\n") +
-                         table(rows) + memory + goals.text();
+    QString text = QStringLiteral("Four full curves. A refresh tick and a redraw include the painting of the "
+                                  "window. Ratios below 1 are in favour of the right side.\n\n") +
+                   table(rows) + longRows(rows) + memory + goals.text();
     QTextStream(stdout) << "\n### The plugin\n\n" << text;
     return text;
 }

@@ -96,7 +96,7 @@ QVector<Contestant> qwtContestants(const Scene &scene)
         choices = {QwtPlotCurve::FilterPoints, QwtPlotCurve::ImageBuffer};
     }
     QVector<Contestant> contestants;
-    for (const QwtPlotCurve::PaintAttributes attributes : choices) {
+    for (const QwtPlotCurve::PaintAttributes attributes : qAsConst(choices)) {
         contestants.append(alone(scene, QStringLiteral("Qwt alone"), attributes));
         contestants.append(whole(scene, QStringLiteral("Qwt whole"), attributes));
     }

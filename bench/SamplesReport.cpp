@@ -184,7 +184,7 @@ QStringList measuredRow(Chapter *chapter, int kind, const QSize &size, bool with
             chapter->missing.append(QStringLiteral("%1 %2").arg(what).arg(outcome.missing));
         }
         if (outcome.latePercent > reference.latePercent + toleratedLatePercent) {
-            chapter->late.append(QStringLiteral("%1 %2 %").arg(what, cells(outcome).first()));
+            chapter->late.append(QStringLiteral("%1 %2 %").arg(what, cells(outcome).constFirst()));
         }
     }
     QStringList row = {name, sizeText(plugin.plot()->size()), withLog ? QStringLiteral("on") : QStringLiteral("off")};

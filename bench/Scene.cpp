@@ -67,7 +67,7 @@ QPolygonF Scene::mapped(int curve) const
 QVector<Contestant> floorContestants(const Scene &scene)
 {
     return {{QStringLiteral("floor"), [scene] {
-                 const QImage image = filledImage(scene);
+                 filledImage(scene);
                  for (int curve = 0; curve < scene.curves.size(); ++curve) {
                      scene.mapped(curve);
                  }

@@ -47,7 +47,8 @@ QMap<QString, double> medianMs(const QVector<Contestant> &contestants, const Eff
 
 double medianMs(const std::function<void()> &action, const Effort &effort)
 {
-    return medianMs(QVector<Contestant>({{QString(), action}}), effort).first();
+    const QMap<QString, double> medians = medianMs(QVector<Contestant>({{QString(), action}}), effort);
+    return medians.first();
 }
 
 QString table(const QVector<QStringList> &rows)

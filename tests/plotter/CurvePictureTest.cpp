@@ -174,7 +174,8 @@ private slots:
             const QRect pixels(QPoint(), area);
             mask.visitWords(add, [&](int row, int column) { QVERIFY(pixels.contains(column, row)); });
             for (int pixel = 0; pixel < area.width() * area.height(); ++pixel) {
-                const QPointF centre(pixel % area.width() + 0.5, pixel / area.width() + 0.5);
+                const int row = pixel / area.width();
+                const QPointF centre(pixel % area.width() + 0.5, row + 0.5);
                 const double off = distance(centre, stroke.from, stroke.to) - stroke.radius;
                 if (std::abs(off) > 1e-5) {
                     QCOMPARE(covered.contains(pixel), off < 0);

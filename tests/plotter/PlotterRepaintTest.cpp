@@ -23,7 +23,7 @@ namespace
 class ListedButton : public QPushButton
 {
     Q_OBJECT
-    Q_PROPERTY(QString dpNameY READ name)
+    Q_PROPERTY(QString dpNameY READ name CONSTANT)
 
 public:
     using QPushButton::QPushButton;
