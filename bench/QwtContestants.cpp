@@ -80,8 +80,7 @@ Contestant whole(const Scene &scene, const QString &name, QwtPlotCurve::PaintAtt
     // Plots keep their image: in what the others have drawn since, it has left the caches.
     const auto image = std::make_shared<QImage>(scene.size, QImage::Format_RGB32);
     return {name, [plot, grid, curves, image] {
-                image->fill(Qt::darkGray);
-                plot->replot();
+                plot->replot(); // fills the image, too
                 plot->render(image.get());
             }};
 }
@@ -97,7 +96,7 @@ QVector<Contestant> qwtContestants(const Scene &scene)
         choices = {QwtPlotCurve::FilterPoints, QwtPlotCurve::ImageBuffer};
     }
     QVector<Contestant> contestants;
-    for (const QwtPlotCurve::PaintAttributes attributes : choices) {
+    for (const QwtPlotCurve::PaintAttributes attributes : qAsConst(choices)) {
         contestants.append(alone(scene, QStringLiteral("Qwt alone"), attributes));
         contestants.append(whole(scene, QStringLiteral("Qwt whole"), attributes));
     }

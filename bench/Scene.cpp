@@ -67,7 +67,7 @@ QPolygonF Scene::mapped(int curve) const
 QVector<Contestant> floorContestants(const Scene &scene)
 {
     return {{QStringLiteral("floor"), [scene] {
-                 const QImage image = filledImage(scene);
+                 filledImage(scene);
                  for (int curve = 0; curve < scene.curves.size(); ++curve) {
                      scene.mapped(curve);
                  }
@@ -93,7 +93,12 @@ Contestant redrawOfProduct(const Scene &scene)
     for (int curve = 0; curve < scene.curves.size(); ++curve) {
         plotter->setCurveData(curve, scene.curves.at(curve));
     }
-    return {QStringLiteral("ours whole"), [plotter] { plotter->clearCurve(unknownCurve); }};
+    // The image is rebuilt when it is painted; one pixel is enough.
+    const auto pixel = std::make_shared<QImage>(1, 1, QImage::Format_RGB32);
+    return {QStringLiteral("ours whole"), [plotter, pixel] {
+                plotter->clearCurve(unknownCurve);
+                plotter->render(pixel.get(), QPoint(), QRegion(0, 0, 1, 1), QWidget::RenderFlags());
+            }};
 }
 
 QVector<Contestant> productContestants(const Scene &scene)

@@ -7,21 +7,27 @@
 
 QMap<QString, double> medianMs(const QVector<Contestant> &contestants, const Effort &effort)
 {
+    constexpr qint64 nsPerMs = 1000000;
     QVector<QVector<qint64>> timesNs(contestants.size());
+    QVector<qint64> usedNs(contestants.size());
     // The time of the processor, so that others on the machine do not count.
     const auto nowNs = [] { return static_cast<qint64>(std::clock()) * (1000000000 / CLOCKS_PER_SEC); };
     QElapsedTimer all;
     all.start();
-    for (int round = 0; round < effort.mostRounds; ++round) {
+    for (int round = 0; round < effort.maximumRounds; ++round) {
         // The first round counts when it is the only one: it also makes what is made at the first use.
         const qint64 elapsedMs = all.elapsed();
-        if ((round >= effort.leastRounds && elapsedMs >= effort.enoughMs) || elapsedMs >= effort.tooMuchMs) {
+        if ((round >= effort.minimumRounds && elapsedMs >= effort.enoughMs) || elapsedMs >= effort.maximumMs) {
             break;
         }
         for (int index = 0; index < contestants.size(); ++index) {
+            if (usedNs.at(index) > effort.contestantMs * nsPerMs) {
+                continue;
+            }
             const qint64 startNs = nowNs();
             contestants.at(index).draw();
             timesNs[index].append(nowNs() - startNs);
+            usedNs[index] += timesNs.at(index).last();
         }
     }
     QMap<QString, double> medians;
@@ -41,7 +47,8 @@ QMap<QString, double> medianMs(const QVector<Contestant> &contestants, const Eff
 
 double medianMs(const std::function<void()> &action, const Effort &effort)
 {
-    return medianMs(QVector<Contestant>({{QString(), action}}), effort).first();
+    const QMap<QString, double> medians = medianMs(QVector<Contestant>({{QString(), action}}), effort);
+    return medians.first();
 }
 
 QString table(const QVector<QStringList> &rows)

@@ -7,10 +7,12 @@
 /// How long and how often is measured.
 struct Effort
 {
-    int leastRounds = 5;
-    int mostRounds = 25;
-    int enoughMs = 2000;   ///< no further round after this time, if there were the least rounds
-    int tooMuchMs = 15000; ///< no further round after this time
+    int minimumRounds = 5;
+    int maximumRounds = 25;
+    int enoughMs = 2000;   ///< no further round after this time, if there were the minimum of rounds
+    int maximumMs = 15000; ///< no further round after this time
+    int contestantMs =
+        5000; ///< no further round of a contestant that has taken this time, so that the others get theirs
 };
 
 /// Runs all contestants in turn, round after round, so that a busy machine hits all alike; the first is for warming up.

@@ -1,5 +1,6 @@
 #include "GuardedTest.h"
 #include "Reports.h"
+#include "TimedApplication.h"
 
 #include "host/AppSettings.h"
 
@@ -39,7 +40,7 @@ QString missing()
 int main(int argc, char **argv)
 {
     prepareTestEnvironment();
-    QApplication application(argc, argv);
+    TimedApplication application(argc, argv);
     prepareTestApplication();
     qInstallMessageHandler(showMessages);
     const QTemporaryDir folder;
@@ -49,18 +50,24 @@ int main(int argc, char **argv)
     parser.setApplicationDescription(QStringLiteral("Measures the plot beside other plot widgets."));
     parser.addHelpOption();
     const QCommandLineOption quick(QStringLiteral("quick"), QStringLiteral("Few rounds, four curves only."));
-    const QCommandLineOption only(QStringLiteral("only"),
-                                  QStringLiteral("Only \"comparison\", \"shares\", \"plugin\" or \"growth\"."),
-                                  QStringLiteral("chapter"));
+    const QCommandLineOption only(
+        QStringLiteral("only"),
+        QStringLiteral("Only \"samples\", \"shares\", \"growth\", \"plugin\" or \"comparison\"."),
+        QStringLiteral("chapter"));
     const QCommandLineOption docs(QStringLiteral("docs"),
                                   QStringLiteral("Writes performance.md and its picture there."),
                                   QStringLiteral("folder"));
-    parser.addOptions({quick, only, docs});
+    const QCommandLineOption before(QStringLiteral("before"),
+                                    QStringLiteral("Shows the samples of an earlier version beside; see --save."),
+                                    QStringLiteral("file"));
+    const QCommandLineOption save(QStringLiteral("save"), QStringLiteral("Keeps the samples for --before."),
+                                  QStringLiteral("file"));
+    parser.addOptions({quick, only, docs, before, save});
     parser.process(application);
 
     Effort effort;
     if (parser.isSet(quick)) {
-        effort = {3, 9, 150, 700};
+        effort = {3, 9, 150, 2000, 100};
     }
     const QString chapter = parser.value(only);
     const auto isWanted = [&chapter](const QString &name) { return chapter.isEmpty() || chapter == name; };
@@ -69,6 +76,10 @@ int main(int argc, char **argv)
                                   "machine, to be read as ratios.\n");
     text += missing();
     QTextStream(stdout) << missing();
+    if (isWanted(QStringLiteral("samples"))) {
+        text += QStringLiteral("\n## What sampling loses by the plot\n\n") +
+                Reports::samples(!parser.isSet(quick), parser.value(before), parser.value(save));
+    }
     if (isWanted(QStringLiteral("shares"))) {
         text += QStringLiteral("\n## Where the time goes\n\n") + Reports::shares(effort);
     }

@@ -32,23 +32,17 @@ public:
     /// Covers what lies within the radius of a segment; coordinates are within 1e300.
     void addSegment(const QPointF &from, const QPointF &to);
 
-    /// Calls \a visit(row, firstColumn, columnCount) for every run of covered pixels; none crosses a multiple of 64.
-    /// Some rows before, \a expect(row, firstColumn) tells where the first one in 64 columns will begin.
-    template<typename Visitor, typename Expectation> void visitRuns(Visitor visit, Expectation expect) const;
+    /// Calls \a visit(row, firstColumn, covered) for every 64 columns in a row of which some are covered; the bits of
+    /// \a covered stand for the columns from the first one on, and those right of the rectangle mean nothing. Some rows
+    /// before, \a expect(row, firstColumn) announces where the first one in 64 columns will be.
+    template<typename Visitor, typename Expectation> void visitWords(Visitor visit, Expectation expect) const;
 
 private:
     using Word = quint64;
-    struct Capsule;
     static constexpr int wordBits = 64;
     static constexpr int rowsAhead = 8; // far enough for memory to answer, near enough for the cache to keep it
 
     bool cutToReach(QPointF *from, QPointF *to) const;
-    void addCapsule(const Capsule &capsule);
-    void addNarrowRows(const Capsule &shape);
-    void addRows(const Capsule &capsule, int firstRow, int endRow);
-    void addRowsOfBand(const Capsule &capsule, int firstRow, int endRow);
-    Word *wordsOfRow(int row);
-    void addInterval(Word *row, int firstColumn, int endColumn);
 
     QSize m_size;
     double m_radius;
@@ -60,7 +54,7 @@ private:
     std::vector<Word> m_words;
 };
 
-template<typename Visitor, typename Expectation> void CoverageMask::visitRuns(Visitor visit, Expectation expect) const
+template<typename Visitor, typename Expectation> void CoverageMask::visitWords(Visitor visit, Expectation expect) const
 {
     for (int row = 0; row < m_size.height(); ++row) {
         const size_t firstWord = static_cast<size_t>(row + m_marginRows) * static_cast<size_t>(m_wordsPerRow);
@@ -73,21 +67,9 @@ template<typename Visitor, typename Expectation> void CoverageMask::visitRuns(Vi
                 const int first = column + static_cast<int>(qCountTrailingZeroBits(bitsAhead));
                 expect(row + rowsAhead, first < m_size.width() ? first : column);
             }
-            Word bits = words[column / wordBits];
-            if (bits == 0) {
-                continue;
-            }
-            const int visible = m_size.width() - column;
-            if (visible < wordBits) {
-                bits &= (Word(1) << visible) - 1;
-            }
-            while (bits != 0) {
-                const int first = static_cast<int>(qCountTrailingZeroBits(bits));
-                const Word gaps = ~(bits >> first);
-                const int count = gaps == 0 ? wordBits : static_cast<int>(qCountTrailingZeroBits(gaps));
-                visit(row, column + first, count);
-                const int end = first + count;
-                bits = end < wordBits ? bits & (~Word(0) << end) : 0;
+            const Word covered = words[column / wordBits];
+            if (covered != 0) {
+                visit(row, column, covered);
             }
         }
     }

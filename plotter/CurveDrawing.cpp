@@ -7,6 +7,7 @@
 
 #include <QPainter>
 #include <QPen>
+#include <QRectF>
 
 #include <algorithm>
 
@@ -23,7 +24,7 @@ constexpr double ringOffsetPixels = 6.0;
 // Not twice the offset: the ring sits a quarter pixel right of and below its point, where it looks centred.
 constexpr double ringExtentPixels = 12.5;
 
-/// Both markers, unless out of sight: outlines are dear even where nothing of them is seen.
+/// Both markers, unless out of sight: the painter's outlines are slow even where they are clipped away.
 void drawMarkers(const CurveCanvas &canvas, const QColor &color, const QPointF &oldest, const QPointF &newest)
 {
     QPainter *const painter = canvas.painter;
@@ -50,28 +51,16 @@ QColor curveColor(int id)
     return colorForIds[remainder < 0 ? remainder + colorCount : remainder];
 }
 
-QRectF drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,
-                 const CurveStyle &style)
+void drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,
+               const CurveStyle &style)
 {
     if (points.isEmpty()) {
-        return QRectF();
+        return;
     }
 
     QVector<QPointF> polyline(points.size());
-    QPointF *mapped = polyline.data();
-    const QPointF first = mapping.map(points.constFirst());
-    double left = first.x();
-    double right = first.x();
-    double top = first.y();
-    double bottom = first.y();
-    for (const QPointF &point : points) {
-        const QPointF position = mapping.map(point);
-        left = std::min(left, position.x());
-        right = std::max(right, position.x());
-        top = std::min(top, position.y());
-        bottom = std::max(bottom, position.y());
-        *mapped++ = position;
-    }
+    std::transform(points.cbegin(), points.cend(), polyline.begin(),
+                   [&mapping](const QPointF &point) { return mapping.map(point); });
     const RasterPen pen = {canvas.image, canvas.clip, curvePenPixels};
     if (style.lines) {
         CurveRaster::drawPolyline(pen, polyline, style.color);
@@ -80,5 +69,4 @@ QRectF drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const Q
     }
 
     drawMarkers(canvas, style.color.lighter(markerLightFactor), polyline.constFirst(), polyline.constLast());
-    return {QPointF(left, top), QPointF(right, bottom)};
 }

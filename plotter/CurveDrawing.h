@@ -3,7 +3,6 @@
 #include <QColor>
 #include <QPointF>
 #include <QRect>
-#include <QRectF>
 #include <QVector>
 
 class PointMapping;
@@ -33,7 +32,6 @@ struct CurveCanvas
  *
  * Changes the painter's pen and brush. No points draw nothing.
  * \param points data units, in the order of recording
- * \return the bounds of the points in widget pixels
  */
-QRectF drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,
-                 const CurveStyle &style);
+void drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,
+               const CurveStyle &style);

@@ -29,12 +29,12 @@ namespace CurveRaster
 /**
  * Draws one polyline that blends once over what lies under it, however often it crosses itself.
  *
- * \param points widget pixels. What is no number, or further off than 1e300 pixels, interrupts the line. A line takes
- *               two different points: one alone, or one that repeats, draws nothing.
+ * \param points widget pixels. NaN, infinite or beyond +-1e300: the line is interrupted there. A segment of length zero
+ *               draws nothing.
  */
 void drawPolyline(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color);
 
-/// Draws a dot on each of \a points (widget pixels), each blending over those before it; no numbers are left out.
+/// Draws a dot on each of \a points (widget pixels), each blending over those before it; NaN is left out.
 void drawDots(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color);
 
 } // namespace CurveRaster

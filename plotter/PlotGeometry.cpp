@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr int smallestExtentPixels = 100;
+constexpr int minimumExtentPixels = 100;
 constexpr int plotMarginsPixels = 101; // both margins of the plot area, in either direction
 constexpr int bottomMarginPixels = 41;
 constexpr int clipInsetPixels = 2; // keeps curves off the frame
@@ -50,7 +50,7 @@ PlotGeometry::PlotGeometry(const QSize &widgetSize, bool square) : m_size(widget
 
 bool PlotGeometry::isDrawable() const
 {
-    return width() > smallestExtentPixels && height() > smallestExtentPixels;
+    return width() > minimumExtentPixels && height() > minimumExtentPixels;
 }
 
 int PlotGeometry::width() const

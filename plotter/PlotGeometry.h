@@ -6,7 +6,7 @@
 #include <QRect>
 #include <QSize>
 
-/// \a value cut toward zero to a whole pixel; no number gives 0, what is out of reach the nearest pixel in reach.
+/// \a value truncated toward zero to a whole pixel. NaN gives 0; values beyond +-1e9 are clamped.
 int truncated(double value);
 
 /// The way from data units to widget pixels: what PlotGeometry and PlotSettings say together.
@@ -15,8 +15,8 @@ class PointMapping
 public:
     PointMapping(const PlotSettings &settings, double plotWidth, double plotBottom, double plotHeight);
 
-    /// The position of a data point in widget pixels, unrounded; it may lie anywhere, also at no number at all.
-    /// Inline, for it is done for every point at every redraw.
+    /// The position of a data point in widget pixels, unrounded; may be outside the widget, infinite or NaN.
+    /// Inline because every redraw maps every point.
     inline QPointF map(const QPointF &dataPoint) const;
 
 private:

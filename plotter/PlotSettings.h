@@ -15,8 +15,8 @@ public:
     /**
      * Shifts the ranges by \a dx and \a dy whole tick intervals; spans and tick counts stay.
      *
-     * Positive values move the view to larger data values. With a tick count of 0 the range of that axis is no number
-     * any more: callers keep the counts at 1 or above, which adjust() guarantees.
+     * Positive values move the view to larger data values. With a tick count of 0 the range of that axis becomes NaN
+     * or infinite: callers keep the counts at 1 or above, which adjust() guarantees.
      */
     void scroll(int dx, int dy);
 

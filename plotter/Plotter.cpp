@@ -15,6 +15,29 @@ namespace
 constexpr QSize controlIconSize(24, 24);
 constexpr char colorNameProperty[] = "ColorName";
 
+/**
+ * The box of a curve.
+ *
+ * When a button of a group gets the focus, Qt takes all others from the Tab chain: of radio buttons the arrow keys reach
+ * the rest. Curve boxes are independent of each other, and each stays a stop of its own. Has no meta-object of its own:
+ * for others it is a QCheckBox.
+ */
+class CurveBox final : public QCheckBox
+{
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    void focusInEvent(QFocusEvent *event) override
+    {
+        QCheckBox::focusInEvent(event);
+        const QList<QAbstractButton *> boxes = group()->buttons();
+        for (QAbstractButton *const box : boxes) {
+            box->setFocusPolicy(Qt::StrongFocus);
+        }
+    }
+};
+
 } // namespace
 
 Plotter::Plotter(int curveCount, QWidget *parent) : QWidget(parent)
@@ -78,7 +101,7 @@ QCheckBox *Plotter::createOptionCheck(const QString &iconPath, const QString &te
 
 void Plotter::createCurveButton(int id)
 {
-    auto *const button = new QCheckBox(this);
+    auto *const button = new CurveBox(this);
     curveButtons.addButton(button, id);
     const QString number = QString::number(id + 1);
     const QColor color = curveColor(id);

@@ -8,7 +8,6 @@
 #include <QPixmap>
 #include <QPointF>
 #include <QRect>
-#include <QRectF>
 #include <QVector>
 #include <QWidget>
 
@@ -19,9 +18,14 @@ class QToolButton;
 /**
  * A plot of X/Y curves over a grid, with a history of zoom levels.
  *
- * Whatever changes data or view rebuilds an off-screen image as a whole; painting only copies it, so that neither an
- * expose nor a rubber band costs more than that. The widget floats its controls over its upper edge: a check box per
- * curve and "Show all data" at the left, zoom buttons and the options "line" and "as wide as high" at the right.
+ * Grid and curves are drawn into an off-screen image. Whatever changes data, view or look marks that image as outdated
+ * and asks for a repaint; the next paint event, be it for the screen, for grab() or for render(), rebuilds it as a
+ * whole, once for all changes since the last one, and shows the state of that moment. Any other paint event only copies
+ * the image, so that neither an expose nor a rubber band costs more than that, and a plot that is hidden or minimised
+ * draws nothing.
+ *
+ * The widget floats its controls over its upper edge: a check box per curve and "Show all data" at the left, zoom
+ * buttons and the options "line" and "as wide as high" at the right.
  *
  * Gestures: a drag with the left button zooms to the band; + and - step through the zoom levels; arrow keys and wheel
  * (with Control: horizontally) scroll by whole tick intervals, in the level shown.
@@ -73,6 +77,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     const PlotSettings &currentSettings() const;
@@ -87,12 +92,12 @@ private:
     void pushZoomLevel(const PlotSettings &settings);
     void updateRubberBandRegion();
 
-    void refreshPixmap();
+    void refreshPixmap(); // marks the image as outdated
+    void rebuildPixmap();
     void drawGrid(QPainter *painter);
     void drawLegend(QPainter *painter);
     void drawCurves(QPainter *painter); // which paints on a QImage
 
-    QRectF lastCurveBounds; // widget pixels, of the curve drawn last
     QToolButton *zoomInButton = nullptr;
     QToolButton *zoomOutButton = nullptr;
     QCheckBox *lineModeCheck = nullptr;
@@ -109,4 +114,5 @@ private:
     bool rubberBandIsShown = false;
     QRect rubberBandRect; // from the press to the mouse in widget pixels, not normalised
     QPixmap pixmap;       // the off-screen image
+    bool pixmapIsOutdated = true;
 };

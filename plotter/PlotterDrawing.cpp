@@ -1,11 +1,13 @@
 #include "Plotter.h"
 
+#include "AxisLines.h"
 #include "CurveDrawing.h"
 #include "GridTicks.h"
 
 #include "host/DynamicProperty.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
@@ -20,80 +22,151 @@ namespace
 
 constexpr int gridLightFactor = 150;
 constexpr int tickPixels = 5;
-constexpr int xLabelPixels = 100;
-constexpr int titleGapPixels = 5; // between the entries of the legend
+constexpr int xLabelWidthPixels = 100;
+constexpr int xLabelHeightPixels = 15;
+constexpr int yLabelHeightPixels = 20;
+constexpr int entryGapPixels = 5; // between the entries of the legend
 constexpr double titleBaselinePixels = 50.0;
+constexpr double titleAscentPixels = 19.0;  // from there to the icons of the controls
+constexpr double titleDescentPixels = 10.0; // and to the frame
+constexpr double legendGapPixels = 2.5;
+constexpr double belowPlotPixels = 41.0;
+constexpr int legibleFontPixels = 8; // the legend is rather cut off than smaller
+constexpr QLatin1String titleX(":X", 2);
+constexpr QLatin1String titleY("Y:", 2);
 
 /// Colours of the grid, taken anew at each redraw because the palette may change.
-struct GridPens
+struct GridColors
 {
-    QPen quiteDark; // grid lines
-    QPen light;     // the rest
+    QColor quiteDark; // grid lines
+    QColor light;     // the rest
 };
 
-int widestLabel(const QFontMetrics &metrics, const QVector<GridTick> &ticks)
+/// Whether the colours of the image are others in a window that is not active.
+bool dependsOnActivation(const QPalette &palette)
 {
-    int widest = 0;
-    for (const GridTick &tick : ticks) {
-        widest = qMax(widest, metrics.horizontalAdvance(tick.label));
-    }
-    return widest;
+    const auto differs = [&palette](QPalette::ColorRole role) {
+        return palette.color(QPalette::Active, role) != palette.color(QPalette::Inactive, role);
+    };
+    return differs(QPalette::Shadow) || differs(QPalette::Dark) || differs(QPalette::Light);
 }
 
-/// The font for the labels of one axis. A number that is cut reads as another number, so all are drawn smaller when
-/// one is too wide for its space.
-QFont labelFont(const QPainter &painter, const QVector<GridTick> &ticks, int spacePixels)
+/**
+ * The painter's font, or a smaller one as large as a place holds.
+ *
+ * \param shareOfPlace what the text takes of its place in a font with the given metrics; at most 1 fits
+ */
+template<typename Share> QFont fittingFont(const QPainter &painter, int minimumPixels, Share shareOfPlace)
 {
     QFont font = painter.font();
-    int widest = widestLabel(painter.fontMetrics(), ticks);
     int sizePixels = QFontInfo(font).pixelSize();
-    while (widest >= spacePixels && sizePixels > 1) { // the widget's edge is no part of a number either
-        // Hinted letters are seldom as narrow as their size says: the first try may not be enough.
-        sizePixels = qMax(1, qMin(sizePixels - 1, sizePixels * spacePixels / widest));
+    double share = shareOfPlace(painter.fontMetrics());
+    while (share > 1.0 && sizePixels > minimumPixels) {
+        // Hinted letters are seldom as large as their size says: from a bit above what should fit downwards.
+        sizePixels = qMax(minimumPixels, qMin(sizePixels - 1, static_cast<int>(sizePixels / share) + 1));
         font.setPixelSize(sizePixels);
-        widest = widestLabel(QFontMetrics(font, painter.device()), ticks);
+        share = shareOfPlace(QFontMetrics(font, painter.device()));
     }
     return font;
 }
 
-void drawHorizontalLines(QPainter *painter, const GridPens &pens, const PlotGeometry &geometry,
+/// The font for the labels of one axis. A number that is cut reads as another number, so all are drawn smaller when
+/// one is too wide or too high for its \a place.
+QFont labelFont(const QPainter &painter, const QVector<GridTick> &ticks, const QSize &place)
+{
+    return fittingFont(painter, 1, [&](const QFontMetrics &metrics) {
+        int width = 0;
+        int belowBaseline = 0;
+        for (const GridTick &tick : ticks) {
+            width = qMax(width, metrics.horizontalAdvance(tick.label));
+            if (metrics.height() > place.height()) { // it may still fit: numbers have nothing below the baseline
+                belowBaseline = qMax(belowBaseline, metrics.tightBoundingRect(tick.label).bottom() + 1);
+            }
+        }
+        const int height = qMin(metrics.height(), metrics.ascent() + belowBaseline);
+        // The widget's edge is no part of a number either.
+        return qMax((width + 1.0) / place.width(), static_cast<double>(height) / place.height());
+    });
+}
+
+/// The names of a curve's sources.
+struct LegendEntry
+{
+    QString nameX;
+    QString nameY;
+    QColor color;
+};
+
+/// What the legend takes of the space between controls and frame, and of that below the plot area, where its baseline
+/// is two lines down.
+double legendHeightShare(const QFontMetrics &metrics)
+{
+    return qMax(qMax(metrics.ascent() / titleAscentPixels, metrics.descent() / titleDescentPixels),
+                (2 * metrics.height() + metrics.descent()) / (belowPlotPixels - legendGapPixels));
+}
+
+/// What the longer one of its two lines takes of the widget's width.
+double legendWidthShare(const QFontMetrics &metrics, const QVector<LegendEntry> &entries, int widthPixels)
+{
+    int widthX = metrics.horizontalAdvance(titleX);
+    int widthY = metrics.horizontalAdvance(titleY);
+    for (const LegendEntry &entry : entries) {
+        widthX += entryGapPixels + metrics.horizontalAdvance(entry.nameX);
+        widthY += entryGapPixels + metrics.horizontalAdvance(entry.nameY);
+    }
+    return static_cast<double>(qMax(widthX, widthY)) / (widthPixels - entryGapPixels);
+}
+
+void drawHorizontalLines(QPainter *painter, const GridColors &colors, const PlotGeometry &geometry,
                          const PlotSettings &settings)
 {
     constexpr int left = PlotGeometry::plotLeftPixels;
+    const QSize labelSize(left - tickPixels, yLabelHeightPixels);
     const int right = truncated(left + geometry.plotWidth());
     const QVector<GridTick> ticks =
         gridTicks(settings.minY, settings.maxY, settings.numYTicks, geometry.plotBottom(), -geometry.plotHeight());
+    const AxisLines lines(painter);
     const QFont fullFont = painter->font();
-    painter->setFont(labelFont(*painter, ticks, left - tickPixels));
+    painter->setFont(labelFont(*painter, ticks, labelSize));
+    painter->setPen(colors.light);
     for (const GridTick &tick : ticks) {
         const int y = tick.position;
-        painter->setPen(pens.quiteDark);
-        painter->drawLine(left, y, right, y);
-        painter->setPen(pens.light);
-        painter->drawLine(left - tickPixels, y, left, y);
-        painter->drawText(QRect(0, y - 10, left - tickPixels, 20), Qt::AlignRight | Qt::AlignVCenter, tick.label);
+        lines.drawHorizontal(left, right, y, colors.quiteDark);
+        lines.drawHorizontal(left - tickPixels, left, y, colors.light);
+        painter->drawText(QRect(QPoint(0, y - yLabelHeightPixels / 2), labelSize), Qt::AlignRight | Qt::AlignVCenter,
+                          tick.label);
     }
     painter->setFont(fullFont);
 }
 
-void drawVerticalLines(QPainter *painter, const GridPens &pens, const PlotGeometry &geometry,
+void drawVerticalLines(QPainter *painter, const GridColors &colors, const PlotGeometry &geometry,
                        const PlotSettings &settings)
 {
+    const QSize labelSize(xLabelWidthPixels, xLabelHeightPixels);
     const int bottom = geometry.plotBottom();
     const QVector<GridTick> ticks =
         gridTicks(settings.minX, settings.maxX, settings.numXTicks, PlotGeometry::plotLeftPixels, geometry.plotWidth());
+    const AxisLines lines(painter);
     const QFont fullFont = painter->font();
-    painter->setFont(labelFont(*painter, ticks, xLabelPixels));
+    painter->setFont(labelFont(*painter, ticks, labelSize));
+    painter->setPen(colors.light);
     for (const GridTick &tick : ticks) {
         const int x = tick.position;
-        painter->setPen(pens.quiteDark);
-        painter->drawLine(x, PlotGeometry::plotTopPixels, x, bottom);
-        painter->setPen(pens.light);
-        painter->drawLine(x, bottom, x, bottom + tickPixels);
-        painter->drawText(QRect(x - xLabelPixels / 2, bottom + tickPixels, xLabelPixels, 15),
+        lines.drawVertical(x, PlotGeometry::plotTopPixels, bottom, colors.quiteDark);
+        lines.drawVertical(x, bottom, bottom + tickPixels, colors.light);
+        painter->drawText(QRect(QPoint(x - xLabelWidthPixels / 2, bottom + tickPixels), labelSize),
                           Qt::AlignHCenter | Qt::AlignTop, tick.label);
     }
     painter->setFont(fullFont);
+}
+
+void drawFrame(QPainter *painter, const QColor &color, const PlotGeometry &geometry)
+{
+    constexpr int left = PlotGeometry::plotLeftPixels;
+    constexpr int top = PlotGeometry::plotTopPixels;
+    const int right = truncated(left + geometry.plotWidth());
+    const int bottom = geometry.plotBottom();
+    AxisLines(painter).drawFrame(left, top, right, bottom, color);
 }
 
 } // namespace
@@ -110,6 +183,15 @@ QSize Plotter::minimumSizeHint() const
 
 void Plotter::refreshPixmap()
 {
+    pixmapIsOutdated = true;
+    // An opaque image hides the widget's background: filling that first would cost as much as copying the image.
+    setAttribute(Qt::WA_OpaquePaintEvent, palette().color(QPalette::Shadow).alpha() == 255);
+    update();
+}
+
+void Plotter::rebuildPixmap()
+{
+    pixmapIsOutdated = false;
     const qreal ratio = devicePixelRatioF();
     // Darker than the background role (Mid): the plot lies in its frame like a screen.
     const QColor background = palette().color(QPalette::Shadow);
@@ -133,7 +215,6 @@ void Plotter::refreshPixmap()
         drawCurves(&painter);
     }
     pixmap = QPixmap::fromImage(std::move(image));
-    update();
 }
 
 void Plotter::drawGrid(QPainter *painter)
@@ -142,44 +223,48 @@ void Plotter::drawGrid(QPainter *painter)
     if (!geometry.isDrawable()) {
         return;
     }
-    const GridPens pens = {palette().color(QPalette::Dark).lighter(gridLightFactor), palette().color(QPalette::Light)};
-    drawHorizontalLines(painter, pens, geometry, currentSettings());
-    drawVerticalLines(painter, pens, geometry, currentSettings());
-
-    painter->setPen(pens.light);
-    painter->drawRect(
-        QRectF(PlotGeometry::plotLeftPixels, PlotGeometry::plotTopPixels, geometry.plotWidth(), geometry.plotHeight()));
+    const GridColors colors = {palette().color(QPalette::Dark).lighter(gridLightFactor),
+                               palette().color(QPalette::Light)};
+    drawHorizontalLines(painter, colors, geometry, currentSettings());
+    drawVerticalLines(painter, colors, geometry, currentSettings());
+    drawFrame(painter, colors.light, geometry);
+    painter->setPen(colors.light);
     drawLegend(painter);
 }
 
 /// Y names run rightwards behind "Y:", X names leftwards before ":X".
 void Plotter::drawLegend(QPainter *painter)
 {
-    const QFontMetrics metrics = painter->fontMetrics();
-    const QString titleX = QStringLiteral(":X");
-    const QString titleY = QStringLiteral("Y:");
-    const int titleXLeft = truncated(width() - 1 - 2.5) - metrics.horizontalAdvance(titleX);
-    const int titleXBaseline = truncated(geometryOfPlot().plotBottom() + 2.5 + 2 * metrics.height());
-    painter->drawText(QPointF(2.0, titleBaselinePixels), titleY);
-    painter->drawText(titleXLeft, titleXBaseline, titleX);
-
-    int cursorY = truncated(metrics.horizontalAdvance(titleY) + 4.5);
-    int cursorX = truncated(titleXLeft - 2.5);
+    QVector<LegendEntry> entries;
     const QList<QAbstractButton *> buttons = curveButtons.buttons();
     for (QAbstractButton *const button : buttons) {
-        if (!isCurveShown(button)) {
-            continue;
+        if (isCurveShown(button)) {
+            QColor color = curveColor(curveButtons.id(button));
+            color.setAlpha(255); // thin letters would fade in the translucent colour of the curve
+            entries.append({button->property(DynamicProperty::CaptureX).toString(),
+                            button->property(DynamicProperty::CaptureY).toString(), color});
         }
-        const QString nameY = button->property(DynamicProperty::CaptureY).toString();
-        const QString nameX = button->property(DynamicProperty::CaptureX).toString();
-        cursorX -= metrics.horizontalAdvance(nameX);
-        QColor color = curveColor(curveButtons.id(button));
-        color.setAlpha(255); // thin letters would fade in the translucent colour of the curve
-        painter->setPen(color);
-        painter->drawText(QPointF(cursorY, titleBaselinePixels), nameY);
-        painter->drawText(cursorX, titleXBaseline, nameX);
-        cursorX -= titleGapPixels;
-        cursorY += metrics.horizontalAdvance(nameY) + titleGapPixels;
+    }
+    const double bottom = geometryOfPlot().plotBottom();
+    painter->setFont(fittingFont(*painter, 1, legendHeightShare));
+    const int titleXBaseline = truncated(bottom + legendGapPixels + 2 * painter->fontMetrics().height());
+    painter->setFont(fittingFont(*painter, legibleFontPixels, [&](const QFontMetrics &metrics) {
+        return legendWidthShare(metrics, entries, width());
+    }));
+
+    const QFontMetrics metrics = painter->fontMetrics();
+    const int titleXLeft = truncated(width() - 1 - legendGapPixels) - metrics.horizontalAdvance(titleX);
+    painter->drawText(QPointF(2.0, titleBaselinePixels), titleY);
+    painter->drawText(titleXLeft, titleXBaseline, titleX);
+    int cursorY = truncated(metrics.horizontalAdvance(titleY) + 4.5);
+    int cursorX = truncated(titleXLeft - legendGapPixels);
+    for (const LegendEntry &entry : qAsConst(entries)) {
+        cursorX -= metrics.horizontalAdvance(entry.nameX);
+        painter->setPen(entry.color);
+        painter->drawText(QPointF(cursorY, titleBaselinePixels), entry.nameY);
+        painter->drawText(cursorX, titleXBaseline, entry.nameX);
+        cursorX -= entryGapPixels;
+        cursorY += metrics.horizontalAdvance(entry.nameY) + entryGapPixels;
     }
 }
 
@@ -195,15 +280,39 @@ void Plotter::drawCurves(QPainter *painter)
     const QMap<int, QVector<QPointF>> curves = curveMap;
     for (auto curve = curves.cbegin(); curve != curves.cend(); ++curve) {
         if (isCurveShown(curveButtons.button(curve.key()))) {
-            lastCurveBounds =
-                drawCurve(canvas, mapping, curve.value(), {curveColor(curve.key()), lineModeCheck->isChecked()});
+            drawCurve(canvas, mapping, curve.value(), {curveColor(curve.key()), lineModeCheck->isChecked()});
         }
     }
+}
+
+void Plotter::changeEvent(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::PaletteChange:
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+    case QEvent::EnabledChange:
+        refreshPixmap();
+        break;
+    case QEvent::ActivationChange:
+        // Windows become active more often than anything looks different for it.
+        if (dependsOnActivation(palette())) {
+            refreshPixmap();
+        }
+        break;
+    default:
+        break;
+    }
+    QWidget::changeEvent(event);
 }
 
 void Plotter::paintEvent(QPaintEvent *event)
 {
     Q_UNUSED(event)
+    // No event reports another pixel ratio: a window that comes to another screen is only painted anew.
+    if (pixmapIsOutdated || pixmap.devicePixelRatioF() != devicePixelRatioF()) {
+        rebuildPixmap();
+    }
     QPainter painter(this);
     painter.drawPixmap(0, 0, pixmap);
     if (rubberBandIsShown) {

@@ -12,7 +12,7 @@ namespace
 constexpr int controlsTopPixels = 7;
 constexpr int controlsLeftPixels = 10;
 constexpr int controlsGapPixels = 5; // between controls, and to the right edge
-constexpr int smallestBandPixels = 4;
+constexpr int minimumBandPixels = 4;
 constexpr int wheelNotch = 120; // eighths of a degree
 
 } // namespace
@@ -38,7 +38,7 @@ void Plotter::mouseReleaseEvent(QMouseEvent *event)
     unsetCursor();
 
     const QRect band = rubberBandRect.normalized();
-    if (band.width() < smallestBandPixels || band.height() < smallestBandPixels) {
+    if (band.width() < minimumBandPixels || band.height() < minimumBandPixels) {
         return; // a click, or a slip of the hand
     }
     PlotSettings settings = geometryOfPlot().zoomed(currentSettings(), band);
@@ -68,7 +68,8 @@ void Plotter::updateRubberBandRegion()
 
 void Plotter::wheelEvent(QWheelEvent *event)
 {
-    // The one number for both axes is wanted: a wheel tilted or turned scrolls along the axis that Control chooses.
+    // delta() on purpose although deprecated: it is the same for tilting and turning, so that Control alone chooses the
+    // axis.
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
     const int steps = event->delta() / wheelNotch;

@@ -4,8 +4,32 @@
 #include <QImage>
 #include <QRect>
 
+/// What blendCovered() adds to a pixel, and how much of the pixel stays.
+struct BlendColor
+{
+    quint32 source; ///< premultiplied ARGB
+    quint16 kept;   ///< of 255
+};
+
+/// One pixel with \a color over it, rounded as Qt's painter does.
+inline quint32 blended(quint32 pixel, const BlendColor &color)
+{
+    // All four channels at once, each in 16 bits of its own.
+    constexpr quint64 channels = 0x00ff00ff00ff00ff;
+    constexpr quint64 halves = 0x0080008000800080;
+    quint64 wide = ((static_cast<quint64>(pixel) << 24 | pixel) & channels) * color.kept;
+    wide = ((wide + ((wide >> 8) & channels) + halves) >> 8) & channels;
+    return color.source + static_cast<quint32>(wide >> 24 | wide);
+}
+
+constexpr int blendedPixels = 64; ///< by one call of blendCovered()
+
+/// Blends \a color over those of 64 \a pixels whose bit is set in \a covered, rounding as Qt's painter does. All 64
+/// pixels are read; those that are not covered may be written with what they were.
+void blendCovered(quint32 *pixels, quint64 covered, const BlendColor &color);
+
 /**
- * Blends one colour over runs of pixels in a part of an image, rounding as the toolkit's painter does.
+ * Blends one colour over pixels in a part of an image, rounding as Qt's painter does.
  *
  * A plain value that must not outlive the image.
  */
@@ -15,21 +39,35 @@ public:
     /// \param image 32 bits per pixel, opaque or premultiplied; not owned
     /// \param part  within the image, device pixels
     RunBlender(QImage *image, const QRect &part, const QColor &color)
-        : m_source(qPremultiply(color.rgba()))
-        , m_kept(255U - static_cast<unsigned>(color.alpha()))
+        : m_color({qPremultiply(color.rgba()), static_cast<quint16>(255 - color.alpha())})
         , m_bytesPerLine(image->bytesPerLine())
         , m_firstLine(image->bits() + static_cast<qptrdiff>(part.top()) * m_bytesPerLine)
         , m_left(part.left())
+        , m_columns(part.width())
     {
     }
 
     /// Blends over \a count pixels from the given one on, which is counted from the corner of the part.
-    void operator()(int row, int column, int count) const
+    void blendRun(int row, int column, int count) const
     {
-        auto *const pixels =
-            reinterpret_cast<QRgb *>(m_firstLine + static_cast<qptrdiff>(row) * m_bytesPerLine) + m_left + column;
+        quint32 *const pixels = pixelAt(row, column);
         for (int index = 0; index < count; ++index) {
-            pixels[index] = m_source + faded(pixels[index]);
+            pixels[index] = blended(pixels[index], m_color);
+        }
+    }
+
+    /// Blends over those of 64 pixels from the given one on whose bit is set; bits beyond the part are ignored.
+    void blendWord(int row, int column, quint64 covered) const
+    {
+        if (column + blendedPixels <= m_columns) {
+            blendCovered(pixelAt(row, column), covered, m_color);
+            return;
+        }
+        quint32 *const pixels = pixelAt(row, column);
+        for (int index = 0; column + index < m_columns; ++index) {
+            if ((covered >> index & 1) != 0) {
+                pixels[index] = blended(pixels[index], m_color);
+            }
         }
     }
 
@@ -38,9 +76,7 @@ public:
     void expect(int row, int column) const
     {
 #ifdef __GNUC__
-        __builtin_prefetch(m_firstLine + static_cast<qptrdiff>(row) * m_bytesPerLine +
-                               (m_left + column) * static_cast<qptrdiff>(sizeof(QRgb)),
-                           1);
+        __builtin_prefetch(pixelAt(row, column), 1);
 #else
         Q_UNUSED(row)
         Q_UNUSED(column)
@@ -48,19 +84,14 @@ public:
     }
 
 private:
-    /// All four channels of \a pixel times m_kept / 255, each in 16 bits of its own meanwhile.
-    QRgb faded(QRgb pixel) const
+    quint32 *pixelAt(int row, int column) const
     {
-        constexpr quint64 channels = 0x00ff00ff00ff00ff;
-        constexpr quint64 halves = 0x0080008000800080;
-        quint64 wide = ((static_cast<quint64>(pixel) << 24 | pixel) & channels) * m_kept;
-        wide = ((wide + ((wide >> 8) & channels) + halves) >> 8) & channels;
-        return static_cast<QRgb>(wide >> 24 | wide);
+        return reinterpret_cast<quint32 *>(m_firstLine + static_cast<qptrdiff>(row) * m_bytesPerLine) + m_left + column;
     }
 
-    QRgb m_source;
-    quint64 m_kept; // of 255
+    BlendColor m_color;
     int m_bytesPerLine;
     uchar *m_firstLine; // of the part
     int m_left;
+    int m_columns;
 };

@@ -61,7 +61,7 @@ class PlotterDrawingTest : public GuardedTest
 private slots:
     void ticks()
     {
-        const auto told = [](double minimum, double maximum) {
+        const auto described = [](double minimum, double maximum) {
             QStringList labels;
             const QVector<GridTick> ticks = gridTicks(minimum, maximum, 5, 359.0, -299.0);
             for (const GridTick &tick : ticks) {
@@ -69,9 +69,9 @@ private slots:
             }
             return labels.join(QLatin1Char(' '));
         };
-        QCOMPARE(told(0.0, 10.0), QStringLiteral("359:0 299:2 239:4 179:6 119:8 60:10")); // cut, not rounded
-        QCOMPARE(told(-2.5, 0.0), QStringLiteral("359: 299:-2 239: 179:-1 119: 60:0"));   // whole numbers only
-        QCOMPARE(told(qQNaN(), 1.0), QStringLiteral("359: 299: 239: 179: 119: 60:"));
+        QCOMPARE(described(0.0, 10.0), QStringLiteral("359:0 299:2 239:4 179:6 119:8 60:10")); // truncated, not rounded
+        QCOMPARE(described(-2.5, 0.0), QStringLiteral("359: 299:-2 239: 179:-1 119: 60:0"));   // whole numbers only
+        QCOMPARE(described(qQNaN(), 1.0), QStringLiteral("359: 299: 239: 179: 119: 60:"));
         QCOMPARE(gridTicks(0.0, 10.0, 0, 50.0, 499.0).size(), 0);
         QCOMPARE(gridTicks(0.0, 10.0, 499, 50.0, 499.0).size(), 500);
         QVERIFY(gridTicks(0.0, 10.0, std::numeric_limits<unsigned int>::max(), 50.0, 499.0).size() <= 500);
@@ -109,6 +109,62 @@ private slots:
             const QRect label = ink(image, QRect(0, 350, 45, 14));
             QVERIFY(label.width() > 20 && label.left() > 0);
             QCOMPARE(ink(image, QRect(0, 56, 45, 14)).height(), label.height()); // of a lone 0, below the legend
+        }
+    }
+
+    /// Text that is too high for its place is drawn smaller, never cut: a cut letter is too wide for its height.
+    void highText_data()
+    {
+        QTest::addColumn<int>("points");
+        for (const int points : {7, 9, 10, 12, 16, 30, 60}) {
+            QTest::addRow("%d", points) << points;
+        }
+    }
+
+    void highText()
+    {
+        QFETCH(int, points);
+        PlotterFixture fixture;
+        fixture.plotter.setFont(QFont(QStringLiteral("DejaVu Sans"), points));
+        for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
+            button->setProperty(DynamicProperty::CaptureX, "E");
+            button->setProperty(DynamicProperty::CaptureY, "E");
+        }
+        fixture.plotter.setPlotSettings(ranges(8.0, 8.5, 7.5, 8.0, 1)); // one label on each axis
+        const QImage image = fixture.plotter.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const int fontHeight = fixture.plotter.fontMetrics().tightBoundingRect(QStringLiteral("8")).height();
+        const QRect letters[] = {
+            ink(image, QRect(20, 51, 25, 19)),              // the label on the Y axis
+            ink(image, QRect(0, 365, 100, 14)),             // the label on the X axis
+            textOfCurve(image, QRect(0, 35, 300, 25), 0),   // the legend of Y, below the controls' icons
+            textOfCurve(image, QRect(300, 379, 300, 21), 0) // the legend of X
+        };
+        for (const QRect &letter : letters) {
+            QVERIFY(letter.height() > letter.width());
+            QVERIFY(letter.height() >= qMin(fontHeight - 1, 9)); // as large as the place holds
+            QVERIFY(letter.height() <= fontHeight + 1);
+        }
+        QVERIFY(letters[2].bottom() < 60 && letters[3].bottom() < 399);
+        QCOMPARE(fixture.image().pixelColor(300, 60), QColor(Qt::white)); // the frame is not shrunk
+    }
+
+    void longLegendIsNotCut()
+    {
+        PlotterFixture fixture;
+        const QString name = QStringLiteral("Actual position, load side");
+        for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
+            button->setProperty(DynamicProperty::CaptureX, name);
+            button->setProperty(DynamicProperty::CaptureY, name);
+            button->setChecked(true);
+        }
+        fixture.plotter.clearCurve(0);
+        const QImage image = fixture.image();
+        const int all = 4 * fixture.plotter.fontMetrics().horizontalAdvance(name);
+        QVERIFY(all > 600);
+        for (const QRect &line : {legendOfY, legendOfX}) {
+            const int firstWidth = textOfCurve(image, line, 0).width();
+            QVERIFY(4 * firstWidth > 500);
+            QVERIFY(std::abs(textOfCurve(image, line, 3).width() - firstWidth) <= 2);
         }
     }
 

@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QImage>
+#include <QtMath>
 
 #include <cstring>
 
@@ -18,7 +19,29 @@ inline PlotSettings ranges(double minX, double maxX, double minY, double maxY, u
     return settings;
 }
 
-/// A plotter of 600 x 400 pixels, one pixel for each data unit, in colours that are easily told apart.
+/// A plotter that can be brought to a screen of another pixel ratio.
+class MovedPlotter : public Plotter
+{
+public:
+    using Plotter::Plotter;
+
+    qreal ratio = 1.0;
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmDevicePixelRatio:
+            return qCeil(ratio);
+        case PdmDevicePixelRatioScaled:
+            return qRound(ratio * devicePixelRatioFScale());
+        default:
+            return Plotter::metric(metric);
+        }
+    }
+};
+
+/// A plotter of 600 x 400 pixels, one pixel for each data unit, in colours that are easy to tell apart.
 struct PlotterFixture
 {
     explicit PlotterFixture(int curveCount = 4) : plotter(curveCount)

@@ -98,6 +98,7 @@ private slots:
         QVERIFY(it.shows(level));
         it.plotter.setPlotSettings(level);
         QCOMPARE(it.buttons(), QStringLiteral("  "));
+        QVERIFY(it.shows(level));
         it.lineMode->setChecked(true); // shows at the next redraw: the ends of the history do not redraw
         QTest::keyClick(&it.plotter, Qt::Key_Plus);
         QTest::keyClick(&it.plotter, Qt::Key_Minus);
@@ -113,7 +114,7 @@ private slots:
         const PlotSettings same;
         const QPoint in(150, 110);
         QTest::newRow("thin") << in << in + QPoint(100, 2) << true << same;
-        QTest::newRow("least") << in << in + QPoint(3, 3) << true << adjusted(2.0, 2.06, 7.9, 8.0);
+        QTest::newRow("minimum") << in << in + QPoint(3, 3) << true << adjusted(2.0, 2.06, 7.9, 8.0);
         QTest::newRow("corner") << QPoint(50, 50) << in << true << adjusted(0.0, 2.0, 8.0, 10.0);
         QTest::newRow("out of the widget") << in << QPoint(700, 500) << true << adjusted(2.0, 13.0, -5.0, 8.0);
         QTest::newRow("left of the area") << QPoint(49, 100) << in << false << same;
@@ -173,6 +174,63 @@ private slots:
         QCOMPARE(event->isAccepted(), key != 0);         // the wheel also moves what is around the plot
         QCOMPARE(it.image(), expected.image());
         QCOMPARE(it.buttons(), QStringLiteral("  ")); // no level is pushed
+    }
+
+    /// Tab and Shift+Tab stop at every curve box, Space checks the one and leaves the others alone.
+    void curveBoxesByKeys()
+    {
+        Interaction it;
+        QApplication::setActiveWindow(&it.plotter);
+        it.plotter.setFocus();
+        const QList<QAbstractButton *> boxes = it.plotter.curveButtons.buttons();
+        QTest::mouseClick(boxes.at(2), Qt::LeftButton);
+        QVERIFY(boxes.at(2)->isChecked());
+        const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+        const auto isReached = [&](QAbstractButton *box, Qt::Key key) {
+            for (int step = 0; step < 20 && QApplication::focusWidget() != box; ++step) {
+                press(key);
+            }
+            return QApplication::focusWidget() == box;
+        };
+        QVector<bool> checked;
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            it.plotter.setFocus();
+            for (QAbstractButton *const box : boxes) {
+                QVERIFY(isReached(box, key));
+                press(Qt::Key_Space);
+                checked.append(box->isChecked());
+            }
+        }
+        QCOMPARE(checked, QVector<bool>({false, true, false, true, true, false, true, false}));
+    }
+
+    /// From the left: the boxes of the curves, "Show all data"; at the right edge: zoom buttons, "line", "square".
+    void controls()
+    {
+        Interaction it;
+        const QList<QCheckBox *> checks = it.plotter.findChildren<QCheckBox *>();
+        for (const int width : {700, 500}) {
+            it.plotter.resize(width, 400);
+            int x = 10;
+            QList<QWidget *> row;
+            for (QAbstractButton *const box : it.plotter.curveButtons.buttons()) {
+                row.append(box);
+            }
+            row.append(it.plotter.showAllDataCheck);
+            for (const QWidget *control : qAsConst(row)) {
+                QCOMPARE(control->geometry(), QRect(QPoint(x, 7), control->sizeHint()));
+                x += control->width() + 5;
+            }
+            row = {it.zoomIn, it.zoomOut, checks.at(0), checks.at(1)};
+            x = width - 20;
+            for (const QWidget *control : qAsConst(row)) {
+                x -= control->sizeHint().width();
+            }
+            for (const QWidget *control : qAsConst(row)) {
+                QCOMPARE(control->geometry(), QRect(QPoint(x, 7), control->sizeHint()));
+                x += control->width() + 5;
+            }
+        }
     }
 };
 

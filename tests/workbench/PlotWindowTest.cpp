@@ -36,12 +36,14 @@ QList<QByteArray> linesOf(const QString &path)
 }
 
 /// Whether the Tab key has to come here. A window of the workspace hands the focus on to what is in it; of radio
-/// buttons that belong together the chosen one is the only stop.
+/// buttons that belong together the chosen one is the only stop. Check boxes are always one: in a group Qt takes their
+/// focus policy away.
 bool isTabStop(const QWidget *widget)
 {
-    if (!widget->isVisible() || !widget->isEnabled() || (widget->focusPolicy() & Qt::TabFocus) == 0 ||
-        widget->focusProxy() != nullptr || widget->isWindow() ||
-        qobject_cast<const QMdiSubWindow *>(widget) != nullptr) {
+    const bool takesTab =
+        (widget->focusPolicy() & Qt::TabFocus) != 0 || qobject_cast<const QCheckBox *>(widget) != nullptr;
+    if (!widget->isVisible() || !widget->isEnabled() || !takesTab || widget->focusProxy() != nullptr ||
+        widget->isWindow() || qobject_cast<const QMdiSubWindow *>(widget) != nullptr) {
         return false;
     }
     const auto *const radioButton = qobject_cast<const QRadioButton *>(widget);

@@ -1,0 +1,30 @@
+#pragma once
+
+class QColor;
+class QPainter;
+
+/**
+ * Draws lines along the axes as filled rectangles: QPainter::drawLine() takes up to 150 ns for each of their pixels.
+ *
+ * At a pixel ratio of 1 the pixels are those of a painter's line with a pen of width 1. At any other ratio all lines are
+ * equally wide, the ratio rounded to whole device pixels, and have hard edges. Positions are in widget pixels; both ends
+ * belong to a line. Must not outlive the painter, which has no transformation.
+ */
+class AxisLines
+{
+public:
+    explicit AxisLines(QPainter *painter);
+
+    void drawHorizontal(int left, int right, int y, const QColor &color) const;
+    void drawVertical(int x, int top, int bottom, const QColor &color) const;
+    /// Every pixel once, so that a translucent colour shows no corners.
+    void drawFrame(int left, int top, int right, int bottom, const QColor &color) const;
+
+private:
+    int toDevice(int position) const;
+    void fill(int left, int top, int right, int bottom, const QColor &color) const;
+
+    QPainter *m_painter;
+    double m_ratio;
+    int m_width; // of all lines, device pixels
+};

@@ -1,0 +1,211 @@
+#include "CapsuleBits.h"
+
+#include <math.h>
+#include <string.h>
+
+namespace
+{
+
+using Word = quint64;
+
+constexpr int wordBits = 64;
+constexpr int halfWordBits = 32;
+constexpr float flatPixels = 1e-6F; // what rises less is as good as level, and has no usable slope
+constexpr int blockRows = 8;        // whose edges are computed at once
+// Maximum width of a capsule for addNarrowRows(), columns: bit 31 of its 32 bits is the sign in powerOfTwo().
+constexpr int narrowColumns = 30;
+constexpr int tallRows = 40;     // are worth a loop of their own for the band
+constexpr int fractionBits = 32; // of columns in fixed point
+constexpr double fixedPointOne = 4294967296.0;
+
+static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "two neighbouring halves of words are read as one word");
+
+// Not those of the standard library, see addCapsule().
+template<typename Number> inline Number smaller(Number a, Number b)
+{
+    return b < a ? b : a;
+}
+
+template<typename Number> inline Number larger(Number a, Number b)
+{
+    return a < b ? b : a;
+}
+
+/// The first row whose centre lies beyond \a edge, which is not below -0.5.
+int beyond(double edge)
+{
+    const double firstCentre = edge + 0.5; // truncated, not rounded: centres are in the middle of pixels
+    return static_cast<int>(firstCentre);
+}
+
+qint64 fixedPoint(double value)
+{
+    return static_cast<qint64>(value * fixedPointOne);
+}
+
+/// 2 to the power of \a exponent, 0 to 30. Built from the float's exponent because SSE2 cannot vectorise shifts by a
+/// variable count.
+quint32 powerOfTwo(int exponent)
+{
+    constexpr int exponentBias = 127; // of a number of single precision, IEEE 754
+    constexpr int exponentShift = 23;
+    const qint32 bits = (exponent + exponentBias) << exponentShift;
+    float power;
+    static_assert(sizeof power == sizeof bits, "");
+    memcpy(&power, &bits, sizeof power);
+    return static_cast<quint32>(static_cast<qint32>(power));
+}
+
+/**
+ * What the points within the radius of a segment are in rows of pixels.
+ *
+ * The segment goes from its upper end in the direction (dx, dy), dy >= 0. The left edge in a row belongs to the circle
+ * around one point of the segment: the one tilt = radius * dx / length above the row, or the end nearest to that. The
+ * point of the right edge is as far below the row. For a row that the capsule does not touch both edges coincide, so
+ * that its interval is empty.
+ *
+ * Positions count from a corner near the capsule, rows from their centres and columns from half a pixel before: the
+ * whole part of an edge is the first column whose centre lies beyond it, and single precision is enough.
+ */
+struct Capsule
+{
+    explicit Capsule(const PenSegment &segment)
+    {
+        // Nothing here branches on the direction, which changes at random from one segment to the next.
+        const double downward = segment.toY < segment.fromY ? -1.0 : 1.0;
+        const double deltaX = (segment.toX - segment.fromX) * downward;
+        const double leftX = smaller(segment.fromX, segment.toX);
+        const double rightX = larger(segment.fromX, segment.toX);
+        const double upperY = smaller(segment.fromY, segment.toY);
+        const double lowerY = larger(segment.fromY, segment.toY);
+        firstColumn = static_cast<int>(leftX - segment.radius);
+        endColumn = static_cast<int>(rightX + segment.radius) + 1;
+        firstRow = beyond(upperY - segment.radius);
+        endRow = beyond(lowerY + segment.radius);
+        x = static_cast<float>((deltaX < 0.0 ? rightX : leftX) - firstColumn + 0.5);
+        y = static_cast<float>(upperY - firstRow - 0.5);
+        dx = static_cast<float>(deltaX);
+        dy = larger(static_cast<float>(lowerY - upperY), flatPixels);
+        radius = static_cast<float>(segment.radius);
+        tilt = radius * dx / sqrtf(dx * dx + dy * dy);
+        perRow = 1.0F / dy;
+    }
+
+    /// Where the capsule begins (\a side -1) or ends (\a side 1) in a row.
+    float edge(float row, float side) const
+    {
+        const float below = row - y;
+        const float along = smaller(larger((below + side * tilt) * perRow, 0.0F), 1.0F);
+        const float distance = below - along * dy;
+        const float halfChord = sqrtf(larger(radius * radius - distance * distance, 0.0F));
+        return x + along * dx + side * halfChord;
+    }
+
+    int firstColumn;
+    int endColumn;
+    int firstRow;
+    int endRow;
+    float x; // of the upper end
+    float y;
+    float dx;
+    float dy;
+    float radius;
+    float tilt;
+    float perRow; // along the segment, as a part of it
+};
+
+inline Word *wordsOfRow(const BitRows &rows, int row)
+{
+    return rows.words + static_cast<qptrdiff>(row) * rows.wordsPerRow;
+}
+
+inline void addInterval(Word *row, int firstColumn, int endColumn)
+{
+    const auto first = static_cast<unsigned>(firstColumn);
+    const auto end = static_cast<unsigned>(larger(firstColumn, endColumn));
+    const Word fromFirst = ~Word(0) << (first % wordBits);
+    const Word fromEnd = ~Word(0) << (end % wordBits);
+    Word *word = row + first / wordBits;
+    Word *const last = row + end / wordBits;
+    if (word == last) {
+        *word |= fromFirst & ~fromEnd;
+        return;
+    }
+    *word |= fromFirst;
+    while (++word < last) {
+        *word = ~Word(0);
+    }
+    *last |= ~fromEnd;
+}
+
+/// All rows of a capsule, some at a time and a few beyond, which are empty; no row is looked at on its own.
+void addNarrowRows(const BitRows &rows, const Capsule &shape)
+{
+    const Capsule capsule = shape; // local copy: the compiler knows that stores into the words do not alias it
+    const int rowCount = capsule.endRow - capsule.firstRow;
+    const qptrdiff bytesPerRow = rows.wordsPerRow * static_cast<qptrdiff>(sizeof(Word));
+    auto *bytes = reinterpret_cast<uchar *>(wordsOfRow(rows, capsule.firstRow)) +
+                  capsule.firstColumn / halfWordBits * static_cast<qptrdiff>(sizeof(quint32));
+    const unsigned shift = static_cast<unsigned>(capsule.firstColumn) % halfWordBits;
+    for (int firstRow = 0; firstRow < rowCount; firstRow += blockRows) {
+        quint32 columns[blockRows];
+        for (int index = 0; index < blockRows; ++index) {
+            const auto row = static_cast<float>(firstRow + index);
+            columns[index] = powerOfTwo(static_cast<int>(capsule.edge(row, 1.0F))) -
+                             powerOfTwo(static_cast<int>(capsule.edge(row, -1.0F)));
+        }
+        for (const quint32 bits : columns) {
+            Word word;
+            memcpy(&word, bytes, sizeof word);
+            word |= static_cast<Word>(bits) << shift;
+            memcpy(bytes, &word, sizeof word);
+            bytes += bytesPerRow;
+        }
+    }
+}
+
+/// Any rows of a capsule.
+void addRows(const BitRows &rows, const Capsule &capsule, int firstRow, int endRow)
+{
+    Word *words = wordsOfRow(rows, firstRow);
+    for (int row = firstRow; row < endRow; ++row) {
+        const auto position = static_cast<float>(row - capsule.firstRow);
+        addInterval(words, capsule.firstColumn + static_cast<int>(capsule.edge(position, -1.0F)),
+                    capsule.firstColumn + static_cast<int>(capsule.edge(position, 1.0F)));
+        words += rows.wordsPerRow;
+    }
+}
+
+/// The rows of a capsule in which no end is near: both edges go down in a straight line.
+void addRowsOfBand(const BitRows &rows, const Capsule &capsule, int firstRow, int endRow)
+{
+    const auto position = static_cast<float>(firstRow - capsule.firstRow);
+    qint64 left = fixedPoint(static_cast<double>(capsule.edge(position, -1.0F)) + capsule.firstColumn);
+    qint64 right = fixedPoint(static_cast<double>(capsule.edge(position, 1.0F)) + capsule.firstColumn);
+    const qint64 step = firstRow < endRow ? fixedPoint(static_cast<double>(capsule.dx) / capsule.dy) : 0;
+    Word *words = wordsOfRow(rows, firstRow);
+    for (int row = firstRow; row < endRow; ++row) {
+        addInterval(words, static_cast<int>(left >> fractionBits), static_cast<int>(right >> fractionBits));
+        left += step;
+        right += step;
+        words += rows.wordsPerRow;
+    }
+}
+
+} // namespace
+
+void addCapsule(const BitRows &rows, const PenSegment &segment)
+{
+    const Capsule capsule(segment);
+    if (capsule.endColumn - capsule.firstColumn <= narrowColumns && capsule.endRow - capsule.firstRow <= tallRows) {
+        addNarrowRows(rows, capsule);
+        return;
+    }
+    const float reach = capsule.tilt < 0.0F ? -capsule.tilt : capsule.tilt; // farther from both ends the edges are
+    const int bandRow = capsule.firstRow + static_cast<int>(capsule.y + reach) + 1; // straight lines
+    const int firstBandRow = smaller(bandRow, capsule.endRow);
+    const int endBandRow = larger(capsule.firstRow + static_cast<int>(capsule.y + capsule.dy - reach), firstBandRow);
+    addRows(rows, capsule, capsule.firstRow, firstBandRow);
+    addRowsOfBand(rows, capsule, firstBandRow, endBandRow);
+    addRows(rows, capsule, endBandRow, capsule.endRow);
+}
