@@ -144,8 +144,29 @@ private slots:
             isInStatusBar = isInStatusBar || label->text().contains(" answers/s, not answering: " + key);
         }
         QVERIFY(isInStatusBar);
+
+        plot.workbench.modules().setSilent(1, false);
+        QTRY_VERIFY(!plot.watch->warning().contains("not answering"));
+        plot.window->recordings()->look();
+        const int lines = plot.watch->dataLines();
+        const int old = plot.watch->linesWithOldValues();
+        QTRY_VERIFY(linesOf(path).size() > lines + 10);
+        plot.window->recordings()->look();
+        QCOMPARE(plot.watch->linesWithOldValues(), old); // the new ones are not
         MouseClick::on(plot.watch->box());
         QVERIFY(plot.watch->linesWithOldValues() > 8); // still to be read when the recording is over
+    }
+
+    void containerKeepsAUsableSize()
+    {
+        const GrowingPlot plot;
+        const ContainerInterface *const container = plot.workbench.containers().constFirst();
+        plot.window->resize(plot.window->minimumSize());
+        QCoreApplication::processEvents();
+        QVERIFY(container->width() >= 800 && container->height() >= 400); // it is scrolled
+        plot.window->resize(1400, 900);
+        QCoreApplication::processEvents();
+        QVERIFY(container->width() > 1000 && container->height() > 500); // and takes all that there is
     }
 
     void sceneSetsWhatItSays()

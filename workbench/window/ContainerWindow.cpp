@@ -38,6 +38,16 @@ bool ContainerWindow::isForWorkspace() const
     return m_isForWorkspace;
 }
 
+QSize ContainerWindow::minimumSizeHint() const
+{
+    // A container's layout may allow less than its hint, which in turn may be more than it needs to be of use.
+    constexpr QSize usable(820, 430); // widget pixels
+    if (m_container.isNull()) {
+        return QWidget::minimumSizeHint();
+    }
+    return m_container->minimumSizeHint().boundedTo(usable).expandedTo(m_container->minimumSize());
+}
+
 void ContainerWindow::closeEvent(QCloseEvent *event)
 {
     letGo();

@@ -28,6 +28,9 @@ public:
     /// Whether the container asked for a sub-window of the workspace instead of a window of its own.
     bool isForWorkspace() const;
 
+    /// What the container needs for its parts not to cover one another, up to a usual size.
+    QSize minimumSizeHint() const override;
+
 signals:
     /// The window closes; \a code is 0.
     void finished(int code);

@@ -33,8 +33,6 @@
 namespace
 {
 
-constexpr int usableWidth = 820;  // of a container, widget pixels
-constexpr int usableHeight = 430; // of a container, widget pixels
 constexpr int minimumWidthPixels = 640;
 constexpr int minimumHeightPixels = 420;
 constexpr int bottomHeight = 130;      // widget pixels
@@ -108,9 +106,6 @@ void MainWindow::openContainer(ContainerInterface *container)
         window->show();
         return;
     }
-    // A container can be made so small that its parts cover one another. Up to a usual size it is scrolled instead.
-    window->setMinimumSize(
-        window->minimumSizeHint().boundedTo(QSize(usableWidth, usableHeight)).expandedTo(QSize(0, 0)));
     auto *const subWindow = new WorkspaceWindow(window);
     subWindow->setAttribute(Qt::WA_DeleteOnClose);
     m_workspace->addSubWindow(subWindow);
