@@ -158,7 +158,7 @@ private slots:
         QFETCH(bool, isPlotOnly);
         const RunPlan plan = shortPlan();
         const Paper paper;
-        QTimer::singleShot(0, [isPlotOnly] {
+        QTimer::singleShot(0, qApp, [isPlotOnly] {
             const QWidgetList windows = QApplication::allWidgets();
             for (QWidget *const window : windows) {
                 if (isPlotOnly ? window->inherits("QMdiSubWindow") : window->isWindow()) {

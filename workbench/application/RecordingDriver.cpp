@@ -39,7 +39,6 @@ void RecordingDriver::stop()
         }
         return;
     }
-    m_watch->look();
     if (m_error.isEmpty()) {
         m_error = m_watch->problem().isEmpty() ? m_watch->lastFailure() : m_watch->problem();
     }

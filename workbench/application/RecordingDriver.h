@@ -29,7 +29,7 @@ public:
      */
     RecordingDriver(QWidget *container, RecordingWatch *watch, const QString &path, std::function<bool()> isReady);
 
-    /// Unchecks the box, if the recording still runs, and notes what has gone wrong until then.
+    /// Unchecks the box, if the recording still runs, and notes what had gone wrong when its file was last looked at.
     void stop();
 
     /// What went wrong, one line; empty while all is well.

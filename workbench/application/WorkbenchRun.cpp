@@ -179,7 +179,10 @@ int WorkbenchRun::runRecorded()
     });
     QObject::connect(&driver, &RecordingDriver::begun, &timedRun, [&] { timedRun.start(m_plan.seconds); });
     QObject::connect(&driver, &RecordingDriver::gaveUp, &timedRun, [] { QCoreApplication::exit(exitFailure); });
-    QObject::connect(&timedRun, &TimedRun::ending, &driver, &RecordingDriver::stop);
+    QObject::connect(&timedRun, &TimedRun::ending, &driver, [&] {
+        m_window->recordings()->look(); // counts what was announced until now
+        driver.stop();
+    });
     QCoreApplication::exec();
     for (const QString &error : {driver.error(), timedRun.error()}) {
         if (!error.isEmpty()) {
