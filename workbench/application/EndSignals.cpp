@@ -81,7 +81,8 @@ EndSignals::EndSignals(QObject *parent) : QObject(parent)
         return; // the signals keep their defaults
     }
     m_notifier = new QSocketNotifier(wakePipe[0], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &EndSignals::read);
+    // By name: the signal has other arguments since Qt 5.15.
+    connect(m_notifier, SIGNAL(activated(int)), this, SLOT(read()));
     installHandlers();
 #endif
 }

@@ -28,8 +28,10 @@ public:
 signals:
     void asked();
 
-private:
+private slots:
     void read();
+
+private:
 
     QSocketNotifier *m_notifier = nullptr;
     int m_received = 0; // number of the signal
