@@ -25,8 +25,8 @@ inline quint32 blended(quint32 pixel, const BlendColor &color)
 
 constexpr int blendedPixels = 64; ///< by one call of a BlendWay
 
-/// Blends \a color over those of 64 \a pixels whose bit is set in \a covered, as blended() does. All 64 pixels are read;
-/// those that are not covered may be written with what they were.
+/// Blends \a color over those of 64 \a pixels whose bit is set in \a covered, as blended() does. All 64 pixels are
+/// read; those that are not covered may be written with what they were.
 using BlendWay = void (*)(quint32 *pixels, quint64 covered, const BlendColor &color);
 
 /// What this processor can, the fastest last.
