@@ -148,26 +148,6 @@ private slots:
         QCOMPARE(fixture.image().pixelColor(300, 60), QColor(Qt::white)); // the frame is not shrunk
     }
 
-    void longLegendIsNotCut()
-    {
-        PlotterFixture fixture;
-        const QString name = QStringLiteral("Actual position, load side");
-        for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
-            button->setProperty(DynamicProperty::CaptureX, name);
-            button->setProperty(DynamicProperty::CaptureY, name);
-            button->setChecked(true);
-        }
-        fixture.plotter.clearCurve(0);
-        const QImage image = fixture.image();
-        const int all = 4 * fixture.plotter.fontMetrics().horizontalAdvance(name);
-        QVERIFY(all > 600);
-        for (const QRect &line : {legendOfY, legendOfX}) {
-            const int firstWidth = textOfCurve(image, line, 0).width();
-            QVERIFY(4 * firstWidth > 500);
-            QVERIFY(std::abs(textOfCurve(image, line, 3).width() - firstWidth) <= 2);
-        }
-    }
-
     void colors()
     {
         for (const int id : {0, 3, 5, 6}) {
