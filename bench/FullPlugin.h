@@ -23,7 +23,7 @@ public:
     /// One change of what the plot shows and the paint event that follows.
     void redrawAndPaint();
 
-    /// Lets the plugin's own timers fire, or holds them back; each sampling tick then takes the next points of its kind.
+    /// Lets the plugin's own timers fire, or holds them back; each sampling tick then takes the next points.
     void setFree(bool isFree);
     bool eventFilter(QObject *watched, QEvent *event) override;
 

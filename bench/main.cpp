@@ -35,6 +35,17 @@ QString missing()
                            : names.join(QStringLiteral(" and ")) + QStringLiteral(" missing: not compared.\n");
 }
 
+bool write(const QString &path, const QString &text)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        QTextStream(stderr) << path << ": " << file.errorString() << '\n';
+        return false;
+    }
+    file.write(text.toUtf8());
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -93,13 +104,8 @@ int main(int argc, char **argv)
     if (isWanted(QStringLiteral("comparison"))) {
         text += QStringLiteral("\n## Beside other plots\n\n") + Reports::comparison(effort, !parser.isSet(quick));
     }
-    if (parser.isSet(docs)) {
-        QFile file(parser.value(docs) + QStringLiteral("/performance.md"));
-        if (!file.open(QIODevice::WriteOnly)) {
-            QTextStream(stderr) << file.fileName() << ": " << file.errorString() << '\n';
-            return 1;
-        }
-        file.write(text.toUtf8());
+    if (parser.isSet(docs) && !write(parser.value(docs) + QStringLiteral("/performance.md"), text)) {
+        return 1;
     }
     return 0;
 }

@@ -6,9 +6,9 @@ class QPainter;
 /**
  * Draws lines along the axes as filled rectangles: QPainter::drawLine() takes up to 150 ns for each of their pixels.
  *
- * At a pixel ratio of 1 the pixels are those of a painter's line with a pen of width 1. At any other ratio all lines are
- * equally wide, the ratio rounded to whole device pixels, and have hard edges. Positions are in widget pixels; both ends
- * belong to a line. Must not outlive the painter, which has no transformation.
+ * At a pixel ratio of 1 the pixels are those of a painter's line with a pen of width 1. At any other ratio all lines
+ * are equally wide, the ratio rounded to whole device pixels, and have hard edges. Positions are in widget pixels; both
+ * ends belong to a line. Must not outlive the painter, which has no transformation.
  */
 class AxisLines
 {

@@ -10,8 +10,10 @@ using Word = quint64;
 
 constexpr int wordBits = 64;
 constexpr int halfWordBits = 32;
-constexpr float flatPixels = 1e-6F; // what rises less is as good as level, and has no usable slope
-constexpr int blockRows = 8;        // whose edges are computed at once
+constexpr int byteBits = 8;
+constexpr int maximumShortColumns = wordBits - byteBits; // from any bit of a byte on they end in the word there
+constexpr float flatPixels = 1e-6F;                      // what rises less is as good as level, and has no usable slope
+constexpr int blockRows = 8;                             // whose edges are computed at once
 // Maximum width of a capsule for addNarrowRows(), columns: bit 31 of its 32 bits is the sign in powerOfTwo().
 constexpr int narrowColumns = 30;
 constexpr int tallRows = 40;     // are worth a loop of their own for the band
@@ -176,6 +178,17 @@ void addRows(const BitRows &rows, const Capsule &capsule, int firstRow, int endR
     }
 }
 
+/// Like addInterval() without a branch, for at most maximumShortColumns.
+inline void addShortInterval(Word *row, int firstColumn, int endColumn)
+{
+    auto *const bytes = reinterpret_cast<uchar *>(row) + firstColumn / byteBits;
+    const Word bits = ((Word(1) << (endColumn - firstColumn)) - 1) << (static_cast<unsigned>(firstColumn) % byteBits);
+    Word word;
+    memcpy(&word, bytes, sizeof word);
+    word |= bits;
+    memcpy(bytes, &word, sizeof word);
+}
+
 /// The rows of a capsule in which no end is near: both edges go down in a straight line.
 void addRowsOfBand(const BitRows &rows, const Capsule &capsule, int firstRow, int endRow)
 {
@@ -184,8 +197,15 @@ void addRowsOfBand(const BitRows &rows, const Capsule &capsule, int firstRow, in
     qint64 right = fixedPoint(static_cast<double>(capsule.edge(position, 1.0F)) + capsule.firstColumn);
     const qint64 step = firstRow < endRow ? fixedPoint(static_cast<double>(capsule.dx) / capsule.dy) : 0;
     Word *words = wordsOfRow(rows, firstRow);
+    const bool isShort = right >= left && (right - left) >> fractionBits < maximumShortColumns;
     for (int row = firstRow; row < endRow; ++row) {
-        addInterval(words, static_cast<int>(left >> fractionBits), static_cast<int>(right >> fractionBits));
+        const auto firstColumn = static_cast<int>(left >> fractionBits);
+        const auto endColumn = static_cast<int>(right >> fractionBits);
+        if (isShort) {
+            addShortInterval(words, firstColumn, endColumn);
+        } else {
+            addInterval(words, firstColumn, endColumn);
+        }
         left += step;
         right += step;
         words += rows.wordsPerRow;

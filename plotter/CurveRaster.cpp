@@ -25,8 +25,8 @@ __attribute__((target("avx"))) void clearUpperHalves()
 }
 #endif
 
-/// Avoids the AVX-SSE transition penalty: dirty upper halves of the YMM registers, left by other code, slow down every SSE
-/// instruction below (measured: more than 2x). vzeroupper clears them.
+/// Avoids the AVX-SSE transition penalty: dirty upper halves of the YMM registers, left by other code, slow down every
+/// SSE instruction below (measured: more than 2x). vzeroupper clears them.
 void clearWideRegisters()
 {
 #ifdef CLEARS_WIDE_REGISTERS

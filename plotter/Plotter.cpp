@@ -18,9 +18,9 @@ constexpr char colorNameProperty[] = "ColorName";
 /**
  * The box of a curve.
  *
- * When a button of a group gets the focus, Qt takes all others from the Tab chain: of radio buttons the arrow keys reach
- * the rest. Curve boxes are independent of each other, and each stays a stop of its own. Has no meta-object of its own:
- * for others it is a QCheckBox.
+ * When a button of a group gets the focus, Qt takes all others from the Tab chain: of radio buttons the arrow keys
+ * reach the rest. Curve boxes are independent of each other, and each stays a stop of its own. Has no meta-object of
+ * its own: for others it is a QCheckBox.
  */
 class CurveBox final : public QCheckBox
 {

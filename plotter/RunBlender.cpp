@@ -1,59 +1,14 @@
 #include "RunBlender.h"
 
-#ifdef __SSE2__
-#include <emmintrin.h>
+#if defined(__GNUC__) && defined(__x86_64__)
+#include <immintrin.h>
+#define HAS_VECTORS
 #endif
-
-#ifdef __SSE2__
 
 namespace
 {
 
-constexpr int groupPixels = 16; // looked at together: curves cover few of 64 pixels, and these are neighbours
-constexpr int vectorPixels = 4;
-
-/// Eight channels, each in 16 bits, times \a kept / 255.
-__m128i faded(__m128i channels, __m128i kept)
-{
-    const __m128i product = _mm_mullo_epi16(channels, kept);
-    const __m128i rounded = _mm_add_epi16(_mm_add_epi16(product, _mm_srli_epi16(product, 8)), _mm_set1_epi16(128));
-    return _mm_srli_epi16(rounded, 8);
-}
-
-void blendVector(quint32 *pixels, __m128i chosen, __m128i source, __m128i kept)
-{
-    auto *const place = reinterpret_cast<__m128i *>(pixels);
-    const __m128i before = _mm_loadu_si128(place);
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i low = faded(_mm_unpacklo_epi8(before, zero), kept);
-    const __m128i high = faded(_mm_unpackhi_epi8(before, zero), kept);
-    const __m128i blended = _mm_add_epi8(source, _mm_packus_epi16(low, high));
-    _mm_storeu_si128(place, _mm_or_si128(_mm_and_si128(chosen, blended), _mm_andnot_si128(chosen, before)));
-}
-
-} // namespace
-
-void blendCovered(quint32 *pixels, quint64 covered, const BlendColor &color)
-{
-    const __m128i source = _mm_set1_epi32(static_cast<int>(color.source));
-    const __m128i kept = _mm_set1_epi16(static_cast<short>(color.kept));
-    for (int first = 0; first < blendedPixels; first += groupPixels) {
-        const auto group = static_cast<int>(covered >> first & 0xffffU);
-        if (group == 0) {
-            continue;
-        }
-        const __m128i bits = _mm_set1_epi32(group);
-        __m128i bit = _mm_setr_epi32(1, 2, 4, 8);
-        for (int index = first; index < first + groupPixels; index += vectorPixels) {
-            blendVector(pixels + index, _mm_cmpeq_epi32(_mm_and_si128(bits, bit), bit), source, kept);
-            bit = _mm_slli_epi32(bit, vectorPixels);
-        }
-    }
-}
-
-#else
-
-void blendCovered(quint32 *pixels, quint64 covered, const BlendColor &color)
+void blendSingly(quint32 *pixels, quint64 covered, const BlendColor &color)
 {
     for (int index = 0; index < blendedPixels; ++index) {
         if ((covered >> index & 1) != 0) {
@@ -62,4 +17,87 @@ void blendCovered(quint32 *pixels, quint64 covered, const BlendColor &color)
     }
 }
 
+#ifdef HAS_VECTORS
+
+constexpr int groupPixels = 16; // looked at together: curves cover few of 64 pixels, and these are neighbours
+
+// Both do the same, the one four pixels at a time, which every such processor can, the other eight.
+
+__m128i faded(__m128i channels, __m128i kept)
+{
+    const __m128i product = _mm_mullo_epi16(channels, kept);
+    const __m128i rounded = _mm_add_epi16(_mm_add_epi16(product, _mm_srli_epi16(product, 8)), _mm_set1_epi16(128));
+    return _mm_srli_epi16(rounded, 8);
+}
+
+void blendFours(quint32 *pixels, quint64 covered, const BlendColor &color)
+{
+    constexpr int vectorPixels = 4;
+    const __m128i source = _mm_set1_epi32(static_cast<int>(color.source));
+    const __m128i kept = _mm_set1_epi16(static_cast<short>(color.kept));
+    const __m128i zero = _mm_setzero_si128();
+    for (int first = 0; first < blendedPixels; first += groupPixels) {
+        const auto group = static_cast<int>(covered >> first & 0xffffU);
+        if (group == 0) {
+            continue;
+        }
+        const __m128i bits = _mm_set1_epi32(group);
+        __m128i bit = _mm_setr_epi32(1, 2, 4, 8);
+        for (int index = first; index < first + groupPixels; index += vectorPixels) {
+            auto *const place = reinterpret_cast<__m128i *>(pixels + index);
+            const __m128i before = _mm_loadu_si128(place);
+            const __m128i low = faded(_mm_unpacklo_epi8(before, zero), kept);
+            const __m128i high = faded(_mm_unpackhi_epi8(before, zero), kept);
+            const __m128i over = _mm_add_epi8(source, _mm_packus_epi16(low, high));
+            const __m128i chosen = _mm_cmpeq_epi32(_mm_and_si128(bits, bit), bit);
+            _mm_storeu_si128(place, _mm_or_si128(_mm_and_si128(chosen, over), _mm_andnot_si128(chosen, before)));
+            bit = _mm_slli_epi32(bit, vectorPixels);
+        }
+    }
+}
+
+__attribute__((target("avx2"))) inline __m256i faded(__m256i channels, __m256i kept)
+{
+    const __m256i product = _mm256_mullo_epi16(channels, kept);
+    const __m256i rounded =
+        _mm256_add_epi16(_mm256_add_epi16(product, _mm256_srli_epi16(product, 8)), _mm256_set1_epi16(128));
+    return _mm256_srli_epi16(rounded, 8);
+}
+
+__attribute__((target("avx2"))) void blendEights(quint32 *pixels, quint64 covered, const BlendColor &color)
+{
+    constexpr int vectorPixels = 8;
+    const __m256i source = _mm256_set1_epi32(static_cast<int>(color.source));
+    const __m256i kept = _mm256_set1_epi16(static_cast<short>(color.kept));
+    const __m256i zero = _mm256_setzero_si256();
+    const __m256i bit = _mm256_setr_epi32(1, 2, 4, 8, 16, 32, 64, 128);
+    for (int first = 0; first < blendedPixels; first += vectorPixels) {
+        const auto group = static_cast<int>(covered >> first & 0xffU);
+        if (group == 0) {
+            continue;
+        }
+        auto *const place = reinterpret_cast<__m256i *>(pixels + first);
+        const __m256i before = _mm256_loadu_si256(place);
+        const __m256i low = faded(_mm256_unpacklo_epi8(before, zero), kept);
+        const __m256i high = faded(_mm256_unpackhi_epi8(before, zero), kept);
+        const __m256i over = _mm256_add_epi8(source, _mm256_packus_epi16(low, high));
+        const __m256i chosen = _mm256_cmpeq_epi32(_mm256_and_si256(_mm256_set1_epi32(group), bit), bit);
+        _mm256_storeu_si256(place, _mm256_blendv_epi8(before, over, chosen));
+    }
+}
+
 #endif
+
+} // namespace
+
+QVector<BlendWay> blendWays()
+{
+    QVector<BlendWay> ways = {blendSingly};
+#ifdef HAS_VECTORS
+    ways.append(blendFours);
+    if (__builtin_cpu_supports("avx2")) {
+        ways.append(blendEights);
+    }
+#endif
+    return ways;
+}

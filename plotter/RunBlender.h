@@ -3,8 +3,9 @@
 #include <QColor>
 #include <QImage>
 #include <QRect>
+#include <QVector>
 
-/// What blendCovered() adds to a pixel, and how much of the pixel stays.
+/// What is added to a pixel, and how much of the pixel stays.
 struct BlendColor
 {
     quint32 source; ///< premultiplied ARGB
@@ -22,11 +23,14 @@ inline quint32 blended(quint32 pixel, const BlendColor &color)
     return color.source + static_cast<quint32>(wide >> 24 | wide);
 }
 
-constexpr int blendedPixels = 64; ///< by one call of blendCovered()
+constexpr int blendedPixels = 64; ///< by one call of a BlendWay
 
-/// Blends \a color over those of 64 \a pixels whose bit is set in \a covered, rounding as Qt's painter does. All 64
-/// pixels are read; those that are not covered may be written with what they were.
-void blendCovered(quint32 *pixels, quint64 covered, const BlendColor &color);
+/// Blends \a color over those of 64 \a pixels whose bit is set in \a covered, as blended() does. All 64 pixels are
+/// read; those that are not covered may be written with what they were.
+using BlendWay = void (*)(quint32 *pixels, quint64 covered, const BlendColor &color);
+
+/// What this processor can, the fastest last.
+QVector<BlendWay> blendWays();
 
 /**
  * Blends one colour over pixels in a part of an image, rounding as Qt's painter does.
@@ -39,7 +43,8 @@ public:
     /// \param image 32 bits per pixel, opaque or premultiplied; not owned
     /// \param part  within the image, device pixels
     RunBlender(QImage *image, const QRect &part, const QColor &color)
-        : m_color({qPremultiply(color.rgba()), static_cast<quint16>(255 - color.alpha())})
+        : m_blend(blendWays().constLast())
+        , m_color({qPremultiply(color.rgba()), static_cast<quint16>(255 - color.alpha())})
         , m_bytesPerLine(image->bytesPerLine())
         , m_firstLine(image->bits() + static_cast<qptrdiff>(part.top()) * m_bytesPerLine)
         , m_left(part.left())
@@ -60,7 +65,7 @@ public:
     void blendWord(int row, int column, quint64 covered) const
     {
         if (column + blendedPixels <= m_columns) {
-            blendCovered(pixelAt(row, column), covered, m_color);
+            m_blend(pixelAt(row, column), covered, m_color);
             return;
         }
         quint32 *const pixels = pixelAt(row, column);
@@ -89,6 +94,7 @@ private:
         return reinterpret_cast<quint32 *>(m_firstLine + static_cast<qptrdiff>(row) * m_bytesPerLine) + m_left + column;
     }
 
+    BlendWay m_blend;
     BlendColor m_color;
     int m_bytesPerLine;
     uchar *m_firstLine; // of the part

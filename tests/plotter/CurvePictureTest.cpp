@@ -4,11 +4,14 @@
 #include "GuardedTest.h"
 #include "PlotGeometry.h"
 #include "PlotterFixture.h"
+#include "RunBlender.h"
 
 #include <QPainter>
 #include <QPolygonF>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 
 namespace
 {
@@ -179,6 +182,31 @@ private slots:
                 const double off = distance(centre, stroke.from, stroke.to) - stroke.radius;
                 if (std::abs(off) > 1e-5) {
                     QCOMPARE(covered.contains(pixel), off < 0);
+                }
+            }
+        }
+    }
+
+    /// All ways of blending do the same, and nothing to pixels that are not covered.
+    void blending()
+    {
+        std::mt19937_64 random(1);
+        const QVector<BlendWay> ways = blendWays();
+        for (const int alpha : {0, 1, 100, 195, 254, 255}) {
+            const BlendColor over = {qPremultiply(qRgba(220, 20, 60, alpha)), static_cast<quint16>(255 - alpha)};
+            for (const quint64 covered : {quint64(0), ~quint64(0), quint64(1), quint64(1) << 63, quint64(random())}) {
+                QVector<quint32> before(blendedPixels);
+                std::generate(before.begin(), before.end(), [&] { return 0xff000000U | quint32(random()); });
+                QVector<quint32> expected = before;
+                for (int pixel = 0; pixel < blendedPixels; ++pixel) {
+                    if ((covered >> pixel & 1) != 0) {
+                        expected[pixel] = blended(before.at(pixel), over);
+                    }
+                }
+                for (const BlendWay way : ways) {
+                    QVector<quint32> pixels = before;
+                    way(pixels.data(), covered, over);
+                    QCOMPARE(pixels, expected);
                 }
             }
         }
