@@ -9,16 +9,16 @@
 namespace
 {
 
-constexpr unsigned int fewestIntervals = 5;
-constexpr unsigned int mostIntervals = 10;
-/// The span between two bounds of this size is a finite number, and every step it can get divides them: rounding
-/// outwards stays within them.
-constexpr double largestBound = 4e307;
-/// Bounds closer together than this, relative to their size, leave no digits to tell ticks apart.
-constexpr double leastRelativeSpan = 1e-12;
-constexpr double leastSpan = 1e-300;
-/// What rounding noise in the span may add to the wanted step without pushing it to the next one; as much as that in a
-/// span of the least size.
+constexpr unsigned int minimumIntervals = 5;
+constexpr unsigned int maximumIntervals = 10;
+/// The span between -4e307 and 4e307 does not overflow. Both are multiples of every step that such a span can get, so
+/// that rounding outwards does not exceed them.
+constexpr double maximumBound = 4e307;
+/// A span that is smaller in relation to its bounds leaves too few digits for ticks that differ.
+constexpr double minimumRelativeSpan = 1e-12;
+constexpr double minimumSpan = 1e-300;
+/// Relative error of the wanted step that does not lead to the next wider step: the rounding error of a span of
+/// minimumRelativeSpan.
 constexpr double stepTolerance = 1e-3;
 constexpr int digitsPerGroup = 3;
 
@@ -40,7 +40,7 @@ struct TickStep
         }
     }
 
-    /// \a count steps, rounded once: dividing by a power of ten is exact where multiplying by 0.2 is not.
+    /// \a count steps, rounded once: 3 / 10 is the double nearest to 0.3, 3 * 0.1 is not.
     double times(double count) const
     {
         const double units = count * mantissa;
@@ -49,7 +49,7 @@ struct TickStep
         return bound + 0.0; // no negative zero
     }
 
-    /// The number of whole steps at or below \a bound. The quotient is a first guess only, for it is rounded.
+    /// The largest n with n steps <= \a bound. The quotient is rounded and only a first guess.
     double countBelow(double bound) const
     {
         double count = std::floor(bound / times(1.0));
@@ -82,22 +82,22 @@ double finiteBound(double bound, double substitute)
     if (std::isnan(bound)) {
         bound = std::isnan(substitute) ? 0.0 : substitute;
     }
-    return qBound(-largestBound, bound, largestBound);
+    return qBound(-maximumBound, bound, maximumBound);
 }
 
-/// Puts bounds within the largest in order and so far apart that ticks between them differ.
+/// Swaps bounds (within +-maximumBound) that are in the wrong order, and widens a range whose ticks would not differ.
 void makeOrderedRange(double &min, double &max)
 {
     if (min > max) {
         std::swap(min, max);
     }
-    const double needed = qMax(leastSpan, leastRelativeSpan * qMax(std::fabs(min), std::fabs(max)));
+    const double needed = qMax(minimumSpan, minimumRelativeSpan * qMax(std::fabs(min), std::fabs(max)));
     if (max - min >= needed) {
         return;
     }
     const double margin = max > min ? needed : qMax(1.0, needed);
-    min = qMax(-largestBound, min - margin);
-    max = qMin(largestBound, max + margin);
+    min = qMax(-maximumBound, min - margin);
+    max = qMin(maximumBound, max + margin);
 }
 
 } // namespace
@@ -108,12 +108,12 @@ void BasicTools::adjustLinearAxis(double &min, double &max, unsigned int &ticks)
     double upper = finiteBound(max, min);
     makeOrderedRange(lower, upper);
 
-    const unsigned int wanted = qBound(fewestIntervals, ticks, mostIntervals);
+    const unsigned int wanted = qBound(minimumIntervals, ticks, maximumIntervals);
     TickStep step = smallestStep((upper - lower) / wanted);
     double first = step.countBelow(lower);
     double last = step.countAbove(upper);
-    // Rounding outwards may add an interval; beyond the most, the next call would choose a wider step than this one.
-    while (last - first > mostIntervals) {
+    // Rounding outwards may add an interval. An axis of more than the maximum would get another step at the next call.
+    while (last - first > maximumIntervals) {
         step = step.next();
         first = step.countBelow(lower);
         last = step.countAbove(upper);
@@ -138,7 +138,7 @@ QString BasicTools::intInsertDot(double value, int decimals)
     for (int position = pointPosition - digitsPerGroup; position > 0; position -= digitsPerGroup) {
         text.insert(position, QLatin1Char('.'));
     }
-    // What is rounded to zero is zero: a lone "-0" beside an axis looks like a fault.
+    // A negative value that is rounded to zero is written without its sign: "-0" on an axis looks like a fault.
     const bool isZero = std::all_of(text.cbegin(), text.cend(),
                                     [](QChar character) { return character == u'0' || character.isPunct(); });
     return value < 0.0 && !isZero ? QLatin1Char('-') + text : text;

@@ -13,8 +13,8 @@ namespace
 /**
  * Shows another icon in colours of its own.
  *
- * The picture is drawn and tinted at the size that is asked for, in device pixels, so that it is as crisp as its
- * source at every pixel ratio. Owned by its QIcon.
+ * The icon is drawn and tinted in the requested size in device pixels, so that it is as sharp as its source at every
+ * pixel ratio. Owned by its QIcon.
  */
 class TintedIconEngine final : public QIconEngine
 {

@@ -10,7 +10,7 @@ namespace
 
 constexpr qint64 nsPerMs = 1000000;
 constexpr qint64 percent = 100;
-/// Who has not asked for so long does not want to know any more. More than the longest sampling interval by far.
+/// A caller that has not asked again for this long leaves the queue. Much longer than the longest sampling interval.
 constexpr qint64 waitingExpiryNs = 500 * nsPerMs;
 
 bool isReplyTo(const Command &reply, const Command &request)

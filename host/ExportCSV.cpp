@@ -26,7 +26,7 @@ namespace
 constexpr int widthPixels = 640;
 constexpr int heightPixels = 420;
 
-/// Without it, spreadsheets read the file in the codec of the locale.
+/// Without it spreadsheets decode the file in the encoding of the locale.
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 
 const QString &separatorKey()
@@ -134,8 +134,8 @@ void ExportCSV::copy()
 void ExportCSV::save()
 {
     const QString standard = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    // Not the blocking static function: a dialog that belongs to this window dies with it, and asks about a file that
-    // exists after it has added the suffix.
+    // Not QFileDialog::getSaveFileName(): this dialog is deleted with its window, and adds the suffix before it asks
+    // whether to overwrite.
     auto *const dialog = new QFileDialog(this, tr("Save table"), AppSettings().value(folderKey(), standard).toString(),
                                          tr("Delimited text (*.csv);;All files (*)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -154,7 +154,7 @@ void ExportCSV::saveTo(const QString &path)
         reason = tr("The table is empty.");
     } else if (reason.isEmpty()) {
         QSaveFile file(path);
-        // A failed open or write is kept by the file, and commit() then says so.
+        // commit() reports a failed write, too.
         if (file.open(QIODevice::WriteOnly)) {
             file.write(byteOrderMark);
             file.write(saved.toUtf8());

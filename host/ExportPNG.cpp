@@ -15,16 +15,16 @@
 namespace
 {
 
-/// Keeps the file name below the 255 bytes that file systems take, whatever the script of the prefix.
-constexpr int longestPrefixCharacters = 64;
-constexpr int mostPicturesPerMillisecond = 1000;
+/// File names have at most 255 bytes, and a character has up to 3.
+constexpr int maximumPrefixCharacters = 64;
+constexpr int maximumPicturesPerMillisecond = 1000;
 
 QString translated(const char *text)
 {
     return QCoreApplication::translate("BasicTools", text);
 }
 
-/// The prefix as part of a file name: it names no folder, hides no file, and is valid on every platform.
+/// The prefix as the start of a file name that is valid on all platforms, is in no other folder and is not hidden.
 QString harmlessPrefix(QString prefix)
 {
     for (QChar &character : prefix) {
@@ -35,7 +35,7 @@ QString harmlessPrefix(QString prefix)
     while (prefix.startsWith(QLatin1Char('.')) || prefix.startsWith(QLatin1Char(' '))) {
         prefix.remove(0, 1);
     }
-    return prefix.isEmpty() ? QStringLiteral("picture") : prefix.left(longestPrefixCharacters);
+    return prefix.isEmpty() ? QStringLiteral("picture") : prefix.left(maximumPrefixCharacters);
 }
 
 QString pictureFolder()
@@ -48,10 +48,10 @@ QString pictureFolder()
     return standard.isEmpty() ? QDir::homePath() : standard;
 }
 
-/// Opens a file that did not exist before; the operating system sees to that even when two processes save at once.
+/// Creates a file and fails if it exists: safe even when two processes save at once.
 bool openNewFile(QFile &file, const QString &pathWithoutSuffix)
 {
-    for (int number = 1; number <= mostPicturesPerMillisecond; ++number) {
+    for (int number = 1; number <= maximumPicturesPerMillisecond; ++number) {
         const QString appendix = number == 1 ? QString() : QStringLiteral("_%1").arg(number);
         file.setFileName(pathWithoutSuffix + appendix + QStringLiteral(".png"));
         if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {

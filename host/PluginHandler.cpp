@@ -40,7 +40,7 @@ bool PluginHandler::addModulePlugin(KAROModuleInterface *module)
         return false;
     }
     m_modules.append(module);
-    // Signatures without blanks are found without being normalized first.
+    // A signature without blanks needs no normalisation by Qt.
     // clang-format off
     connect(module, SIGNAL(destroyed(QObject*)), SLOT(forgetModule(QObject*)));
     // clang-format on
@@ -84,7 +84,7 @@ void PluginHandler::forgetModule(QObject *module)
 
 void PluginHandler::notifyContainers(KAROModuleInterface *module, const QString &message)
 {
-    // Whatever a container does on the notice (die, add or remove modules), the others are told of live things only.
+    // A container may destroy containers or add and remove modules in its handler: nothing destroyed is passed on.
     const QPointer<KAROModuleInterface> guard = module;
     const QList<QPointer<ContainerInterface>> containers = m_containers;
     for (const QPointer<ContainerInterface> &container : containers) {

@@ -62,7 +62,7 @@ qint32 AxisCombo::value() const
 {
     const auto shifted = static_cast<quint32>(static_cast<qint32>(reply.value()) >> (shift & shiftCountMask));
     const quint32 field = shifted & mask & ~signBit;
-    // Without a sign bit the test holds always and takes nothing away.
+    // With signBit 0 the condition is always true, and subtracting 0 changes nothing.
     const bool isNegative = (shifted & signBit) == signBit;
     return static_cast<qint32>(isNegative ? field - signBit : field);
 }

@@ -8,10 +8,10 @@
 class CommandHandlerInterface;
 
 /**
- * One value source: the request that reads a value from a module, the reply to it, and how the reply's 32 bit become a
- * number.
+ * One value source: the request that reads a value from a module, its reply, and the bit field of the reply that holds
+ * the value.
  *
- * Made once per curve and axis and meant to live as long as the process. GUI thread.
+ * There is one per curve and axis; it is never deleted. GUI thread.
  */
 class AxisCombo
 {
@@ -27,33 +27,33 @@ public:
     AxisCombo(CommandHandlerInterface *moduleHandler, unsigned char address);
 
     /**
-     * Reads from \a module from now on, through its channel \a moduleHandler; which value, says setRequest().
+     * Reads from \a module from now on, through its channel \a moduleHandler; setRequest() chooses the value.
      * Neither is owned. The source is off once the module has been destroyed.
      */
     void bind(QObject *module, CommandHandlerInterface *moduleHandler, unsigned char address);
 
-    /// Reads from no module any more, until bind() is called again.
+    /// Unbinds the source from its module, until bind() is called again.
     void switchOff();
 
-    /// Whether there is a channel to read from.
+    /// Whether the source has a channel and its module still exists.
     bool isOn() const;
 
     /**
-     * Takes over a copy of \a command, and the bit field in which its reply carries the value.
+     * Copies \a command as the request, and sets the bit field of the reply that holds the value.
      *
      * \param command  may be this source's own request
      * \param offset   bit offset of the field, taken modulo 32
-     * \param width    width of the field, bit; 32 and more mean the whole value, 0 an empty field
+     * \param width    width of the field, bit; 32 and more: the whole value; 0: the value is always 0
      * \param isSigned whether the field's top bit is its sign
      */
     void setRequest(Command *command, unsigned char offset, unsigned char width, bool isSigned);
 
-    /// The reply's value: the bit field, sign-extended when it was set up as signed.
+    /// The bit field of the reply, sign-extended if setRequest() made it signed.
     qint32 value() const;
 
     CommandHandlerInterface *handler; ///< not owned; null means that the source is off
-    quint8 shift;                     ///< bit position of the value in the reply, bit
-    CommandCombo pair;                ///< request and reply as a channel takes them
+    quint8 shift;                     ///< bit offset of the field in the reply, bit
+    CommandCombo pair;                ///< request and reply as the channel expects them
     Command &request;                 ///< of the pair
     Command &reply;                   ///< of the pair
     quint32 mask;                     ///< applied after shifting
@@ -63,5 +63,5 @@ private:
     Q_DISABLE_COPY(AxisCombo)
 
     bool m_isBound = false;
-    QPointer<QObject> m_module; // to which the source is bound
+    QPointer<QObject> m_module; // null before bind(), and when it has been destroyed
 };

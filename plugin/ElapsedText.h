@@ -3,10 +3,10 @@
 #include <QString>
 
 /**
- * The time between two samples as the rate label shows it.
+ * The text of the rate label: the time between two samples.
  *
- * Up to 10 ms in microseconds, in steps of 100, in a field of 5 characters; above in whole milliseconds, in a field of
- * 4. Halves are rounded up.
+ * Up to 10 ms: microseconds, rounded to 100, right-aligned in 5 characters. Above: milliseconds, rounded, right-aligned
+ * in 4 characters. Halves are rounded up.
  *
  * \param elapsedNs elapsed time, ns, more than 0
  */

@@ -4,14 +4,14 @@
 #include <vector>
 
 /**
- * What is made once and lives as long as the process, on purpose: records that a command channel may still write to, and
- * files of recordings. All of it is reachable from one list while the plugin's file is loaded, so that it is no leak.
- * GUI thread.
+ * Objects that are never deleted on purpose: records that a command channel may still write to, and the files of
+ * recordings. As long as the plugin's file is loaded all of them are reachable from one list, so that leak checkers do
+ * not report them. GUI thread.
  */
 namespace KeptForProcess
 {
 
-/// Everything that is kept. The list is never destroyed: it has to outlive all static objects.
+/// All kept objects. The list itself is never destroyed, so that it outlives all static objects.
 std::vector<const void *> &objects();
 
 template<typename Object, typename... Arguments> Object *make(Arguments &&...arguments)

@@ -15,7 +15,7 @@ bool LogFile::open(QIODevice::OpenMode mode)
 {
     constexpr mode_t permissions = 0666; // less the user's mask
     const int access = (mode & QIODevice::ReadOnly) != 0 ? O_RDWR : O_WRONLY | O_TRUNC;
-    // Not blocking, and looked at when it is open: nothing can take the file's place in between.
+    // Opened without blocking and checked by its descriptor: the file cannot be replaced between check and opening.
     const int descriptor = ::open(QFile::encodeName(m_name).constData(),
                                   access | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
     if (descriptor < 0) {
@@ -48,7 +48,7 @@ LogFile::LogFile(QFile *file, QIODevice::OpenMode mode) : m_file(file), m_name(f
 LogFile::~LogFile()
 {
     m_file->close();
-    m_file->setFileName(m_name); // which a file that was opened by its descriptor forgets
+    m_file->setFileName(m_name); // opening by a descriptor has cleared the name
 }
 
 bool LogFile::isOpen() const
@@ -68,7 +68,7 @@ bool LogFile::append(const QString &text)
     const bool isWritten = m_file->flush();
     m_file->close();
     if (!isWritten) {
-        QFile::resize(m_name, sizeBefore); // half a line would run into the next one
+        QFile::resize(m_name, sizeBefore); // the next line would continue a partial one
     }
     return isWritten;
 }

@@ -6,15 +6,15 @@
 class QFile;
 
 /**
- * The file of a recording while something is written to it: open from construction until append() or destruction.
+ * Writes to the file of a recording: open from construction until append() or destruction.
  *
- * A FIFO counts as a file that cannot be opened: without a reader, opening it would wait for one and hold up the host,
- * and it cannot be opened again for each line. On the stack of one function; GUI thread.
+ * A FIFO is treated as a file that cannot be opened: opening it would block the host until there is a reader, and it
+ * cannot be opened again for each line. To be used as a local variable; GUI thread.
  */
 class LogFile
 {
 public:
-    /// \param file is opened in \a mode under its name; not owned
+    /// Opens \a file (not owned) in \a mode by its name; see isOpen().
     LogFile(QFile *file, QIODevice::OpenMode mode);
     ~LogFile();
 
@@ -22,7 +22,8 @@ public:
 
     /**
      * Appends \a text and closes the file.
-     * \return false when not all of it could be written, as on a full disk; what was is cut off again
+     * \return false when \a text could not be written completely, as on a full disk; the file then has its previous
+     *         size
      */
     bool append(const QString &text);
 

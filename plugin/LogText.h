@@ -11,7 +11,7 @@
 namespace LogText
 {
 
-/// What the two header lines say of one curve.
+/// The fields of one curve in the two header lines.
 struct CurveCaptions
 {
     QString xModule;
@@ -29,7 +29,7 @@ QString pointFields(const QPointF &point);
 /// The two empty fields of a curve that repeats its last point.
 QString repeatedPointFields();
 
-/// One data line of the given number.
+/// The data line with number \a number (1 and up) and the given fields.
 QString dataLine(int number, const QString &fields);
 
 } // namespace LogText

@@ -23,7 +23,7 @@ constexpr int commandInputOutput = 15;
 constexpr int userVariableBank = 2;
 constexpr int parameterNumbers = 256;
 constexpr int narrowFieldBits = 3; // fields up to this width are flags, not values to plot
-constexpr int fractionLimit = 4;   // a register cut into more fields than this is a bag of flags
+constexpr int fractionLimit = 4;   // a register with more fields than this is regarded as a set of flags
 
 QString translated(const char *text)
 {
@@ -64,7 +64,7 @@ std::array<const Parameter *, parameterNumbers> firstByNumber(const QMap<QString
     return found;
 }
 
-/// Appends rows of three items to a model, starting at row 0 whatever rows the model was made with.
+/// Writes rows of three items to a model from row 0 on, over rows that it already has.
 class RowWriter
 {
 public:
@@ -147,7 +147,8 @@ struct InputOutputGroup
 {
     QString mapName;
     int bank;
-    // Inputs and outputs belong to the module as a whole. The bank is worded as a motor, whatever motor is shown.
+    // Inputs and outputs belong to the whole module: these texts call their bank a motor, independently of the motor
+    // shown.
     const char *toolTip;
     const char *statusTip;
 };
@@ -176,7 +177,7 @@ void appendInputsAndOutputs(RowWriter &writer, const QMap<QString, Parameter> &p
 
 QList<Register *> fractionsOf(Register *candidate)
 {
-    // By class name and not by type: the host's own build of the class is the one that counts.
+    // By class name: qobject_cast would fail if this plugin and the host had separate copies of the meta-object.
     void *const set = candidate->qt_metacast("RegisterSet");
     return set == nullptr ? QList<Register *>() : HostAccess::fractions(*static_cast<RegisterSet *>(set));
 }

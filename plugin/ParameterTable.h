@@ -10,8 +10,8 @@ class QStandardItemModel;
 class Register;
 
 /**
- * The tables of a module's values that can be sampled, one value per row, ready to be turned into a request: see
- * TableRole for what the items carry. Rows are written from row 0 on.
+ * Builds the tables of those values of a module that can be sampled, one value per row. The items carry the parts of
+ * the value's request, see TableRole. Rows are written from row 0 on.
  */
 namespace ParameterTable
 {
@@ -25,13 +25,13 @@ void fillAxisTable(QStandardItemModel *model, KAROModuleInterface *module, int m
 /**
  * Fills \a model with the registers and register fields wider than 3 bit, sorted by title.
  * \param command  number of the command that reads a register, see RegisterCommand
- * \param signIcon shown beside the box that makes a field signed; one for all rows and tables, because each copy of its
- *                 own has its own pixmaps, and its own entries in Qt's cache of scaled ones
+ * \param signIcon shown beside the check box that makes a field signed. All rows share one icon, because every
+ *                 separately loaded one has its own pixmaps and its own entries in QPixmapCache.
  */
 void fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command,
                        const QIcon &signIcon);
 
-/// The caption of a table: its module and motor. Empty without a model.
+/// The caption of a table: its module and motor, or register list. Empty for a null model.
 QString caption(const QAbstractItemModel *model);
 
 } // namespace ParameterTable

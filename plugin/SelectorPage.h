@@ -7,20 +7,20 @@ class QTableView;
 class QWidget;
 
 /**
- * A selector page as its parts are found from one of them: module box, motor box and table, in this order, in the
- * page's layout. Owns nothing.
+ * Finds the parts of a selector page from any one of them: module box, motor box and table, which are in the page's
+ * layout in this order. Owns nothing.
  */
 class SelectorPage
 {
 public:
-    /// \param part one of the three widgets of a page; anything else, null too, gives a page that is not valid
+    /// \param part one of the three widgets of a page; null and other widgets give an invalid page
     explicit SelectorPage(const QWidget *part);
 
     bool isValid() const;
 
-    /// What the names of the page's parts have in common: curve index and axis, for example "0X".
+    /// The common suffix of the parts' object names: curve index, page stack and axis, reduced to "0X" for example.
     QString suffix() const;
-    /// The curve's index as the suffix gives it, in one digit: there may be ten curves.
+    /// The index of the curve, 0 to 9: the first digit of the suffix.
     int curve() const;
     bool isX() const;
     bool isY() const;
@@ -30,10 +30,10 @@ public:
     ComboBox *motorBox() const;
     QTableView *table() const;
 
-    /// The key in the module box's current entry; empty when there is none.
+    /// The module key of the module box's current entry; empty without one.
     QString currentModuleKey() const;
 
-    /// The settings key under which the chosen row of the present module and motor is remembered.
+    /// The settings key of the row that was last chosen for the current module and motor.
     QString rememberedRowKey() const;
 
 private:

@@ -12,8 +12,8 @@ constexpr int MotorBank = Qt::UserRole + 3; ///< column 0: motor or bank
 constexpr int BitOffset = Qt::UserRole + 4; ///< column 1, registers only: bit offset of the field, bit
 constexpr int BitWidth = Qt::UserRole + 5;  ///< column 1, registers only: width of the field, bit
 
-/// Horizontal header: module and motor, or register list. In a parameter or register table of section 0 alone, in an
-/// exported one of every column: see ExportCSV::captionRole.
+/// Horizontal header: module and motor, or register list. Set for section 0 of a parameter or register table, and for
+/// every column of an exported table, where it is ExportCSV::captionRole.
 constexpr int Caption = Qt::UserRole + 6;
 
 } // namespace TableRole

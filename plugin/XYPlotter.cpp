@@ -46,14 +46,14 @@ XYPlotter::XYPlotter(const QString &name, PluginHandler *handler)
 
 XYPlotter::~XYPlotter()
 {
-    // A channel may be reading a source just now, and its module go next: nobody would switch the source off then. The
-    // request stays as it is, for it may still have to be sent.
+    // This destructor may run during an exchange, and the modules may be destroyed before that exchange returns: it
+    // must find the sources off. switchOff() would change the request, which the channel may not have sent yet.
     for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
         curve->x->handler = nullptr;
         curve->y->handler = nullptr;
     }
     if (askingForLogFile) {
-        // The box is still in the click that opened the dialog, and looks at itself afterwards: log() lets it go.
+        // The click on the box that opened the dialog is still being processed: log() deletes the box afterwards.
         ui->cbLog->setParent(nullptr);
     }
     delete ui;
@@ -93,7 +93,7 @@ void XYPlotter::init(QWidget *parent)
     slider->setValue(static_cast<int>((slider->maximum() - slider->minimum()) / startRateDivisor));
     slider->hide();
     ui->labelRate->hide();
-    // An opening without a closing in between starts one timer more; the earlier one goes on.
+    // If init() is called again without finished(), the earlier timer keeps running.
     refreshTimerId = startTimer(refreshIntervalMs, Qt::CoarseTimer);
     recording = false;
 }

@@ -31,12 +31,12 @@ class Ui_XYPlotter;
 /**
  * The container plugin: up to four curves, each of one live value over another.
  *
- * The host makes one root object, which only serves to be cloned, and owns the clones. It makes a container window the
- * parent of a clone and calls init() at every opening: the first one builds everything, later ones only reconnect.
- * When the window closes, the plugin leaves it and keeps its curves, sources and settings until the next opening.
+ * The host creates one root object, which is only cloned, and owns the clones. At every opening it makes a container
+ * window the parent of a clone and calls init(): the first call builds the window, later ones only reconnect. When the
+ * window closes, the plugin removes itself from it and keeps its curves, sources and settings until the next opening.
  *
- * Two timers drive it, both on the GUI thread: the sampling timer asks the modules and collects points, the refresh
- * timer hands the points to the plot. Everything else happens in slots that tell their callers by the sender.
+ * Two timers on the GUI thread drive it: the sampling timer reads the modules and collects points, the refresh timer
+ * passes the points to the plot. Everything else happens in slots, which use sender() to find out what was clicked.
  */
 class XYPlotter : public ContainerInterface
 {
@@ -45,8 +45,8 @@ class XYPlotter : public ContainerInterface
     Q_INTERFACES(ContainerInterface)
 
 public:
-    /// One curve. The records and what they point to are made once and live as long as the process, so that a channel
-    /// that still holds a request never writes into memory that is gone.
+    /// One curve. Neither the record nor what it points to is ever deleted, so that a channel that still holds a
+    /// request never writes to freed memory.
     struct XYaxisCombo
     {
         AxisCombo *x = nullptr;
@@ -59,7 +59,7 @@ public:
         QAbstractItemModel *yModel = nullptr;
     };
 
-    /// The root object that the plugin loader asks for: it is cloned and never shown.
+    /// The root object, for the plugin loader: it is cloned and never shown.
     XYPlotter();
     /**
      * A working instance.
@@ -69,7 +69,8 @@ public:
     XYPlotter(const QString &name, PluginHandler *handler);
     ~XYPlotter() override;
 
-    // One of the two overrides, for the base's may be const. Neither says "override", which the other would not be.
+    // One of the two overrides the base's version(), which is const in some hosts. "override" would fail on the other
+    // one.
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_CLANG("-Winconsistent-missing-override")
     QString version();       // NOLINT(modernize-use-override)
@@ -141,8 +142,8 @@ private:
     PlotSettings plotSettings;
     bool recording = false;
     int lineCounter = 0;
-    QFile *logFile = nullptr; // never deleted: the file of a recording outlives it
+    QFile *logFile = nullptr; // see KeptForProcess
     bool askingForLogFile = false;
-    QIcon signIcon;        // of all register tables, from the first opening on
-    QString pendingHeader; // of the recording, while it could not be written
+    QIcon signIcon;        // shared by all register tables; null before the first opening
+    QString pendingHeader; // of the recording; empty once it has been written
 };

@@ -1,4 +1,4 @@
-// The window's commands: all buttons end in one slot, which tells them by the sender.
+// The window's commands: all buttons are connected to one slot, which distinguishes them by sender().
 
 #include "AxisCombo.h"
 #include "ParameterTable.h"
@@ -50,7 +50,7 @@ void XYPlotter::btnClicked(int idx)
     } else if (origin == ui->btnResetData) {
         clearPoints();
     } else if (origin == &plotter->curveButtons || origin == plotter->showAllDataCheck) {
-        // The set of curves in the data lines changes: they would no longer fit their header.
+        // The curves in the data lines change, and would not match the header any more.
         stopRecording();
     }
 }
@@ -76,8 +76,8 @@ void XYPlotter::exportPoints()
     for (int index = 0; index < axisCombos.size(); ++index) {
         const int size = axisCombos.at(index)->points->size();
         rows = qMax(rows, size);
-        // Counted by this rule, filled by another: a curve of one point takes its columns beyond the counted ones
-        // when its box is off, and a curve without points leaves its columns empty when its box is on.
+        // Not the rule by which columns are filled below: a curve of one point whose box is off gets columns beyond the
+        // counted ones, and a curve without points whose box is on leaves two columns empty.
         if (size > 1 || isRecorded(index)) {
             ++pairs;
         }
@@ -97,7 +97,7 @@ void XYPlotter::exportPoints()
         column += 2;
     }
     QWidget *const window = parentWidget();
-    // No literal of the plugin: the window may outlive the plugin's file, and its constants are gone with that.
+    // Copied to the heap, unlike QStringLiteral: the window may outlive the plugin's file and its static data.
     const QString windowName = QString::fromLatin1("ExportXY");
     if (window != nullptr) {
         if (auto *const previous = window->findChild<ExportCSV *>(windowName)) {
@@ -114,7 +114,7 @@ void XYPlotter::clearPoints()
     for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
         curve->points->resize(0);
     }
-    // The plot keeps the old drawing of a curve until its next point, which also resets the range.
+    // The plot keeps drawing the old points of a curve until its next point, which also resets the range.
     setStartRange();
     applyPlotSettings();
 }

@@ -30,7 +30,7 @@ void XYPlotter::handleModulePlugin(KAROModuleInterface *plugin, QString msg)
     qCDebug(debLowLevel) << "virtual void XYPlotter::handleModulePlugin(KAROModuleInterface*, QString)"
                          << static_cast<void *>(plugin) << msg;
     QTimer::singleShot(moduleNoticeDelayMs, this, SLOT(updateModuleList()));
-    // Whichever module came or went: no source may be read before it has been chosen again.
+    // For any module that comes or goes: no source may be read until it has been chosen again.
     for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
         for (AxisCombo *const source : {curve->x, curve->y}) {
             source->switchOff();
@@ -43,7 +43,7 @@ void XYPlotter::updateModuleList()
     const int selectedCurve = curveRadioButtons.checkedId();
     const QList<ComboBox *> boxes = findChildren<ComboBox *>(QRegularExpression(QStringLiteral("cmbm.+")));
     for (int position = 0; position < boxes.size(); ++position) {
-        // By position alone, not by the box's name: every curve gets its turn, twice.
+        // By position and not by the box's name: every curve is selected twice.
         if (QAbstractButton *const button = curveRadioButtons.button(position / boxesPerCurve)) {
             button->click();
         }
@@ -68,12 +68,11 @@ void XYPlotter::updateModuleList(ComboBox *combo)
         }
         const QVariantList entryData{key, module->name()};
         const QString label = composeModuleLabel(key, module);
-        Q_UNUSED(label) // asked for and not shown: the entry's text stays the key
+        Q_UNUSED(label) // composing it calls the modules; the text shown is the key
         combo->addItem(QIcon(), entryIndent + key, entryData);
     }
     combo->setCurrentIndex(-1);
-    // Without a module to choose the box stays silent until a later refill finds one. Entry 0 is the blank that
-    // clear() left.
+    // Without modules the signals of the box stay blocked until a later refill. Entry 0 is the blank one of clear().
     if (combo->count() > 1) {
         combo->blockSignals(false);
         combo->removeItem(0);
@@ -114,7 +113,7 @@ void XYPlotter::setModule(int idx)
     }
     const int axes = static_cast<int>(module->numberOfAxes());
     const SelectorPage page(combo);
-    // A module chosen on the page of one curve drives this axis of all curves.
+    // A module that is chosen on the page of one curve becomes the source of this axis for all curves.
     for (const XYaxisCombo *const curve : qAsConst(axisCombos)) {
         if (AxisCombo *const source = page.isX() ? curve->x : page.isY() ? curve->y : nullptr) {
             source->bind(module, module->commandHandlerInterface(),
@@ -129,20 +128,20 @@ void XYPlotter::setModule(int idx)
     const bool hasMotorChoice = axes >= 2 || hasRegisters;
     motorBox->setVisible(hasMotorChoice);
     motorBox->resetLastIndex();
-    // Not blocked: the blank entry that clear() makes current shows the table of motor 0 at once.
+    // Signals are not blocked: clear() makes its blank entry current, which shows the table of motor 0 at once.
     motorBox->clear();
     if (hasMotorChoice) {
         fillMotorBox(motorBox, *module, axes, hasRegisters);
     }
     motorBox->setCurrentIndex(-1);
     if (motorBox->count() > 1) {
-        motorBox->removeItem(0); // the blank; from here on the row is the number of the axis
+        motorBox->removeItem(0); // the blank entry: now the row is the number of the axis
     }
 }
 
 void XYPlotter::fillMotorBox(ComboBox *motorBox, const KAROModuleInterface &module, int axes, bool hasRegisters)
 {
-    QVariantList keys; // one copy of the key more with each entry; readers take the first
+    QVariantList keys; // grows by one copy of the key with each entry; only the first is read
     for (int axis = 0; axis < axes; ++axis) {
         keys.append(module.key());
         motorBox->addItem(QStringLiteral("  Axis ") + QString::number(axis), keys);

@@ -1,5 +1,4 @@
-// The CSV recording. The file is opened for each line and closed behind it: what has been logged is out of this
-// process at once and survives whatever happens to it.
+// The CSV recording. The file is opened and closed for each line, so that logged lines survive a crash of the process.
 
 #include "KeptForProcess.h"
 #include "LogFile.h"
@@ -61,7 +60,7 @@ void XYPlotter::log(bool checked)
     logFile = KeptForProcess::make<QFile>(fileName);
     LogFile file(logFile, QIODevice::WriteOnly);
     if (!file.isOpen()) {
-        return; // the box stays checked: unchecking it ends nothing that has begun
+        return; // the box stays checked, although nothing is recorded
     }
     QVector<LogText::CurveCaptions> captions;
     const QList<XYaxisCombo *> curves = axisCombos;
@@ -72,7 +71,7 @@ void XYPlotter::log(bool checked)
         }
     }
     const QString header = LogText::header(captions);
-    // The disk is full: the header is written with the first line that can be.
+    // On a full disk the header is written with the first line that fits.
     pendingHeader = file.append(header) ? QString() : header;
     recording = true;
     lineCounter = 1;
@@ -89,7 +88,7 @@ void XYPlotter::appendToLog(const QString &fields)
     qDebug().noquote() << "virtual void XYPlotter::timerEvent(QTimerEvent*)"
                        << "new line: " << QString::number(lineCounter) << ";" << fields
                        << qUtf8Printable(HostAccess::lineEnd());
-    // A line that finds no room on a full disk is lost whole; the number left out tells of it.
+    // A line that does not fit on a full disk is lost as a whole; its number is missing in the file.
     if (file.append(pendingHeader + line)) {
         pendingHeader.clear();
     }

@@ -1,4 +1,4 @@
-// The two timers: sampling asks the modules and collects points, refreshing hands the points to the plot.
+// The two timers: sampling reads the modules and collects points, refreshing passes the points to the plot.
 
 #include "AxisCombo.h"
 #include "ElapsedText.h"
@@ -26,8 +26,8 @@ constexpr int slowestIntervalMs = 100;
 /**
  * Reads both sources, X first when they are on two channels.
  *
- * \return false when a source was switched off or chosen anew meanwhile: a channel may let through that a module comes
- *         or goes, or that the plugin is destroyed, and then the channels may be gone
+ * \return false when a source was switched off or bound again during the exchange: some channels process events while
+ *         they wait, so that a module may come or go, or the plugin may be destroyed, and the channels with them
  */
 bool exchangeBoth(AxisCombo *x, AxisCombo *y)
 {
@@ -48,7 +48,7 @@ bool exchangeBoth(AxisCombo *x, AxisCombo *y)
     if (!isStillChosen()) {
         return false;
     }
-    // Only X's channel leaves circular mode: Y's may be in it for a tool of its own.
+    // Only X's channel leaves circular mode: another tool may need it on Y's.
     xHandler->setCircularMode(false);
     return true;
 }
@@ -65,7 +65,7 @@ void XYPlotter::setRate(int value)
     QSlider *const slider = ui->horizontalSliderRate;
     const int intervalMs = slowestIntervalMs - value;
     slider->setToolTip(tr("Intervall %1 ms").arg(intervalMs));
-    // The id stays after the timer is killed: it tells that sampling has run, and killing it again only warns.
+    // The id is kept after the timer was killed. Killing it again only prints a warning.
     if (sampleTimerId != 0) {
         killTimer(sampleTimerId);
     }
@@ -102,7 +102,7 @@ void XYPlotter::sampleAll()
         }
         const bool wasRead = exchangeBoth(curve->x, curve->y);
         if (self.isNull()) {
-            return; // the channel let something through that destroyed this plugin
+            return; // this plugin was destroyed during the exchange
         }
         if (!wasRead) {
             continue;
@@ -134,7 +134,7 @@ QString XYPlotter::takePoint(XYaxisCombo *curve, bool *hasNewData)
 {
     const QPointF point = *curve->point;
     if (curve->points->isEmpty()) {
-        // The first point opens the range and is never logged: it only shows where the curve starts.
+        // The first point of a curve sets the range and is not logged.
         startCurve(curve);
         return {};
     }
@@ -162,7 +162,7 @@ void XYPlotter::startCurve(XYaxisCombo *curve)
 
 void XYPlotter::extendTrail(const QPointF &point)
 {
-    // From the item and not from the last trail: of all samples between two refreshes the trail keeps the latest.
+    // Starts from the item's polygon at each sample: of all samples between two refreshes only the latest is kept.
     trail = trailItem->polygon();
     trail.append(point);
     if (trail.size() > trailCapPoints) {
@@ -190,7 +190,7 @@ void XYPlotter::refreshAll()
         plotter->setCurveData(index, *curve->points);
     }
     if (bounds.width() > 0 && bounds.height() > 0) {
-        // What a cut curve still covers replaces what other curves have widened.
+        // The bounds of the cut curves replace the range, including what other curves have widened.
         plotSettings.minX = bounds.left();
         plotSettings.maxX = bounds.left() + bounds.width();
         plotSettings.minY = bounds.top();

@@ -1,4 +1,4 @@
-// The selector pages: tables of values, and how a click on a row becomes a source of a curve.
+// The selector pages: the tables of values, and the choice of a row as the source of a curve.
 
 #include "AxisCombo.h"
 #include "ChoiceTable.h"
@@ -115,7 +115,7 @@ QTableView *XYPlotter::createTable(const QString &name, QWidget *parent)
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setMouseTracking(true);
-    table->setTabKeyNavigation(false); // or Tab would never leave the table
+    table->setTabKeyNavigation(false); // so that Tab leaves the table
     return table;
 }
 
@@ -174,7 +174,7 @@ void XYPlotter::replaceTable(const SelectorPage &page, QStandardItemModel *model
 {
     QAbstractItemModel *const replaced = page.table()->model();
     page.table()->setModel(model);
-    releaseTable(replaced); // and with it the selection models that the view and its headers had for it
+    releaseTable(replaced); // deletes the selection models of the view and its headers, too
 }
 
 void XYPlotter::releaseTable(QAbstractItemModel *model)
@@ -182,7 +182,8 @@ void XYPlotter::releaseTable(QAbstractItemModel *model)
     if (model == nullptr || model->parent() != this) {
         return;
     }
-    // Curves read their captions from the tables from which they were chosen, shown or not. No table is shown twice.
+    // Curves read their captions from the table they were chosen from, even if it is not shown. No table is in two
+    // views.
     const auto isRead = [model](const XYaxisCombo *curve) { return curve->xModel == model || curve->yModel == model; };
     if (std::none_of(axisCombos.cbegin(), axisCombos.cend(), isRead)) {
         model->deleteLater();
@@ -210,7 +211,7 @@ void XYPlotter::itemClicked(QModelIndex index)
     QAbstractButton *const curveButton = plotter->curveButtons.button(curveIndex);
     if (isX) {
         curve->xModel = model;
-        // X only: the caption has been looked up in this line for as long as there are logs of it.
+        // For X only: readers of these messages expect one per choice of X, with the caption of its table.
         qDebug() << "Model   :" << model << model->headerData(0, Qt::Horizontal, TableRole::Caption);
         curve->xName = name;
         curveButton->setProperty(DynamicProperty::CaptureX, name);

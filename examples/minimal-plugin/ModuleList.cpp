@@ -38,22 +38,22 @@ ModuleList *ModuleList::clone(QString name, PluginHandler *handler)
 void ModuleList::init(QWidget *window)
 {
     Q_UNUSED(window)
-    if (m_list == nullptr) { // widgets are made once and kept from one opening to the next
+    if (m_list == nullptr) { // widgets are created at the first opening and kept
         m_count = new QLabel;
         m_list = new QListWidget;
         auto *const layout = new QVBoxLayout(this);
         layout->addWidget(m_count);
         layout->addWidget(m_list);
     }
-    // A place in the host's workspace. Without it the container gets a window of its own.
+    // A window within the host's workspace. Without it the container gets a top-level window.
     setProperty(DynamicProperty::WindowFlags, static_cast<unsigned int>(Qt::SubWindow));
     showModules();
 }
 
 void ModuleList::handleModulePlugin(KAROModuleInterface *module, QString message)
 {
-    // The registry is up to date by now. Pointers to a module that goes have to be dropped here: it is destroyed after
-    // this call.
+    // The registry is already up to date. A module that goes is destroyed after this call: pointers to it have to be
+    // cleared here.
     Q_UNUSED(module)
     Q_UNUSED(message)
     if (m_list != nullptr) {

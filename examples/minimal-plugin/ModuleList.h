@@ -6,15 +6,15 @@ class QLabel;
 class QListWidget;
 
 /**
- * A container that counts and lists the connected modules, and follows when they come and go.
+ * A container that counts and lists the connected modules, and updates the list when they come and go.
  *
- * The host makes one object by the constructor without arguments, which it never shows, and clones it for every
- * container that a person wants. The clones are owned by the host. GUI thread.
+ * The host creates one object by the constructor without arguments, which it never shows, and clones it for every
+ * container that the user opens. The clones are owned by the host. GUI thread.
  */
 class ModuleList : public ContainerInterface
 {
     Q_OBJECT
-    // What the host reads in the file before it runs any of its code; the JSON file says "this is a container".
+    // The host reads this metadata before it runs any code of the file; the JSON file declares a container.
     Q_PLUGIN_METADATA(IID ContainerInterface_iid FILE "ModuleList.json")
     Q_INTERFACES(ContainerInterface)
 
@@ -25,10 +25,10 @@ public:
     QString version() override;
     ModuleList *clone(QString name, PluginHandler *handler) override;
 
-    /// Called at every opening; \a window is the new parent, and gone when the container is closed.
+    /// Called at every opening; \a window is the new parent and is destroyed when the container is closed.
     void init(QWidget *window) override;
 
-    /// A module came or went; called for as long as the clone lives, shown or not.
+    /// Called when a module comes or goes, until the clone is destroyed, even while it is not shown.
     void handleModulePlugin(KAROModuleInterface *module, QString message) override;
 
 private:

@@ -1,9 +1,9 @@
 /**
  * Renders a drawing into an icon file with a picture for every usual size: render_icons DRAWING.svg ICON.ico
  *
- * The host's resource paths have no suffix. For such a path the toolkit knows a drawing only where a database of file
- * types is installed, but it knows pictures by their first bytes, and draws none of them larger than it is while a
- * larger one is there.
+ * The host's resource paths have no suffix. For such paths Qt recognises an SVG file only where the shared MIME
+ * database is installed, but an ICO file by its first bytes. QIcon scales its pictures down, not up, so that all sizes
+ * are in it.
  */
 #include <QBuffer>
 #include <QDataStream>
@@ -17,7 +17,7 @@
 namespace
 {
 
-/// 16, 24 and 32 pixels at 1x, 2x and 3x, and what lies between for broken ratios.
+/// 16, 24 and 32 pixels at pixel ratios of 1, 2 and 3, and sizes in between for fractional ratios.
 constexpr int sizesPixels[] = {16, 20, 24, 32, 36, 48, 64, 72, 96};
 constexpr quint32 headerBytes = 6;
 constexpr quint32 entryBytes = 16;
@@ -36,7 +36,7 @@ QByteArray renderedAsPng(const QString &drawing, int sizePixels)
     return buffer.data();
 }
 
-/// The directory of the pictures, then the pictures; a PNG may stand in an icon file as it is.
+/// The ICO format: a directory, then the pictures, which may be PNG files.
 QByteArray iconFile(const QVector<QByteArray> &pictures)
 {
     QByteArray content;

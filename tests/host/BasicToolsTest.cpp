@@ -3,6 +3,7 @@
 
 #include <QIcon>
 #include <QImage>
+#include <QPainter>
 #include <QPushButton>
 
 #include <cmath>
@@ -29,14 +30,14 @@ Axis adjusted(Axis axis)
     return axis;
 }
 
-/// Exact, for a tick that is off by rounding noise loses its label: the shortest digits that stand for the number alone.
+/// With the digits that identify a double exactly: a tick with a rounding error would get no label.
 QString textOf(const Axis &axis)
 {
     constexpr int exact = QLocale::FloatingPointShortest;
     return QStringLiteral("%1..%2/%3").arg(axis.min, 0, 'g', exact).arg(axis.max, 0, 'g', exact).arg(axis.ticks);
 }
 
-/// What every axis must be, whatever it was made from; empty when it is.
+/// The requirement that an adjusted axis violates; empty for a correct one.
 QString faultOf(const Axis &axis)
 {
     if (!std::isfinite(axis.min) || !(axis.min < axis.max) || axis.ticks < 1 || !std::isfinite(axis.max - axis.min)) {
@@ -61,7 +62,7 @@ class BasicToolsTest : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void roundsAxis()
+    void adjustsTypicalRanges()
     {
         const QVector<QPair<Axis, QString>> cases = {
             {{-10.0, 10.0, 5}, "-10..10/4"}, // the plot at its start
@@ -75,7 +76,7 @@ private slots:
         }
     }
 
-    void makesAnAxisOfAnything()
+    void adjustsAnyRange()
     {
         const QVector<double> hostile = {0.0,       -7.0,         std::numeric_limits<double>::denorm_min(),
                                          1e15,      1e15 + 0.125, 1e17,
@@ -130,9 +131,20 @@ private slots:
         QCOMPARE(pixel(button, QIcon::Disabled).blue(), 255);
         QVERIFY(qAbs(pixel(button, QIcon::Disabled).alpha() - 64) <= 1); // of the shape, times the colour's own
         QCOMPARE(pixel(button, QIcon::Selected), selectedBefore);
+
+        button.setIcon(QIcon(QStringLiteral(":/Numbers/Nr1")));
+        BasicTools::setButtonIconsColor(&button, Qt::red, QColor(), QColor());
+        QImage onHighDpi(48, 48, QImage::Format_ARGB32_Premultiplied);
+        onHighDpi.fill(Qt::transparent);
+        onHighDpi.setDevicePixelRatio(2.0);
+        QPainter painter(&onHighDpi);
+        button.icon().paint(&painter, 0, 0, 24, 24);
+        painter.end();
+        onHighDpi.setDevicePixelRatio(1.0);
+        QCOMPARE(onHighDpi, button.icon().pixmap(48, 48).toImage().convertToFormat(onHighDpi.format()));
     }
 
-    void everyPathHasACrispPicture()
+    void everyIconIsSharp()
     {
         for (const char *path :
              {":/Icons/ClosedLoop", ":/SVG Icons/ScreenshotData", ":/SVG Icons/ResetData", ":/SVG Icons/ExportData",
@@ -142,7 +154,7 @@ private slots:
             const QIcon icon(QString::fromLatin1(path));
             const QImage picture = icon.pixmap(48, 48).toImage();
             QCOMPARE(picture.size(), QSize(48, 48));
-            // Differs from a picture of few pixels, and from a blank one.
+            // Neither a scaled-up smaller picture nor a blank one.
             const QImage small = icon.pixmap(24, 24).toImage();
             const QImage enlarged = small.scaled(48, 48, Qt::KeepAspectRatio, Qt::SmoothTransformation);
             QVERIFY2(picture != enlarged, path);

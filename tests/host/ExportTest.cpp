@@ -4,6 +4,7 @@
 #include "host/ExportCSV.h"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -23,7 +24,9 @@ QStandardItemModel *makeModel(QObject *parent)
     model->setHeaderData(0, Qt::Horizontal, QStringLiteral("M1 [Axis 0]"), ExportCSV::captionRole);
     model->setItem(0, 0, new QStandardItem(QStringLiteral("-1.5")));
     model->setItem(0, 1, new QStandardItem(QStringLiteral("2.25e+09")));
+    model->setItem(1, 0, new QStandardItem(QStringLiteral("two\nlines")));
     model->setItem(1, 1, new QStandardItem(QStringLiteral("v1.5")));
+    model->setItem(1, 2, new QStandardItem(QStringLiteral("-1+A1")));
     return model;
 }
 
@@ -40,6 +43,7 @@ void saveThroughDialog(ExportCSV &window, const QString &path)
 {
     click(window, QStringLiteral("&Save..."));
     auto *const dialog = window.findChild<QFileDialog *>();
+    REQUIRE(dialog != nullptr);
     dialog->selectFile(path);
     static_cast<QDialog *>(dialog)->accept();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -80,23 +84,30 @@ private slots:
         QStandardItemModel *const model = makeModel(this);
         ExportCSV window(model, nullptr, Qt::Tool);
         const QString captions = QStringLiteral("M1 [Axis 0];;\r\n\"'=SUM(A1;A2)\";\"a \"\"b\"\"\r\nµ\";\r\n");
-        QCOMPARE(window.text(), captions + QStringLiteral("-1.5;2.25e+09;\r\n;v1.5;\r\n"));
+        QCOMPARE(window.text(), captions + QStringLiteral("-1.5;2.25e+09;\r\n\"two\nlines\";v1.5;'-1+A1\r\n"));
         auto *const table = window.findChild<QTableView *>();
-        table->selectionModel()->select(model->index(0, 0), QItemSelectionModel::Select);
-        table->selectionModel()->select(model->index(1, 1), QItemSelectionModel::Select);
+        QCOMPARE(table->model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("M1 [Axis 0]\n=SUM(A1;A2)"));
+        for (const QPoint cell : {QPoint(1, 1), QPoint(0, 0)}) { // not in the order of the table
+            table->selectionModel()->select(table->model()->index(cell.y(), cell.x()), QItemSelectionModel::Select);
+        }
         click(window, QStringLiteral("&Copy"));
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("-1.5;\r\n;v1.5\r\n"));
 
-        AppSettings().setValue(QStringLiteral("ExportCSV/DecimalMark"), QStringLiteral(","));
-        AppSettings().setValue(QStringLiteral("ExportCSV/Separator"), QStringLiteral(","));
-        ExportCSV next(model, nullptr, Qt::Tool); // with the choice of the last time
-        QVERIFY(next.text().endsWith(QStringLiteral("\"-1,5\",\"2,25e+09\",\r\n,v1.5,\r\n")));
+        for (QComboBox *const box : window.findChildren<QComboBox *>()) {
+            box->setCurrentIndex(1); // separator and decimal mark: a comma
+        }
+        const QPointer<ExportCSV> next = new ExportCSV(model, nullptr, Qt::Tool); // remembers both
+        QVERIFY(next->text().contains(QStringLiteral("\r\n\"-1,5\",\"2,25e+09\",\r\n")));
         delete model;
-        QVERIFY(next.text().isEmpty());
-        click(next, QStringLiteral("&Copy"));
+        QVERIFY(next->text().isEmpty());
+        click(*next, QStringLiteral("&Copy"));
+        QApplication::setActiveWindow(next);
+        QTest::keyClick(next.data(), Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(next.isNull());
     }
 
-    void tellsOfAFailedSave()
+    void savesAndReportsFailures()
     {
         ExportCSV window(makeModel(this), nullptr, Qt::Tool);
         saveThroughDialog(window, temporaryPath(QStringLiteral("points.csv")));
@@ -104,6 +115,7 @@ private slots:
         QVERIFY(saved.open(QIODevice::ReadOnly));
         QCOMPARE(saved.readAll(), QByteArray("\xEF\xBB\xBF") + window.text().toUtf8());
         QVERIFY(window.findChild<QMessageBox *>() == nullptr);
+        QCOMPARE(AppSettings().value(QStringLiteral("ExportCSV/Folder")).toString(), QFileInfo(saved).absolutePath());
 
         saveThroughDialog(window, temporaryPath(QStringLiteral("missing/points.csv")));
         const auto *const message = window.findChild<QMessageBox *>();

@@ -14,7 +14,7 @@
 namespace
 {
 
-/// Writes down what it is told, and then does what the test wants.
+/// Records its notifications, and calls a function of the test at each.
 class Container : public ContainerInterface
 {
 public:
@@ -26,15 +26,15 @@ public:
     void handleModulePlugin(KAROModuleInterface *module, QString message) override
     {
         const bool isListed = module != nullptr && pluginHandler()->getModulePlugin(module->key()) == module;
-        told.append(module == nullptr ? QStringLiteral("gone") : message + (isListed ? " comes" : " leaves"));
+        notices.append(module == nullptr ? QStringLiteral("gone") : message + (isListed ? " comes" : " leaves"));
         onNotice();
     }
 
-    QStringList told;
+    QStringList notices;
     std::function<void()> onNotice = [] {};
 };
 
-/// Answers after a time that passes on a clock of its own; the value is ten times the request's type, plus an offset.
+/// Answers after a delay on a simulated clock; the value is ten times the request's type, plus an offset.
 class SlowChannel : public CommandHandlerInterface
 {
 public:
@@ -81,7 +81,7 @@ class ModulesTest : public GuardedTest
     Q_OBJECT
 
 private slots:
-    void registryTellsWhoComesAndLeaves()
+    void registryNotifiesContainers()
     {
         auto *const handler = new PluginHandler;
         Container container(handler);
@@ -98,7 +98,7 @@ private slots:
         QVERIFY(removed.isNull());
         delete destroyedElsewhere;
         QVERIFY(handler->getModulePluginKeys(false).isEmpty());
-        QCOMPARE(container.told, QStringList({"Scripted comes", "Scripted comes", "Scripted leaves", "gone"}));
+        QCOMPARE(container.notices, QStringList({"Scripted comes", "Scripted comes", "Scripted leaves", "gone"}));
         delete handler; // before its container
     }
 
@@ -110,15 +110,15 @@ private slots:
         Container last(&handler);
         first.onNotice = [&] { delete dying; };
         handler.addModulePlugin(new ScriptedModule(QStringLiteral("m")));
-        QCOMPARE(last.told.size(), 1);
+        QCOMPARE(last.notices.size(), 1);
 
-        // The last one hears of the removal while the arrival is still being told; the arrival would be a dead pointer.
+        // The first container removes the new module: the last one gets the removal, but not the arrival of a deleted module.
         first.onNotice = [&] { handler.removeModulePlugin(QStringLiteral("n")); };
         handler.addModulePlugin(new ScriptedModule(QStringLiteral("n")));
-        QCOMPARE(last.told.size(), 2);
+        QCOMPARE(last.notices.size(), 2);
     }
 
-    void registerListHoldsOnlyTheLiving()
+    void registerListDropsDestroyedRegisters()
     {
         TempTools tools(1, 1, nullptr, QString(), 149, 147);
         ScriptedModule module(QStringLiteral("m"));
@@ -133,7 +133,7 @@ private slots:
         QCOMPARE(tools.currentRegisterList(), QList<Register *>({registers.last()}));
     }
 
-    void silentModuleIsWaitedForOnceInAWhile()
+    void silentModuleIsRetriedAfterAnInterval()
     {
         SlowChannel channel;
         CommandCombo x = pair(1);
@@ -154,7 +154,7 @@ private slots:
         CommandCombo other = pair(3);
         other.reply.setStatus(Command::Status::Answered);
         channel.sendCommandCombos({&other});
-        QVERIFY(other.reply.status() == Command::Status::Unanswered); // at once, whoever asks
+        QVERIFY(other.reply.status() == Command::Status::Unanswered); // at once, for every caller
         QCOMPARE(channel.asked.size(), 3);
         channel.pass(1);
         channel.sendCommandCombos({&x, &y});
@@ -199,7 +199,7 @@ private slots:
         QCOMPARE(x.reply.value(), answerMs <= CommandHandlerInterface::exchangeDeadlineMs ? 12 : 10);
     }
 
-    void slowModulePaysWithItsOwnRate_data()
+    void slowModuleIsLimited_data()
     {
         QTest::addColumn<int>("answerMs");
         QTest::addColumn<int>("busyMs"); // at most, in 100 s
@@ -209,7 +209,7 @@ private slots:
         QTest::newRow("brief exchanges cost nothing") << 1 << 100000;
     }
 
-    void slowModulePaysWithItsOwnRate()
+    void slowModuleIsLimited()
     {
         QFETCH(int, answerMs);
         QFETCH(int, busyMs);
@@ -233,14 +233,13 @@ private slots:
         if (answerMs > CommandHandlerInterface::exchangeDeadlineMs) {
             return; // never answers in time
         }
-        const auto fewest = *std::min_element(turns.cbegin(), turns.cend());
-        const auto most = *std::max_element(turns.cbegin(), turns.cend());
-        QVERIFY2(most - fewest <= 1, qPrintable(QStringLiteral("%1 to %2").arg(fewest).arg(most)));
+        const auto turnRange = std::minmax_element(turns.cbegin(), turns.cend());
+        QVERIFY(*turnRange.second - *turnRange.first <= 1); // shared evenly
         QCOMPARE(channel.statistics().rests == 0U, answerMs == 1);
-        QVERIFY2(busy >= 9000, qPrintable(QString::number(busy))); // and it gets what it may have
+        QVERIFY2(busy >= 9000, qPrintable(QString::number(busy))); // uses its share
     }
 
-    void restsAreEndedByANewRequestAndNotByACallerThatIsGone()
+    void restEndsForNewRequests()
     {
         SlowChannel channel;
         CommandCombo first = pair(1);
@@ -249,11 +248,11 @@ private slots:
         channel.sendCommandCombos({&first});
         channel.sendCommandCombos({&second});
         channel.offset = 1;
-        channel.sendCommandCombos({&second}); // turned away, and never asks again
+        channel.sendCommandCombos({&second}); // rejected, and not repeated by this caller
         QCOMPARE(second.reply.value(), 20);
         QVERIFY(second.reply.status() == Command::Status::Answered);
 
-        first.request.setType(9); // another value: the reply of the old one would be taken for it
+        first.request.setType(9); // the reply to type 1 would be a wrong value
         channel.sendCommandCombos({&first});
         QCOMPARE(first.reply.value(), 91);
         channel.offset = 2;

@@ -35,7 +35,7 @@ struct View
 
 Points mapped(const Points &points, const View &view)
 {
-    // Zoomed around a point of the curve, so that there is something to see.
+    // Zoomed around a point of the curve, so that a part of it is visible.
     const QPointF centre = view.zoom == 1.0 ? QPointF() : points.at(points.size() / 2);
     const double range = 1.05 * CurveSamples::extent / view.zoom;
     const PointMapping mapping =
@@ -75,8 +75,7 @@ double distance(const QPointF &point, const QPointF &from, const QPointF &to)
     return std::hypot(off.x(), off.y());
 }
 
-/// How far \a point is from the nearest part of the outline of a stroke's segment or dot; device pixels. In line mode
-/// only the outline of the whole stroke counts: the nearest segment tells its distance.
+/// The distance of \a point from the outline of the stroke, or of the nearest dot; device pixels.
 double distanceFromOutline(const QPointF &point, const Points &points, const View &view)
 {
     const double radius = penPixels / 2.0 * view.ratio;
@@ -94,7 +93,7 @@ double distanceFromOutline(const QPointF &point, const Points &points, const Vie
 
 } // namespace
 
-/// The curves' picture: what Qt's painter draws, but for pixels whose centre is on the outline.
+/// The pixels of curves: those of QPainter, except for pixels whose centre is on the outline.
 class CurvePictureTest : public GuardedTest
 {
     Q_OBJECT
@@ -212,7 +211,7 @@ private slots:
         }
     }
 
-    /// NaN or what is out of reach interrupts; everything else shows where it crosses the clip rectangle.
+    /// NaN, infinite and too large coordinates interrupt a line; all others are drawn within the clip rectangle.
     void hostilePoints()
     {
         View view;

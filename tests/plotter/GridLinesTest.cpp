@@ -15,7 +15,7 @@ struct Look
     QColor light;
 };
 
-/// A plot of a range in which no tick is a whole number, so that only the axes' titles stand beside the lines.
+/// Shows a range in which no tick is a whole number, so that there is no text but the axes' titles.
 void setUp(MovedPlotter *plotter, const QSize &size, const Look &look, unsigned int intervals, bool square)
 {
     QPalette palette;
@@ -30,7 +30,7 @@ void setUp(MovedPlotter *plotter, const QSize &size, const Look &look, unsigned 
     plotter->setPlotSettings(ranges(0.05, 0.95, 0.05, 0.95, intervals));
 }
 
-/// The same by QPainter's lines.
+/// The same plot, drawn with QPainter's lines.
 QImage painted(const MovedPlotter &plotter, const Look &look, int intervals, bool square)
 {
     const int width = plotter.width();
@@ -93,7 +93,7 @@ QStringList runs(const QImage &image, const QPoint &start, const QPoint &step, Q
 
 } // namespace
 
-/// Grid, ticks and frame, pixel by pixel.
+/// The pixels of grid, ticks and frame.
 class GridLinesTest : public GuardedTest
 {
     Q_OBJECT
@@ -130,7 +130,7 @@ private slots:
         }
     }
 
-    /// All lines are equally wide, wherever they lie, and meet in the corners.
+    /// All lines are equally wide at any position, and meet in the corners.
     void fractionalRatio_data()
     {
         QTest::addColumn<double>("ratio");

@@ -53,7 +53,7 @@ const QRect legendOfX(0, 380, 600, 20);
 
 } // namespace
 
-/// What is drawn, pixel by pixel.
+/// The pixels of labels, legend, curves and markers.
 class PlotterDrawingTest : public GuardedTest
 {
     Q_OBJECT
@@ -86,16 +86,20 @@ private slots:
     void grid()
     {
         PlotterFixture fixture;
-        fixture.plotter.setPlotSettings(ranges(0.0, 1.0, 0.0, 10.0)); // fractions along X
+        PlotSettings settings = ranges(0.0, 1.0, 0.0, 10.0); // fractions along X
+        settings.numXTicks = 4;
+        fixture.plotter.setPlotSettings(settings);
         const QImage image = fixture.image();
-        for (int index = 0; index <= 5; ++index) {
-            const int x = 50 + 499 * index / 5;
-            const int y = static_cast<int>(359.0 - 299.0 * index / 5.0);
-            const bool inside = index > 0 && index < 5;
-            QCOMPARE(image.pixelColor(x, 200), inside ? QColor(90, 90, 90) : QColor(Qt::white));
-            QCOMPARE(image.pixelColor(300, y), inside ? QColor(90, 90, 90) : QColor(Qt::white));
+        for (int index = 0; index <= 4; ++index) {
+            const int x = 50 + 499 * index / 4;
+            const bool isInside = index > 0 && index < 4;
+            QCOMPARE(image.pixelColor(x, 200), isInside ? QColor(90, 90, 90) : QColor(Qt::white));
             QCOMPARE(ink(image, QRect(x - 5, 362, 10, 1)), QRect(x, 362, 1, 1));
-            QCOMPARE(ink(image, QRect(x - 20, 367, 40, 11)).isEmpty(), inside);
+            QCOMPARE(ink(image, QRect(x - 20, 367, 40, 11)).isEmpty(), isInside);
+        }
+        for (int index = 0; index <= 5; ++index) {
+            const int y = static_cast<int>(359.0 - 299.0 * index / 5.0);
+            QCOMPARE(image.pixelColor(290, y), index % 5 != 0 ? QColor(90, 90, 90) : QColor(Qt::white));
             QVERIFY(ink(image, QRect(20, y - 3, 25, 7)).right() >= 42); // right-aligned
         }
     }
@@ -112,7 +116,7 @@ private slots:
         }
     }
 
-    /// Text that is too high for its place is drawn smaller, never cut: a cut letter is too wide for its height.
+    /// Text that is too high for its place is drawn smaller instead of cut off: a cut letter is wider than high.
     void highText_data()
     {
         QTest::addColumn<int>("points");
@@ -146,6 +150,20 @@ private slots:
         }
         QVERIFY(letters[2].bottom() < 60 && letters[3].bottom() < 399);
         QCOMPARE(fixture.image().pixelColor(300, 60), QColor(Qt::white)); // the frame is not shrunk
+    }
+
+    /// Numbers in the curves' colours, but for the last one.
+    void boxIcons()
+    {
+        const Plotter plotter(4);
+        for (int id = 0; id < 4; ++id) {
+            const QColor color = id == 3 ? plotter.palette().color(QPalette::Light) : colorForIds[id];
+            const QImage icon = plotter.curveButtons.button(id)->icon().pixmap(48, 48).toImage();
+            const auto isInColor = [&](const QColor &pixel) {
+                return pixel.alpha() > 150 && isNear(pixel, QColor(color.rgb()));
+            };
+            QVERIFY(!bounds(icon, icon.rect(), isInColor).isEmpty());
+        }
     }
 
     void colors()
@@ -243,7 +261,7 @@ private slots:
         QVERIFY(std::abs(textOfCurve(image, legendOfY, 2).left() - secondY) <= 3);
     }
 
-    /// Nothing here may hang, crash or make the painter complain, and none of it lasts.
+    /// No hang, crash or warning of the painter, and no lasting effect.
     void extremes()
     {
         PlotterFixture fixture;

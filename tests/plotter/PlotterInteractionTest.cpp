@@ -16,7 +16,7 @@ PlotSettings adjusted(double minX, double maxX, double minY, double maxY)
     return settings;
 }
 
-/// A plotter with a curve in dots mode, and the user's hands.
+/// A plotter with a curve in dots mode, and mouse gestures.
 struct Interaction : PlotterFixture
 {
     explicit Interaction(const PlotSettings &settings = PlotSettings())
@@ -35,7 +35,7 @@ struct Interaction : PlotterFixture
     {
         QMouseEvent event(type, position, type == QEvent::MouseMove ? Qt::NoButton : button, button, Qt::NoModifier);
         QApplication::sendEvent(&plotter, &event);
-        QVERIFY(event.isAccepted());
+        REQUIRE(event.isAccepted());
     }
 
     void drag(const QPoint &from, const QPoint &to)
@@ -170,18 +170,21 @@ private slots:
         QWheelEvent wheelEvent(QPointF(300, 200), it.plotter.mapToGlobal(QPoint(300, 200)), QPoint(), QPoint(0, wheel),
                                Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
         QEvent *const event = key == 0 ? static_cast<QEvent *>(&wheelEvent) : &keyEvent;
-        static_cast<QObject &>(it.plotter).event(event); // the application would tell less of a wheel's acceptance
+        static_cast<QObject &>(it.plotter).event(event); // QApplication would change whether a wheel event is accepted
         QCOMPARE(event->isAccepted(), key != 0);         // the wheel also moves what is around the plot
         QCOMPARE(it.image(), expected.image());
         QCOMPARE(it.buttons(), QStringLiteral("  ")); // no level is pushed
     }
 
-    /// Tab and Shift+Tab stop at every curve box, Space checks the one and leaves the others alone.
-    void curveBoxesByKeys()
+    /// Escape is passed on. Tab and Shift+Tab stop at every curve box, Space toggles only that one.
+    void keysOfBoxesAndWindow()
     {
         Interaction it;
         QApplication::setActiveWindow(&it.plotter);
         it.plotter.setFocus();
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        static_cast<QObject &>(it.plotter).event(&escape);
+        QVERIFY(!escape.isAccepted()); // it closes the dialog around
         const QList<QAbstractButton *> boxes = it.plotter.curveButtons.buttons();
         QTest::mouseClick(boxes.at(2), Qt::LeftButton);
         QVERIFY(boxes.at(2)->isChecked());

@@ -3,13 +3,10 @@
 
 #include "host/DynamicProperty.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
-#include <QTextEdit>
 #include <QWindow>
 
 #include <functional>
@@ -19,7 +16,7 @@
 namespace
 {
 
-/// A box of an additional curve that counts how often the legend asks for its name: once whenever the image is rebuilt.
+/// The box of an additional curve. Counts rebuilds of the image: each one reads the box's name once for the legend.
 class ListedButton : public QPushButton
 {
     Q_OBJECT
@@ -37,7 +34,7 @@ public:
     std::shared_ptr<int> rebuilds = std::make_shared<int>(0);
 };
 
-/// A shown plot in a window that counts what is drawn; nothing is outdated at the start.
+/// A plot in a window of its own that counts rebuilds of its image; up to date at the start.
 struct CountedPlot
 {
     CountedPlot()
@@ -53,18 +50,18 @@ struct CountedPlot
         plotter.resize(600, 400);
         plotter.show();
         plotter.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&plotter));
+        REQUIRE(QTest::qWaitForWindowActive(&plotter));
         rebuilds();
     }
 
-    /// How often the image was rebuilt since the last call, all that is waiting included.
+    /// Processes pending events and returns the number of rebuilds since the last call.
     int rebuilds()
     {
         QCoreApplication::processEvents();
         return std::exchange(*m_rebuilds, 0);
     }
 
-    /// What the window system was given, in device pixels; unlike grab() it paints nothing.
+    /// The content of the window on the screen, in device pixels; unlike grab() this repaints nothing.
     QImage screen()
     {
         QCoreApplication::processEvents();
@@ -89,7 +86,7 @@ private:
 using Change = std::function<void(MovedPlotter *)>;
 Q_DECLARE_METATYPE(Change)
 
-/// When the image is rebuilt, and what the screen shows without anybody asking for a picture.
+/// When the image is rebuilt, and what is shown on the screen.
 class PlotterRepaintTest : public GuardedTest
 {
     Q_OBJECT
@@ -147,7 +144,7 @@ private slots:
         QCOMPARE(plot.screen().pixelColor(300, 200), QColor(Qt::darkGreen));
     }
 
-    void activationIsPaintedWhereItShows()
+    void activationIsPaintedIfColorsDiffer()
     {
         CountedPlot plot;
         QApplication::setActiveWindow(nullptr);
@@ -210,7 +207,7 @@ private slots:
         for (const bool isHidden : {true, false}) {
             CountedPlot plot;
             const QImage before = plot.screen();
-            // The latter is what Qt makes of a window that the window system does not show, a minimised one above all.
+            // Qt clears the attribute of a window that the window system does not show, for example a minimised one.
             isHidden ? plot.plotter.hide() : plot.plotter.setAttribute(Qt::WA_Mapped, false);
             plot.plotter.setCurveData(0, {QPointF(1, 2), QPointF(8, 7)});
             plot.plotter.setPlotSettings(ranges(0, 20, 0, 20));
@@ -223,31 +220,7 @@ private slots:
         }
     }
 
-    void coveredPlotDrawsNothing()
-    {
-        CountedPlot plot;
-        QMdiArea area;
-        QMdiSubWindow *const window = area.addSubWindow(&plot.plotter);
-        QMdiSubWindow *const cover = area.addSubWindow(new QTextEdit);
-        area.resize(800, 600);
-        area.show();
-        cover->showMaximized();
-        plot.rebuilds();
-        for (const bool isMinimised : {false, true}) {
-            if (isMinimised) {
-                cover->close();
-                window->showMinimized();
-                plot.rebuilds();
-            }
-            plot.plotter.setCurveData(0, {QPointF(1, 2), QPointF(8, 7)});
-            QCOMPARE(plot.rebuilds(), 0);
-        }
-        window->showNormal();
-        QCOMPARE(plot.rebuilds(), 1);
-        plot.plotter.setParent(nullptr);
-    }
-
-    /// The whole outline, for the strips that are repainted have to meet what is drawn in them.
+    /// The whole outline: the strips that are repainted have to cover what is drawn.
     void rubberBandOnTheScreen()
     {
         CountedPlot plot;

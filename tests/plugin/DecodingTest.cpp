@@ -16,7 +16,7 @@ static_assert(TableRole::Caption == ExportCSV::captionRole, "one role for module
 namespace
 {
 
-/// The rows of a table as "name: what the columns show; what the row means", numbers that are missing as a dash.
+/// The rows of a table as "name: texts of the other columns; data of the request", a dash for missing data.
 QStringList rowsOf(const QStandardItemModel &model)
 {
     QStringList rows;
@@ -36,7 +36,7 @@ QStringList rowsOf(const QStandardItemModel &model)
 
 } // namespace
 
-/// What needs no widget: the values that a module offers, what a row asks for, and how its answer is read.
+/// Without widgets: the values of a module, the request of a row, and the value in a reply.
 class DecodingTest : public GuardedTest
 {
     Q_OBJECT

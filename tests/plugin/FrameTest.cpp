@@ -6,7 +6,7 @@
 #include <QSlider>
 #include <QStackedWidget>
 
-/// What the host sees of the plugin, and the life of its window.
+/// The plugin's interface to the host: construction, opening, closing and reopening.
 class FrameTest : public GuardedTest
 {
     Q_OBJECT
@@ -23,6 +23,12 @@ private slots:
         QCOMPARE(harness.plugin->property("dpWindowFlags"), QVariant(18U));
         QCOMPARE(harness.plugin->property("dpWindowModal"), QVariant(false));
         QCOMPARE(harness.plugin->property("dpSizeGrip"), QVariant(true));
+        QVERIFY(!harness.plugin->windowIcon().isNull());
+        for (int curve = 0; curve < 4; ++curve) { // both buttons of a curve show its number in its colour
+            const auto picture = [](const QAbstractButton *button) { return button->icon().pixmap(24).toImage(); };
+            QVERIFY(!picture(harness.curveBox(curve)).isNull());
+            QCOMPARE(picture(harness.radioButton(curve)), picture(harness.curveBox(curve)));
+        }
         QCOMPARE(harness.find<QSlider>("horizontalSliderRate")->toolTip(), QStringLiteral("Intervall 14 ms"));
         QVERIFY(harness.find("horizontalSliderRate")->isHidden() && harness.find("graphicsView")->isHidden());
         QVERIFY(harness.radioButton(0)->isChecked());
@@ -40,14 +46,14 @@ private slots:
         const QPointer<QDialog> firstWindow = curve.window;
         const QSignalSpy titleSpy(curve.plugin, SIGNAL(windowTitleChanged(QString)));
         curve.close();
-        curve.plugin->setWindowTitle(QStringLiteral("nobody hears of it"));
-        QCOMPARE(titleSpy.size(), 0); // with the window, the plugin leaves everyone who listens to it
+        curve.plugin->setWindowTitle(QStringLiteral("Closed"));
+        QCOMPARE(titleSpy.size(), 0); // closing disconnects all of the plugin's signals
         QVERIFY(firstWindow.isNull());
         QVERIFY(!curve.plugin.isNull() && curve.plugin->parent() == nullptr);
-        curve.sample(5, 5); // goes on while closed, and is dropped
+        curve.sample(5, 5); // ignored while closed
         curve.open();
         QCOMPARE(curve.find<QStackedWidget>("dockWidgetContentsX")->count(), 4);
-        // The module lists are not refilled: the choice still stands.
+        // The module lists are not refilled: the choice is kept.
         QCOMPARE(curve.moduleBox(0, 'X')->currentText(), QStringLiteral("  S/m"));
         QCOMPARE(curve.points(), points);
         curve.sample(7, 7);
@@ -60,10 +66,10 @@ private slots:
         harness.open();
         harness.plugin->init(harness.window);
         harness.plugin->init(harness.window);
-        QCOMPARE(harness.activeTimers(), 4); // sampling; and every opening starts a refresh timer of its own
+        QCOMPARE(harness.activeTimers(), 4); // sampling, and one refresh timer for each init()
         harness.close();
         QVERIFY(!harness.plugin.isNull());
-        QCOMPARE(harness.activeTimers(), 3); // and a closing ends the last of them
+        QCOMPARE(harness.activeTimers(), 3); // closing stops the last one only
     }
 
     void openingWithoutItsWindow()

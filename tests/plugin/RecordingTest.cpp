@@ -3,7 +3,6 @@
 #include "XYPlotter.h"
 
 #include <QFileDialog>
-#include <QRandomGenerator>
 
 #include <csignal>
 #include <functional>
@@ -23,7 +22,7 @@ QByteArray bytes(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
 
-/// While it lives, the kernel writes the first bytes of a file and refuses the rest, as on a full disk.
+/// Limits the size of files during its lifetime: more bytes are not written, as on a full disk.
 class TightDisk
 {
 public:
@@ -51,7 +50,7 @@ private:
 
 Q_DECLARE_METATYPE(Action)
 
-/// Recording to a file: its bytes, and everything that starts, ends or disturbs it.
+/// Recording to a file: its bytes, what starts and ends it, and failures of the file.
 class RecordingTest : public GuardedTest
 {
     Q_OBJECT
@@ -73,13 +72,13 @@ private slots:
         recorder.chooseBoth(1);
         recorder.curveBox(1)->click();
         recorder.sample(0, 0);
-        recorder.startLog(path); // begins the file and the numbers anew
+        recorder.startLog(path); // replaces the file and counts from 1
         const QByteArray captions = "alias of S/m [Axis 0];alias of S/m [Axis 0];";
         const QByteArray header =
             "Module:;" + captions + captions + "\r\n" + "Counter;pos [raw];speed [raw];pos [raw];speed [raw];\r\n";
         recorder.sample(120, -40);
         recorder.sample(120, -40); // nothing new on any curve: no line
-        recorder.chooseBoth(1);    // the same source again: goes on, but the curve starts anew
+        recorder.chooseBoth(1);    // the same source again: recording continues, the curve is cleared
         recorder.sample(120, -38);
         int call = 0; // curve 0 gets 1 and 2, curve 1 gets 9 and 9
         recorder.module->channel.answer = [&call](const Command &request) { return call++ < 2 ? request.type() : 9; };
@@ -90,27 +89,6 @@ private slots:
                  QStringLiteral("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  5 ; 9;9;;; \r\n"));
     }
 
-    void everyLineIsWhatTheModuleAnswered()
-    {
-        ScriptedCurve recorder(&m_root);
-        const QString path = temporaryPath("log.csv");
-        recorder.startLog(path);
-        recorder.sample(0, 0);
-        QByteArray expected = "Module:;\r\nCounter;\r\n";
-        QRandomGenerator random(7);
-        int number = 0;
-        for (int tick = 0; tick < 500; ++tick) {
-            const int x = static_cast<int>(random.generate()) >> random.bounded(32);
-            const int y = static_cast<int>(random.generate()) >> random.bounded(32);
-            if (x != recorder.x || y != recorder.y) {
-                expected += QStringLiteral("%1;%2;%3;\r\n").arg(++number).arg(x).arg(y).toLatin1();
-            }
-            recorder.sample(x, y);
-        }
-        QVERIFY(number > 450);
-        QCOMPARE(bytes(path), expected);
-    }
-
     void cancelledDialog()
     {
         ScriptedCurve recorder(&m_root);
@@ -118,7 +96,7 @@ private slots:
         recorder.clickLog([&](QFileDialog *dialog) {
             proposed = dialog->selectedFiles().value(0);
             QCOMPARE(dialog->nameFilters(), QStringList({"csv (*.csv)"}));
-            recorder.sampleTick(); // goes on below the dialog, and writes nothing
+            recorder.sampleTick(); // sampling continues, and writes nothing
             dialog->reject();
         });
         const QString pattern = QStringLiteral("^\\d{8}_\\d\\d\\.\\d\\d\\.\\d\\d_xyPlotter\\.csv$");
@@ -143,7 +121,7 @@ private slots:
         recorder.startLog(path);
         recorder.sample(1, 1);
         QVERIFY(QFile::remove(path));
-        QVERIFY(QDir().mkdir(path)); // in its place stands what cannot be written to
+        QVERIFY(QDir().mkdir(path)); // cannot be opened for writing
         recorder.sample(3, 3);       // lost, and not counted
         QVERIFY(QDir().rmdir(path));
         recorder.sample(4, 4);
@@ -152,25 +130,7 @@ private slots:
         QVERIFY(recorder.logBox()->isChecked());
     }
 
-    void fullDisk()
-    {
-        ScriptedCurve recorder(&m_root);
-        const QString path = temporaryPath("log.csv");
-        recorder.startLog(path);
-        recorder.sample(1, 1);
-        recorder.sample(2, 2);
-        const QByteArray before = bytes(path);
-
-        {
-            const TightDisk disk(before.size() + 3); // room for half a line
-            recorder.sample(3, 3);
-        }
-        QCOMPARE(bytes(path), before);
-        recorder.sample(4, 4);
-        QCOMPARE(bytes(path), before + "3;4;4;\r\n");
-    }
-
-    void fullDiskAtTheHeader()
+    void fullDisk() // for the header, later for a line
     {
         ScriptedCurve recorder(&m_root);
         recorder.sample(1, 1);
@@ -185,8 +145,15 @@ private slots:
             QCOMPARE(bytes(path), QByteArray());
         }
         recorder.sample(3, 3);
-        recorder.sample(4, 4);
-        QCOMPARE(bytes(path), header + "2;3;3;\r\n3;4;4;\r\n");
+        const QByteArray before = header + "2;3;3;\r\n";
+        QCOMPARE(bytes(path), before);
+        {
+            const TightDisk disk(before.size() + 3); // room for half a line
+            recorder.sample(4, 4);
+        }
+        QCOMPARE(bytes(path), before);
+        recorder.sample(5, 5);
+        QCOMPARE(bytes(path), before + "4;5;5;\r\n");
     }
 
     void pipesAndDevices()
@@ -194,7 +161,7 @@ private slots:
         ScriptedCurve recorder(&m_root);
         const QString pipe = temporaryPath("pipe");
         QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
-        alarm(10); // without a reader the process would wait for ever
+        alarm(10); // opening the FIFO would block
         recorder.startLog(pipe);
         recorder.sample(1, 1);
         recorder.sample(2, 2); // not recorded, as with any file that cannot be opened
@@ -225,7 +192,7 @@ private slots:
         recorder.open();
         recorder.sample(3, 3);
         QCOMPARE(bytes(path), before);
-        QVERIFY(recorder.logBox()->isChecked()); // which ends nothing, and starts nothing
+        QVERIFY(recorder.logBox()->isChecked()); // stays checked, although nothing is recorded
     }
 
     void whatEndsARecording_data()
@@ -238,6 +205,12 @@ private slots:
         row("another curve is recorded", true, [](ScriptedCurve *it) { it->curveBox(2)->click(); });
         row("all data is shown", true, [](ScriptedCurve *it) { it->button("Show all data")->click(); });
         row("another source", true, [](ScriptedCurve *it) { PluginHarness::clickCell(it->table(0, 'X'), 1); });
+        row("a source that is shown but not recorded", true, [this](ScriptedCurve *it) {
+            it->button("Show all data")->click();
+            it->startLog(temporaryPath("shown.csv"));
+            QVERIFY(it->logBox()->isChecked());
+            it->chooseBoth(3);
+        });
         row("the same source again", false, [](ScriptedCurve *it) { it->chooseBoth(); });
         row("another curve is selected", false, [](ScriptedCurve *it) { it->radioButton(2)->click(); });
         row("a source that is not recorded", false, [](ScriptedCurve *it) { it->chooseBoth(3); });

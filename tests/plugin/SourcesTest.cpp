@@ -8,7 +8,6 @@
 #include "host/ExportCSV.h"
 #include "host/RegisterSet.h"
 
-#include <QProxyStyle>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStackedWidget>
@@ -55,27 +54,11 @@ QList<int> numbers(const Command &request)
 
 using Gesture = std::function<void(QTableView *, QPoint)>;
 
-class SingleClickStyle : public QProxyStyle
-{
-public:
-    explicit SingleClickStyle(bool activates) : QProxyStyle("fusion"), m_activates(activates) {}
-
-    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                  QStyleHintReturn *answer) const override
-    {
-        return hint == SH_ItemView_ActivateItemOnSingleClick ? int(m_activates)
-                                                             : QProxyStyle::styleHint(hint, option, widget, answer);
-    }
-
-private:
-    const bool m_activates;
-};
-
 } // namespace
 
 Q_DECLARE_METATYPE(Gesture)
 
-/// Module and motor boxes, the tables of a page, and what a choice makes of a source.
+/// Module and motor boxes, the tables of values, and the sources that are chosen in them.
 class SourcesTest : public GuardedTest
 {
     Q_OBJECT
@@ -95,7 +78,7 @@ private slots:
         addModule(&harness, "S/one", 1);
         harness.radioButton(2)->click();
         QTRY_COMPARE(entries(harness.moduleBox(3, 'Y')), QStringList({"  S/two", "  S/one"}));
-        QVERIFY(harness.radioButton(2)->isChecked()); // the refill clicks through all curves and comes back
+        QVERIFY(harness.radioButton(2)->isChecked()); // the refill selects all curves, and this one at last
         QCOMPARE(harness.find<QStackedWidget>("dockWidgetContentsY")->currentIndex(), 2);
         QCOMPARE(harness.moduleBox(3, 'Y')->currentIndex(), -1);
 
@@ -145,7 +128,7 @@ private slots:
         }
     }
 
-    void aModuleDrivesItsAxisOfAllCurvesUntilABlankRow()
+    void moduleIsBoundForAllCurves()
     {
         PluginHarness harness(&m_root);
         ScriptedModule *const first = addModule(&harness, "S/first", 1, 5);
@@ -186,12 +169,16 @@ private slots:
         QCOMPARE(numbers(module->channel.exchanges.constLast().at(1)), QList<int>({9, 149, 0x2B, 0}));
         QCOMPARE(harness.points(), QVector<QPointF>({QPointF(7, 254)}));
 
-        // A click on the box in the row reads the field as signed, and starts the curve anew.
+        // A click on the box in the row makes the field signed, and clears the curve.
         QTableView *const table = harness.table(0, 'Y');
         const QRect cell = table->visualRect(table->model()->index(1, 1));
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, QPoint(cell.left() + 10, cell.center().y()));
         harness.sampleTick();
         QCOMPARE(harness.points(), QVector<QPointF>({QPointF(7, -2)}));
+        QTest::keyClick(table, Qt::Key_Left);
+        QTest::keyClick(table, Qt::Key_Space); // as a click does
+        harness.sampleTick();
+        QCOMPARE(harness.points(), QVector<QPointF>({QPointF(7, 254)}));
 
         module->channelNumber = 0;
         QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), "Axis 0"));
@@ -208,7 +195,7 @@ private slots:
             harness.open();
             QVERIFY(harness.choose(1, 'X', "S/m", "Axis 1", "Position 1"));
             QTest::keyClick(harness.table(1, 'X'), Qt::Key_Down);
-            QTest::keyClick(harness.table(1, 'X'), Qt::Key_Return); // for those without a mouse
+            QTest::keyClick(harness.table(1, 'X'), Qt::Key_Return);
             QCOMPARE(harness.curveBox(1)->property("dpNameX").toString(), QStringLiteral("Speed 1 [raw]"));
         }
         PluginHarness harness(&m_root);
@@ -219,7 +206,7 @@ private slots:
         QCOMPARE(harness.table(1, 'X')->currentIndex().row(), 0); // motor 0, before a motor was picked
         QVERIFY(PluginHarness::pick(harness.motorBox(1, 'X'), "Axis 1"));
         QCOMPARE(harness.table(1, 'X')->currentIndex().row(), 1);
-        // The remembered row is in force without a click.
+        // The remembered row is chosen without a click.
         QVERIFY(harness.choose(1, 'Y', "S/m", "Axis 0", "Position 0"));
         harness.curveBox(0)->click();
         harness.curveBox(1)->click();
@@ -257,7 +244,7 @@ private slots:
             };
             row("click", click, 1);
             row("double click", doubleClick, 1);
-            row("Enter", key(Qt::Key_Return, {}), 1);
+            row("Enter", key(Qt::Key_Return, {}), 1); // which must not press the default button
             row("Enter of the keypad", key(Qt::Key_Enter, Qt::KeypadModifier), 1);
             row("space where there is no box", key(Qt::Key_Space, {}), 0);
             row("arrow", key(Qt::Key_Down, {}), 0);
@@ -268,7 +255,6 @@ private slots:
     {
         QFETCH(bool, activatesOnSingleClick);
         QFETCH(Gesture, gesture);
-        SingleClickStyle style(activatesOnSingleClick);
         PluginHarness harness(&m_root);
         addModule(&harness, "S/m", 1);
         harness.open();
@@ -278,32 +264,14 @@ private slots:
         const QSignalSpy pressed(defaultButton, SIGNAL(clicked()));
         QVERIFY(harness.choose(0, 'X', "S/m", "", "Speed 0"));
         QTableView *const table = harness.table(0, 'X');
-        table->setStyle(&style);
+        table->setStyleSheet(QStringLiteral("activate-on-singleclick: %1").arg(int(activatesOnSingleClick)));
         const int before = messages(QtDebugMsg).filter("Model   :").size();
         gesture(table, table->visualRect(table->currentIndex()).center());
         QTEST(messages(QtDebugMsg).filter("Model   :").size() - before, "choices");
         QCOMPARE(pressed.size(), 0);
-        table->setStyle(nullptr);
     }
 
-    void spaceTicksABoxAsAClickDoes()
-    {
-        PluginHarness harness(&m_root);
-        ScriptedModule *const module = addModule(&harness, "S/m", 1);
-        addRegisters(module);
-        module->channel.answer = [](const Command &) { return 0xFE12; };
-        harness.open();
-        QVERIFY(harness.choose(0, 'X', "S/m", "Register", "Counter"));
-        QVERIFY(harness.choose(0, 'Y', "S/m", "Register", "Status: Speed"));
-        harness.sampleTick();
-        QTableView *const table = harness.table(0, 'Y');
-        QTest::keyClick(table, Qt::Key_Left);
-        QTest::keyClick(table, Qt::Key_Space);
-        harness.sampleTick();
-        QCOMPARE(harness.points(), QVector<QPointF>({QPointF(0xFE12, -2)}));
-    }
-
-    void tablesGoWhenNobodyNeedsThem()
+    void unusedTablesAreDeleted()
     {
         PluginHarness harness(&m_root);
         addRegisters(addModule(&harness, "S/m", 2));
@@ -318,7 +286,7 @@ private slots:
         const auto turn = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); };
         const auto tables = [&] {
             turn();
-            turn(); // what goes with something that goes
+            turn(); // for objects that deleted ones delete later
             return harness.plugin->findChildren<QStandardItemModel *>(QString(), Qt::FindDirectChildrenOnly).size();
         };
         QCOMPARE(tables(), 3); // X's, its shown one, Y's
@@ -340,8 +308,8 @@ private slots:
         QCOMPARE(tables(), 3); // of the last export, which is shown
         harness.window->findChild<ExportCSV *>()->close();
         QCOMPARE(tables(), 2);
-        QCOMPARE(harness.window->findChildren<QObject *>().size(), objects); // selection models go, too
-        // The icons of two rows, and of the same table built anew, are one: each of its own would have its own pixmaps.
+        QCOMPARE(harness.window->findChildren<QObject *>().size(), objects); // selection models are deleted, too
+        // All rows and tables share one icon: separate ones would have separate pixmaps.
         const auto iconOf = [&harness](int row) {
             return harness.table(0, 'X')->model()->index(row, 1).data(Qt::DecorationRole).value<QIcon>().cacheKey();
         };
@@ -377,12 +345,14 @@ private slots:
         QVERIFY(harness.choose(0, 'Y', "S/m", "Axis 0", "Position 0"));
         addModule(&harness, "S/late", 1);
         harness.sampleTick();
-        QVERIFY(module->channel.exchanges.isEmpty()); // at once, not when the lists are filled
+        QVERIFY(module->channel.exchanges.isEmpty()); // switched off at once, before the lists are refilled
         QTRY_COMPARE(harness.moduleBox(0, 'X')->count(), 2);
         // The motor box is still filled, though no module is chosen.
         QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), "Axis 1"));
         QVERIFY(PluginHarness::pick(harness.motorBox(0, 'X'), "Axis 0"));
         QVERIFY(harness.choose(0, 'X', "S/late", "", "Speed 0"));
+        harness.sampleTick();
+        QVERIFY(module->channel.exchanges.isEmpty()); // the notice has switched off Y, too
         QVERIFY(harness.choose(0, 'Y', "S/m", "Axis 0", "Position 0"));
         harness.sampleTick();
         QCOMPARE(module->channel.exchanges.size(), 1);

@@ -5,7 +5,7 @@
 
 #include <QPluginLoader>
 
-/// The plugin as a file: what it leaves behind when the host unloads it.
+/// Unloading of the plugin's file while an export window is open.
 class UnloadingTest : public GuardedTest
 {
     Q_OBJECT

@@ -17,7 +17,7 @@ QStringList CurveSamples::kinds()
 
 QVector<QPointF> CurveSamples::curve(int kind, int pointCount, int variant)
 {
-    // Evenly in -1 to 1; unlike the library's distributions the same everywhere.
+    // Uniform in -1 to 1; the distributions of the standard library differ between implementations.
     std::mt19937 engine(static_cast<std::mt19937::result_type>(variant + 1));
     const auto noise = [&engine] {
         return static_cast<double>(engine()) / static_cast<double>(std::mt19937::max()) * 2.0 - 1.0;

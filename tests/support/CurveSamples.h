@@ -8,7 +8,7 @@
 class QPainter;
 class QPolygonF;
 
-/// Curves as modules yield them, and the plain way to draw them: what tests and measurements compare the plot with.
+/// Typical curves, and QPainter's way to draw them, for tests and measurements of the plot.
 namespace CurveSamples
 {
 

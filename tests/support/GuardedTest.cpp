@@ -14,7 +14,7 @@ QVector<QPair<QtMsgType, QRegularExpression>> expected;
 
 void record(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    // The offscreen platform says so of every window that is shown or raised.
+    // The offscreen platform prints this for every window that is shown or raised.
     if (!text.startsWith(QStringLiteral("This plugin does not support "))) {
         seen.append({type, text});
     }
@@ -62,17 +62,17 @@ void GuardedTest::cleanup()
     AppSettings::setStoreFile(QString());
     QStringList faults;
     for (const auto &message : qAsConst(seen)) {
-        const auto announced = std::find_if(expected.begin(), expected.end(), [&](const auto &expectation) {
+        const auto match = std::find_if(expected.begin(), expected.end(), [&](const auto &expectation) {
             return expectation.first == message.first && expectation.second.match(message.second).hasMatch();
         });
-        if (announced != expected.end()) {
-            expected.erase(announced);
+        if (match != expected.end()) {
+            expected.erase(match);
         } else if (message.first == QtWarningMsg || message.first == QtCriticalMsg) {
             faults.append(QStringLiteral("unexpected: ") + message.second);
         }
     }
     for (const auto &expectation : qAsConst(expected)) {
-        faults.append(QStringLiteral("never came: ") + expectation.second.pattern());
+        faults.append(QStringLiteral("missing: ") + expectation.second.pattern());
     }
     m_folder.reset();
     QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));

@@ -8,21 +8,21 @@
 #include <QtTest>
 
 /**
- * Base of every test class: any warning or critical message that a test function did not announce fails it, and the
- * host's settings live in a temporary folder that is new for each test function.
+ * Base of every test class: an unexpected warning or critical message fails the test function. The host's settings are in
+ * a temporary folder, a new one for each test function.
  */
 class GuardedTest : public QObject
 {
     Q_OBJECT
 
 protected:
-    /// Announces a message; the test function fails when it does not come. Every message needs its own call.
+    /// Expects one message; the test function fails without it.
     void expectMessage(QtMsgType type, const QRegularExpression &pattern);
 
     /// The texts of all messages since the test function began that are of \a type.
     QStringList messages(QtMsgType type) const;
 
-    /// A folder that lives as long as the test function.
+    /// A path in a folder that is deleted after the test function.
     QString temporaryPath(const QString &fileName) const;
 
 private slots:
@@ -32,6 +32,14 @@ private slots:
 private:
     QScopedPointer<QTemporaryDir> m_folder;
 };
+
+/// QVERIFY for helpers: QVERIFY would only leave the helper, and the test would go on. Ends the test program.
+#define REQUIRE(condition)                                                                                             \
+    do {                                                                                                               \
+        if (!(condition)) {                                                                                            \
+            qFatal("%s:%d: %s", __FILE__, __LINE__, #condition);                                                       \
+        }                                                                                                              \
+    } while (false)
 
 /// Fixed style, font and platform, so that pixels are the same everywhere.
 void prepareTestEnvironment();

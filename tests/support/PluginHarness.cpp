@@ -1,5 +1,7 @@
 #include "PluginHarness.h"
 
+#include "GuardedTest.h"
+
 #include "host/ExportCSV.h"
 
 #include <QAbstractEventDispatcher>
@@ -7,7 +9,6 @@
 #include <QFileDialog>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <QtTest>
 
 #include <algorithm>
 
@@ -40,7 +41,7 @@ void PluginHarness::open()
     plugin->show();
     window->resize(900, 600);
     window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window));
+    REQUIRE(QTest::qWaitForWindowExposed(window));
     const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(plugin);
     for (const QAbstractEventDispatcher::TimerInfo &timer : timers) {
         (timer.interval == refreshIntervalMs ? m_refreshTimerId : m_sampleTimerId) = timer.timerId;
@@ -82,7 +83,8 @@ QAbstractButton *PluginHarness::button(const QString &accessibleName) const
     const auto found = std::find_if(buttons.begin(), buttons.end(), [&](const QAbstractButton *button) {
         return button->accessibleName() == accessibleName;
     });
-    return found == buttons.end() ? nullptr : *found;
+    REQUIRE(found != buttons.end());
+    return *found;
 }
 
 QWidget *PluginHarness::plot() const
@@ -144,12 +146,12 @@ void PluginHarness::clickLog(const std::function<void(QFileDialog *)> &answer) c
     bool isAnswered = false;
     QTimer::singleShot(0, [&] {
         auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog != nullptr);
+        REQUIRE(dialog != nullptr);
         isAnswered = true;
         answer(dialog);
     });
     logBox()->click();
-    QVERIFY(isAnswered);
+    REQUIRE(isAnswered);
 }
 
 void PluginHarness::startLog(const QString &path) const
@@ -172,6 +174,7 @@ QVector<QPointF> PluginHarness::points(int pair)
 {
     QVector<QPointF> found;
     const QStandardItemModel *const model = exported();
+    REQUIRE(model != nullptr);
     for (int row = 0; row < model->rowCount() && model->item(row, 2 * pair) != nullptr; ++row) {
         found.append(
             {model->item(row, 2 * pair)->text().toDouble(), model->item(row, 2 * pair + 1)->text().toDouble()});

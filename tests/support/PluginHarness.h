@@ -15,15 +15,15 @@
 class QFileDialog;
 
 /**
- * A plugin instance in a container window, driven as a person and a host would: through widgets found by their names,
- * real clicks and keys, and timer events. Works on a plugin that was loaded as well as on one that is linked in.
+ * A plugin instance in a container window, used like a user and a host do: by widgets found by their names, clicks, keys
+ * and timer events. Works with a loaded plugin as well as with a linked one. A failed step ends the test program.
  */
 class PluginHarness : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \param root the object that the plugin loader hands out; not owned
+    /// \param root the root object of the plugin loader; not owned
     explicit PluginHarness(ContainerInterface *root, const QString &name = QStringLiteral("Plot"));
     ~PluginHarness() override;
 
@@ -93,10 +93,10 @@ public:
     static int rowOf(const QTableView *table, const QString &name);
     /// A real click on a cell; the curve's pages have to be shown.
     static bool clickCell(QTableView *table, int row, int column = 2);
-    /// Selects the curve, module, motor (empty: none offered) and value of one axis as a person would.
+    /// Selects curve, module, motor (empty: there is no choice) and value of one axis.
     bool choose(int curve, char axis, const QString &module, const QString &motor, const QString &value);
 
-    /// Clicks the log box and does \a answer with the dialog that it opens; fails without a dialog.
+    /// Clicks the log box and calls \a answer with the dialog that it opens.
     void clickLog(const std::function<void(QFileDialog *)> &answer) const;
     /// Starts a recording into \a path through the box and its dialog.
     void startLog(const QString &path) const;
@@ -106,7 +106,7 @@ public:
     /// The exported points of the curve at position \a pair, oldest first.
     QVector<QPointF> points(int pair = 0);
 
-    /// Holds back the plugin's timer events but those that the test delivers: time passes when the test says so.
+    /// Blocks the plugin's own timer events, so that only sampleTick() and refreshTick() have an effect.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
     PluginHandler handler;

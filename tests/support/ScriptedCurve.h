@@ -3,7 +3,7 @@
 #include "PluginHarness.h"
 #include "ScriptedModule.h"
 
-/// An open plugin with one module, "S/m", whose values "pos" and "speed" are what the test says.
+/// An open plugin with one module, "S/m", whose values "pos" and "speed" are set by the test.
 class ScriptedCurve : public PluginHarness
 {
     Q_OBJECT

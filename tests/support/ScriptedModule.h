@@ -8,7 +8,7 @@
 
 #include <functional>
 
-/// A command channel that answers by a function and keeps what it was asked.
+/// A command channel that answers by a function and stores the requests.
 class ScriptedChannel : public CommandHandlerInterface
 {
 public:
@@ -44,7 +44,7 @@ protected:
     }
 };
 
-/// A module whose every answer is written by the test.
+/// A module whose answers are set by the test.
 class ScriptedModule : public KAROModuleInterface
 {
     Q_OBJECT

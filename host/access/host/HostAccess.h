@@ -20,16 +20,16 @@
 #endif
 
 /**
- * What the plugin reads from a host under names or types that differ between hosts.
+ * Access to what differs between hosts in name or type. The plugin's view of the host, not used by the workbench.
  *
- * Each function has a default that tries the usual spellings. A host that has none of them gets a function of the same
- * name, without "template", in this namespace and in one of its forwarding headers: the compiler prefers it. What to
- * write and where is the text of the failed assertion. GUI thread.
+ * Each function template tries the usual spellings. For a host with another spelling, one of its forwarding headers
+ * defines an ordinary function of the same name in this namespace, which overload resolution prefers. The failed
+ * static_assert says what to write and where. GUI thread.
  */
 namespace HostAccess
 {
 
-/// False, but not before a template that contains it is used.
+/// False, evaluated only when a template that uses it is instantiated.
 template<typename> constexpr bool isKnown = false;
 
 // The texts of a host may be of any of these types.
@@ -127,7 +127,7 @@ template<typename Tools> QList<Register *> currentRegisters(Tools &tools)
     }
 }
 
-// A set without it would be taken for a register without fields, and nobody would notice.
+// Without the macro, the plugin would silently take every set for a register without fields.
 static_assert(QtPrivate::HasQ_OBJECT_Macro<RegisterSet>::Value, "host/RegisterSet.h: RegisterSet lacks Q_OBJECT");
 
 /// The bit fields of \a set, in the host's order.

@@ -5,7 +5,7 @@
 #include <QSettings>
 
 /**
- * The host's settings: an INI file of its own, shared by all who make one of these.
+ * The host's settings: an INI file that all instances share.
  *
  * The file is "settings.ini" in the user's configuration folder for this application, unless setStoreFile() named
  * another one before. GUI thread.
@@ -18,7 +18,7 @@ public:
     AppSettings();
     ~AppSettings() override;
 
-    /// Redirects every AppSettings made from now on; an empty path restores the default.
+    /// Sets the file of all instances that are constructed from now on; an empty path restores the default. For tests.
     static void setStoreFile(const QString &path);
     static QString storeFile();
 };

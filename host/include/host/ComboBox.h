@@ -7,8 +7,8 @@
 /**
  * The host's combo box.
  *
- * clear() empties the box and leaves ONE blank entry, added in the ordinary way: it becomes current and the change is
- * signalled. All that fills these boxes relies on it and removes the blank afterwards.
+ * clear() leaves one blank entry. Like any first entry it becomes current, and currentIndexChanged() is emitted. Code
+ * that fills such a box relies on this, and removes the blank entry afterwards.
  */
 class HOST_EXPORT ComboBox : public QComboBox
 {
@@ -19,6 +19,6 @@ public:
     ~ComboBox() override;
 
     void clear();
-    void resetLastIndex(); ///< Hosts may remember which entry was left, and forget it here. This one does not.
+    void resetLastIndex(); ///< For hosts that keep the previous index. Does nothing here.
     void setCurrentIndex(int index);
 };

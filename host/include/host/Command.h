@@ -5,15 +5,16 @@
 #include <QtGlobal>
 
 /**
- * One request or one reply of the KARO command set: a plain value, copied freely.
+ * One request or one reply of the KARO command set: a plain value.
  *
- * A request carries module address, command number, type and motor or bank; a reply carries the value. A command that
- * was never answered has the value 0.
+ * A request carries module address, command number, type and motor or bank; a reply carries the value, 0 before the
+ * first answer. Plugins build requests and read values; setValue(), setStatus() and status() serve channels and the
+ * host application.
  */
 class HOST_EXPORT Command
 {
 public:
-    /// How the last exchange of this record as a reply ended.
+    /// How the last exchange that used this record as its reply ended.
     enum class Status : quint8
     {
         Unanswered, ///< never sent, or no answer before the channel's deadline

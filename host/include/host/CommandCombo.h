@@ -3,10 +3,9 @@
 #include "host/Command.h"
 
 /**
- * A request and the reply to it, one behind the other in memory.
+ * A request and its reply, adjacent in memory in this order.
  *
- * Callers may keep two neighbouring Command members and pass their address as a CommandCombo: the layout of this
- * record is part of its contract.
+ * The layout is part of the contract: callers may pass the address of two adjacent Command members as a CommandCombo.
  */
 struct CommandCombo
 {

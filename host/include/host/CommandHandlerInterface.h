@@ -11,18 +11,20 @@ class QDeadlineTimer;
 /**
  * The command channel of one module: sends requests and waits for the replies.
  *
- * Owned by the module, used from the GUI thread only. sendCommandCombos() blocks until all replies are in and spins no
- * event loop. Because it holds up everything else on that thread, its time is limited in three ways:
+ * Owned by the module, used from the GUI thread only. sendCommandCombos() blocks until all replies have arrived and
+ * runs no event loop. Because it blocks everything else on that thread, its time is limited in three ways:
  *
- * - Deadline: one exchange, however many requests it has, takes exchangeDeadlineMs at most. An exchange that is not
- *   complete by then fills no reply at all, so that no caller pairs a new value with an old one.
- * - Silence: after a missed deadline the channel answers "unanswered" at once for at least retryIntervalMs, then tries
- *   again.
- * - Rests: a channel whose module answers slowly may use busySharePercent of the time. Exchanges of up to
- *   briefExchangeMs cost nothing; longer ones are paid from an allowance of busyAllowanceMs that refills at that share.
- *   While the allowance is used up the channel rests: calls return at once and leave their pairs as they are. When it
- *   is over, those that were turned away get their turn in the order in which they asked. A request that the pair has
- *   no reply to yet does not wait: the reply of an earlier request in its place would be a wrong value.
+ * - Deadline: one exchange, of any number of requests, takes at most exchangeDeadlineMs. An exchange that is incomplete
+ *   at its deadline fills no reply at all, so that no caller combines a new value with an old one.
+ * - Silence: after a missed deadline, every exchange fails at once for retryIntervalMs; the next one is sent again.
+ * - Rests: a channel whose module answers slowly may use busySharePercent of the time. An exchange of up to
+ *   briefExchangeMs is free; the duration of a longer one is subtracted from an allowance, which refills at that share
+ *   up to busyAllowanceMs. While the allowance is used up the channel rests: calls return at once and leave their pairs
+ *   unchanged. After a rest the callers that were rejected are served in the order of their calls. A request that has
+ *   changed since its last reply is sent even in a rest: the reply to the previous request would be a wrong value.
+ *
+ * Plugins call sendCommandCombos() and setCircularMode(). Statistics and silence serve the host application; transact()
+ * and nowNs() are implemented by channels.
  */
 class HOST_EXPORT CommandHandlerInterface
 {
@@ -30,17 +32,17 @@ public:
     /// What a channel has done since it was made.
     struct Statistics
     {
-        quint64 exchanges = 0;         ///< calls of sendCommandCombos() that were not turned away in a rest
-        quint64 answeredExchanges = 0; ///< those of them that filled all their replies
-        quint64 rests = 0;             ///< calls that were turned away in a rest; counted nowhere else
+        quint64 exchanges = 0;         ///< calls of sendCommandCombos() that were not rejected in a rest
+        quint64 answeredExchanges = 0; ///< exchanges that filled all their replies
+        quint64 rests = 0;             ///< calls that were rejected in a rest; not among the exchanges
         quint64 requests = 0;          ///< requests in all exchanges
-        quint64 unanswered = 0;        ///< requests in exchanges that were not answered completely and in time
+        quint64 unanswered = 0;        ///< requests in exchanges that were incomplete at their deadline
         qint64 lastDurationNs = 0;     ///< duration of the last exchange, ns
         qint64 longestDurationNs = 0;  ///< the longest so far, ns
         qint64 totalDurationNs = 0;    ///< sum over all exchanges, ns
     };
 
-    static constexpr int exchangeDeadlineMs = 120; ///< of a whole exchange; two requests of 50 ms each fit
+    static constexpr int exchangeDeadlineMs = 120; ///< long enough for two requests of 50 ms each
     static constexpr int retryIntervalMs = 1000;
     static constexpr int briefExchangeMs = 2;
     static constexpr int busySharePercent = 10;
@@ -52,8 +54,8 @@ public:
     /**
      * Sends the request of every pair in list order and fills the reply of every pair before it returns.
      *
-     * When an answer does not come in time all replies keep their old values and get the status Unanswered. In a rest
-     * they keep their status, too. Null pairs are skipped.
+     * When a reply misses the deadline, all replies keep their values and get the status Unanswered. In a rest they
+     * keep their status, too. Null pairs are skipped.
      */
     virtual void sendCommandCombos(QList<CommandCombo *> combos);
 
@@ -63,28 +65,28 @@ public:
 
     const Statistics &statistics() const;
 
-    /// Whether the last answer that was waited for did not come: true until the module answers again.
+    /// True from a missed deadline until the module answers again.
     bool isSilenced() const;
 
 protected:
     /**
-     * Brings one request to the module and its answer into \a reply.
+     * Sends one request to the module and stores its answer in \a reply.
      *
-     * \return false when no answer came before \a deadline, which is that of the whole exchange; \a reply is then
-     *         dropped, as are those of the requests before it
+     * \param deadline of the whole exchange
+     * \return false when no answer came before \a deadline; all replies of the exchange are then discarded
      */
     virtual bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) = 0;
 
-    /// A clock that never runs backwards, ns; the time by which deadlines, silence and rests are measured.
+    /// The monotonic clock for deadlines, silence and rests, ns.
     virtual qint64 nowNs() const;
 
 private:
     Q_DISABLE_COPY(CommandHandlerInterface)
 
-    /// Someone who was turned away, known by the address of the first pair, which is never followed.
+    /// A caller that was rejected in a rest.
     struct Waiting
     {
-        const CommandCombo *caller;
+        const CommandCombo *caller; // its first pair, compared only and never dereferenced
         qint64 lastAskedNs;
     };
 
@@ -99,6 +101,6 @@ private:
     qint64 m_nextTryNs = 0; // while silenced
     qint64 m_allowanceNs = qint64{busyAllowanceMs} * 1000000;
     qint64 m_allowanceTimeNs = 0;
-    QVector<Waiting> m_waiting; // the first to ask comes first
+    QVector<Waiting> m_waiting; // in the order of their first rejected call
     Statistics m_statistics;
 };

@@ -11,8 +11,8 @@ class KAROModuleInterface;
  * Base of the plugins that the host shows in container windows of their own.
  *
  * The host makes the container window the plugin's parent and calls init() with it at every opening; the window's
- * signal finished(int) reaches finished() when it closes. A container registers itself with the handler it is given,
- * so that it hears of modules that come and go for as long as it lives.
+ * signal finished(int) calls finished() when it closes. A container registers itself with its handler: until it is
+ * destroyed, handleModulePlugin() is called for every module that comes or goes.
  */
 class HOST_EXPORT ContainerInterface : public PluginInterface
 {

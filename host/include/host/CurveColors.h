@@ -6,5 +6,5 @@
 
 constexpr int curveColorCount = 6;
 
-/// The curve colours, indexed by curve id modulo curveColorCount. The first four are translucent.
+/// The colours of the curves; curve \a id has colour id modulo curveColorCount. The first four are translucent.
 HOST_EXPORT extern const QColor colorForIds[curveColorCount];

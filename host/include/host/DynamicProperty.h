@@ -1,6 +1,6 @@
 #pragma once
 
-/// Names of the dynamic properties by which plugins, plot and host talk to each other.
+/// Names of the dynamic properties that plugins set for the plot and the host.
 namespace DynamicProperty
 {
 

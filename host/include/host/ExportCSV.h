@@ -13,9 +13,9 @@ class QTableView;
 /**
  * The host's export window: shows a table with its captions, copies it and saves it as delimited text.
  *
- * Shows itself when made, destroys itself when closed. The model stays its owner's; the window survives its end and
- * then offers an empty table. Each column's caption is its horizontal header text; the module caption under
- * captionRole (if any) is saved as a line of its own above it.
+ * Is shown when it is constructed and deleted when it is closed. Does not own the model; when the model is deleted
+ * first, the window shows an empty table. A column's caption is its horizontal header text; the module captions
+ * (captionRole), if there are any, are saved as a line of their own above the column captions.
  *
  * Separator, decimal mark and folder are remembered in the settings group "ExportCSV". GUI thread.
  */
@@ -27,7 +27,7 @@ public:
     /// Data role of the horizontal header under which plugins put module captions.
     static constexpr int captionRole = Qt::UserRole + 6;
 
-    /// \a model may be null; \a flags are those of the window, which is a window whatever they say.
+    /// \a model may be null. Qt::Window is added to \a flags.
     ExportCSV(QStandardItemModel *model, QWidget *parent, Qt::WindowFlags flags);
     ~ExportCSV() override;
 

@@ -27,13 +27,13 @@ public:
 
     virtual QString getAliasName() const = 0;
     virtual int numberOfAxes() = 0;            ///< 0 or more.
-    virtual unsigned char moduleAddress() = 0; ///< Bus address, goes into every request.
+    virtual unsigned char moduleAddress() = 0; ///< Bus address of every request, 0 to 255.
     virtual CommandHandlerInterface *commandHandlerInterface() = 0;
-    virtual int getChannel() = 0; ///< 1: registers are read by command 149, else by 148.
+    virtual int getChannel() = 0; ///< On channel 1, registers are read by command 149, else by 148.
 
     /**
      * The parameters of one group: "axis0", "axis1" ..., "global2", or one of the texts of ParameterType.
-     * \return null when the module has no such group; else owned by the module
+     * \return owned by the module; null when it has no such group
      */
     virtual QMap<QString, Parameter> *getParameterMapByName(QString name) = 0;
 

@@ -3,7 +3,6 @@
 /**
  * The host's line end in files and messages.
  *
- * It bears a name of its own because the toolkit has a function "endl" in its namespace since 5.14: writing that name
- * compiles and yields a line feed alone.
+ * Not to be confused with Qt::endl, a function of Qt 5.14 and later that writes a line feed alone.
  */
 constexpr char hostLineEnd[] = "\r\n";

@@ -15,8 +15,8 @@ struct Parameter
     bool stored = false;     ///< kept by the module when it is switched off
     qint32 defaultValue = 0; ///< raw value after a factory reset
     QString key;             ///< the key under which the parameter is registered
-    qint64 minimum = 0;      ///< least raw value
-    qint64 maximum = 0;      ///< greatest raw value
+    qint64 minimum = 0;      ///< minimum of the raw value
+    qint64 maximum = 0;      ///< maximum of the raw value
     quint8 bits = 32;        ///< width of the raw value, bit
     quint8 bank = 0;         ///< bank or motor
     quint8 flags = 0;        ///< reserved

@@ -11,11 +11,13 @@ class ContainerInterface;
 class KAROModuleInterface;
 
 /**
- * The registry of module plugins, and of the containers that are told when modules come and go.
+ * The registry of module plugins, and of the containers that are notified when modules come and go.
  *
- * Owned by the host application, which destroys the containers first and this last. A module that is destroyed behind
- * the registry's back leaves it by itself; the containers are then told of a null module. Containers may come and go,
- * and add or remove modules, while they are being told. GUI thread.
+ * Owned by the host application, which destroys the containers first and this last. A module that is destroyed without
+ * removeModulePlugin() is removed, too; the containers are then notified with a null module. During a notification
+ * containers may be created and destroyed, and may add or remove modules. GUI thread.
+ *
+ * Plugins look modules up; adding and removing modules serves the host application.
  */
 class HOST_EXPORT PluginHandler : public QObject
 {
@@ -28,22 +30,23 @@ public:
     /// The keys of all connected modules: in order of arrival, or in text order when \a sorted.
     QStringList getModulePluginKeys(bool sorted) const;
 
-    /// The module under \a key, or null when there is none (any more).
+    /// The module registered under \a key, or null.
     KAROModuleInterface *getModulePlugin(const QString &key) const;
 
     /**
-     * Registers \a module under its key, takes ownership and tells every container.
-     * \return false when the key is empty or taken; the module is then left alone
+     * Registers \a module under its key, takes ownership and notifies every container.
+     * \return false when \a module is null, or its key is empty or in use; ownership then stays with the caller
      */
     bool addModulePlugin(KAROModuleInterface *module);
 
     /**
-     * Takes the module out of the registry, tells every container, and only then destroys the module.
+     * Removes the module from the registry, notifies every container, and only then destroys the module.
      * \return false when there is no such key
      */
     bool removeModulePlugin(const QString &key);
 
-    /// Has \a container told of every change from now on; null or a known one is ignored. Containers call this themselves.
+    /// Notifies \a container of every change from now on. Null or a known container is ignored; containers call this
+    /// themselves.
     void addContainer(ContainerInterface *container);
     void removeContainer(ContainerInterface *container);
 

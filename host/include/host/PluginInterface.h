@@ -15,10 +15,13 @@ class PluginHandler;
 struct export_type_t;
 
 /**
- * Base of every plugin of the host, be it a module or a container.
+ * Base of every plugin of the host: modules and containers.
  *
- * It keeps what it is given and makes the name the object name (so that every clone has a settings group of its own),
- * the title the window title and the icon the window icon. Owned by the host; GUI thread.
+ * The name becomes the object name (so that every clone has a settings group of its own), the title the window title
+ * and the icon the window icon. Owned by the host; GUI thread.
+ *
+ * Plugins override the virtual functions. The getters, and the calls of showPlugin(), hidePlugin() and aboutToExit(),
+ * serve the host application.
  */
 class HOST_EXPORT PluginInterface : public QWidget
 {
@@ -26,7 +29,7 @@ class HOST_EXPORT PluginInterface : public QWidget
 
 public:
     /**
-     * \param type     the host's code for the kind of plugin; kept, never interpreted here
+     * \param type     the host's code for the kind of plugin; not interpreted here
      * \param handler  the registry of module plugins, not owned, may be null
      * \param iconPath a resource path without suffix
      */
@@ -54,7 +57,7 @@ public:
     virtual void init(QWidget *parent);
 
     QString name();
-    /// The text under which a plugin is registered; the name unless setKey() gave another one.
+    /// The key under which a plugin is registered; the name unless setKey() has set another one.
     QString key() const;
     QString title() const;
     QString iconPath() const;
@@ -73,6 +76,8 @@ private:
     QString m_key;
     QPointer<PluginHandler> m_handler; // not owned
     QString m_iconPath;
+    // Not read here: the members of the host's own base class, in its order, so that objects here hold what they hold
+    // there.
     QMap<QString, QVariant> m_values;
     QHash<const export_type_t *, QVariant> m_exports;
     QSet<ImportFilter *> m_importFilters;

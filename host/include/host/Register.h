@@ -15,7 +15,7 @@ class HOST_EXPORT Register : public QObject
     Q_OBJECT
 
 public:
-    /// Which kinds of register lists can be asked for; the numbers are what TempTools is given.
+    /// The kinds of registers; the numbers are those of TempTools::fillCurrentRegisterList().
     enum Kind
     {
         Readable = 1,

@@ -7,7 +7,7 @@
 /**
  * A register that is divided into bit fields.
  *
- * The fractions are its children and die with it.
+ * Owns its fractions.
  */
 class HOST_EXPORT RegisterSet : public Register
 {

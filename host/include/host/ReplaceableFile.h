@@ -5,8 +5,8 @@
 #include <QString>
 
 /**
- * Why a file of the name \a path must not be replaced by a saved one; empty when it may be: there is none, or a regular
- * one. A link counts as what it leads to. Saving puts a new file in the place of the old one, so that a device, FIFO or
- * socket would be gone for everyone.
+ * The reason why \a path must not be overwritten by saving, as a sentence for the user; empty when there is no file of
+ * that name, or a regular one. Symbolic links are followed. Saving renames a new file to the old name: a device, FIFO
+ * or socket of that name would be lost for all processes that use it.
  */
 HOST_EXPORT QString obstacleToReplacing(const QString &path);

@@ -13,14 +13,14 @@ class Register;
 /**
  * Holds the list of the registers that a container is working with. GUI thread.
  *
- * The list is replaced by each fill. A register that dies with its module leaves the list by itself. Only the list is
- * used by containers; what the constructor takes serves other tools and is not kept.
+ * Each fill replaces the list. A register that is destroyed leaves the list. The constructor's parameters are for tools
+ * of other hosts and ignored here.
  */
 class HOST_EXPORT TempTools
 {
 public:
     /**
-     * \param firstModule, lastModule the range of modules that the helper is made for
+     * \param firstModule, lastModule the range of modules
      * \param handler                 a command channel, may be null; not owned
      * \param name                    a name for messages, may be empty
      * \param readCommand, writeCommand command numbers of register access
