@@ -147,10 +147,10 @@ private slots:
                 for (int i = 0; i < 5; ++i) {
                     rack.ask(second);
                 }
-                rack.watch.look(fromMs + look * 500);
+                rack.watch.poll(fromMs + look * 500);
             }
         };
-        rack.watch.look(0);
+        rack.watch.poll(0);
         askFor(500, 4);
         QCOMPARE(rack.watch.answersPerSecond(1), 20.0); // five exchanges of two requests in half a second
         QCOMPARE(rack.watch.answersPerSecond(), 20.0);
@@ -168,7 +168,7 @@ private slots:
 
         rack.modules.setSilent(1, false);
         QTRY_VERIFY((rack.ask(second), !rack.channel(second)->isSilenced())); // it is tried again after a second
-        rack.watch.look(8000);
+        rack.watch.poll(8000);
         QCOMPARE(risen.size(), 1);
         QCOMPARE(risen.constFirst().at(1).toInt(), 5);
         QCOMPARE(rack.mark(second), QString());
@@ -178,15 +178,15 @@ private slots:
     {
         Rack rack;
         rack.modules.setAnswerTime(1, 5);
-        rack.watch.look(0);
+        rack.watch.poll(0);
         while (rack.channel(second)->statistics().rests == 0) {
             rack.ask(second);
         }
-        rack.watch.look(500);
+        rack.watch.poll(500);
         QVERIFY(rack.watch.state(1) == AnswerWatch::State::Slow);
         QVERIFY2(rack.mark(second).contains("Slow: "), qPrintable(rack.mark(second)));
         rack.modules.setPluggedIn(1, false);
-        rack.watch.look(1000);
+        rack.watch.poll(1000);
         QCOMPARE(rack.mark(second), QString());
     }
 };

@@ -18,23 +18,23 @@ private slots:
     void linesAreCountedWhenTheyAreWhole()
     {
         LogFollower follower(temporaryPath("run.csv"));
-        follower.look();
+        follower.poll();
         QVERIFY(!follower.isThere() && follower.isRegular() && !follower.wasReplaced());
         append(header);
-        follower.look();
+        follower.poll();
         QVERIFY(follower.isThere() && follower.hasHeader() && !follower.lastLineTime().isValid());
         QCOMPARE(follower.dataLines(), 0);
         append("1;2;3;\r\n2;");
-        follower.look();
+        follower.poll();
         QCOMPARE(follower.dataLines(), 1);
         const QDateTime first = follower.lastLineTime();
         QVERIFY(qAbs(first.msecsTo(QDateTime::currentDateTime())) < 10000);
         append(QByteArray("4;5;\r\n") + "3;6;7;\r\n");
-        follower.look();
+        follower.poll();
         QCOMPARE(follower.dataLines(), 3);
         QCOMPARE(follower.bytes(), QFileInfo(follower.path()).size());
         const QDateTime last = follower.lastLineTime();
-        follower.look();
+        follower.poll();
         QCOMPARE(follower.lastLineTime(), last); // no line came
         QVERIFY(!follower.wasReplaced());
     }
@@ -57,13 +57,13 @@ private slots:
         QFETCH(QByteArray, content);
         append(QByteArray(header) + QByteArray("1;2;3;\r\n").repeated(40));
         LogFollower follower(temporaryPath("run.csv"));
-        follower.look();
+        follower.poll();
         QCOMPARE(follower.dataLines(), 40);
         QVERIFY(QFile::remove(follower.path()));
         if (!content.isNull()) {
             append(content);
         }
-        follower.look();
+        follower.poll();
         QVERIFY(follower.wasReplaced());
         QCOMPARE(follower.isThere(), !content.isNull());
         QTEST(follower.dataLines(), "lines");

@@ -93,13 +93,13 @@ private slots:
             pair.request.setCommand(command);
             handler.getModulePlugin(QStringLiteral("B"))->commandHandlerInterface()->sendCommandCombos({&pair});
         };
-        watch.look(0);
+        watch.poll(0);
         for (int i = 0; i < 7; ++i) {
             ask(6);
         }
         modules.setSilent(1, true);
         ask(6);
-        watch.look(1000);
+        watch.poll(1000);
         QStringList cells = cellsOf(panel, 1);
         QCOMPARE(cells.at(0), QStringLiteral("B"));
         QCOMPARE(cells.at(1), QLocale().toString(7.0, 'f', 1));
@@ -110,7 +110,7 @@ private slots:
         QCOMPARE(cells.at(4), microseconds(double(statistics.longestDurationNs)));
         QCOMPARE(cellsOf(panel, 0).at(1), QLocale().toString(0.0, 'f', 1));
         modules.setPluggedIn(1, false);
-        watch.look(2000);
+        watch.poll(2000);
         QCOMPARE(cellsOf(panel, 1), QStringList({"B", "-", "-", "-", "-", "-"}));
     }
 

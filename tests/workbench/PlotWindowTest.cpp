@@ -109,15 +109,15 @@ private slots:
         const QString path = temporaryPath("run.csv");
         plot.record(path);
         QVERIFY(plot.watch->state() == RecordingWatch::State::Recording);
-        QCOMPARE(plot.watch->path(), path);
+        QCOMPARE(plot.watch->file().path(), path);
         QTRY_VERIFY(linesOf(path).size() > 6);
-        plot.window->recordings()->look();
+        plot.window->recordings()->poll();
         QCOMPARE(plot.watch->problem(), QString());
         MouseClick::on(plot.watch->box());
         QCOMPARE(plot.watch->headline(), QStringLiteral("Not recording"));
         const QList<QByteArray> lines = linesOf(path); // two of header, and an empty one behind the last line end
-        QCOMPARE(plot.watch->dataLines(), lines.size() - 3);
-        QVERIFY(lines.at(lines.size() - 2).startsWith(QByteArray::number(plot.watch->dataLines()) + ';'));
+        QCOMPARE(plot.watch->file().dataLines(), lines.size() - 3);
+        QVERIFY(lines.at(lines.size() - 2).startsWith(QByteArray::number(plot.watch->file().dataLines()) + ';'));
         QCOMPARE(plot.watch->lastFailure(), QString());
         QCOMPARE(plot.watch->linesWithOldValues(), 0);
     }
@@ -128,13 +128,13 @@ private slots:
         const QString path = temporaryPath("run.csv");
         plot.record(path);
         QTRY_VERIFY(linesOf(path).size() > 6);
-        plot.window->recordings()->look();
-        const int fresh = plot.watch->dataLines();
+        plot.window->recordings()->poll();
+        const int fresh = plot.watch->file().dataLines();
         QCOMPARE(plot.watch->linesWithOldValues(), 0);
         plot.workbench.modules().setSilent(1, true);
         QTRY_VERIFY(linesOf(path).size() > fresh + 10);
-        plot.window->recordings()->look();
-        QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->dataLines() - fresh);
+        plot.window->recordings()->poll();
+        QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->file().dataLines() - fresh);
 
         const QString key = plot.workbench.modules().description(1).key;
         QTRY_VERIFY(plot.watch->warning().endsWith("with old values; not answering: " + key));
@@ -149,11 +149,11 @@ private slots:
 
         plot.workbench.modules().setSilent(1, false);
         QTRY_VERIFY(!plot.watch->warning().contains("not answering"));
-        plot.window->recordings()->look();
-        const int lines = plot.watch->dataLines();
+        plot.window->recordings()->poll();
+        const int lines = plot.watch->file().dataLines();
         const int old = plot.watch->linesWithOldValues();
         QTRY_VERIFY(linesOf(path).size() > lines + 10);
-        plot.window->recordings()->look();
+        plot.window->recordings()->poll();
         QCOMPARE(plot.watch->linesWithOldValues(), old); // the new ones are not
         MouseClick::on(plot.watch->box());
         QVERIFY(plot.watch->linesWithOldValues() > 8); // still to be read when the recording is over
@@ -216,10 +216,10 @@ private slots:
         qDebug("new line: of before, which is none of this recording");
         plot.record(temporaryPath("run.csv"));
         qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  2 ; 1;1;");
-        plot.window->recordings()->look();
+        plot.window->recordings()->poll();
         QCOMPARE(plot.watch->missingLines(), 1);
         QVERIFY(plot.watch->problem().startsWith("1 line sampled but not in run.csv"));
-        plot.window->recordings()->look(); // no more are lost
+        plot.window->recordings()->poll(); // no more are lost
         QCOMPARE(plot.watch->problem(), QString());
     }
 
@@ -238,12 +238,12 @@ private slots:
                                  told.append(message.text);
                              }
                          });
-        plot.window->recordings()->look();
+        plot.window->recordings()->poll();
         QVERIFY(plot.watch->missingLines() > 3);
         QVERIFY2(plot.watch->problem().contains("replaced"), qPrintable(plot.watch->problem()));
         plot.workbench.messages().deliver();
         QCOMPARE(told.filter("run.csv was replaced").size(), 1);
-        plot.window->recordings()->look(); // it stays so
+        plot.window->recordings()->poll(); // it stays so
         QVERIFY(plot.watch->problem().contains("replaced"));
     }
 

@@ -334,7 +334,7 @@ void MainWindow::showModuleCount()
 
 void MainWindow::watchAnswers()
 {
-    connect(m_answers, &AnswerWatch::looked, this, &MainWindow::showAnswers);
+    connect(m_answers, &AnswerWatch::polled, this, &MainWindow::showAnswers);
     connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
         const QString &key = m_workbench->modules().description(index).key;
         m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));

@@ -124,7 +124,7 @@ private slots:
         SimulationClock exact(SimulationClock::Drive::Exchanges, 3);
         exact.catchUp();
         QCOMPARE(exact.nowMs(), qint64(0));
-        exact.exchangeBegins();
+        exact.beginExchange();
         QCOMPARE(exact.nowMs(), qint64(3));
     }
 
