@@ -367,6 +367,16 @@
 <context>
     <name>Options</name>
     <message>
+        <source>
+A signal (SIGINT, SIGTERM, SIGHUP) ends a run as closing the window does, with exit code 128 + its number.
+A second one ends it at once.
+</source>
+        <translation>
+Ein Signal (SIGINT, SIGTERM, SIGHUP) beendet einen Lauf wie das Schließen des Fensters, mit dem Exit-Code 128 + seiner Nummer.
+Ein zweites beendet ihn sofort.
+</translation>
+    </message>
+    <message>
         <source>Set up a scene: a name from --list-scenes, or a scene file.</source>
         <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Szenendatei.</translation>
     </message>
