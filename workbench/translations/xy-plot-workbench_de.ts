@@ -822,8 +822,8 @@ Optionen:
         <translation>das Modul „%1“ hat keinen Motor „%2“, nur: %3</translation>
     </message>
     <message>
-        <source>the module &quot;%1&quot; has no value &quot;%2&quot; under its motor &quot;%3&quot;</source>
-        <translation>das Modul „%1“ hat keinen Wert „%2“ unter seinem Motor „%3“</translation>
+        <source>the module &quot;%1&quot; has no value &quot;%2&quot; under its motor &quot;%3&quot;; the nearest are: %4</source>
+        <translation>das Modul „%1“ hat keinen Wert „%2“ unter seinem Motor „%3“; am nächsten kommen: %4</translation>
     </message>
     <message>
         <source>the click on &quot;%1&quot; did not choose it</source>
