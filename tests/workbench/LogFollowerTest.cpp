@@ -1,6 +1,5 @@
 #include "logging/LogFollower.h"
 #include "GuardedTest.h"
-#include "PlotterWindow.h"
 
 namespace
 {
@@ -9,7 +8,7 @@ const char header[] = "Module:;A;A;\r\nCounter;x;y;\r\n";
 
 } // namespace
 
-/// What is found out about a log that somebody else writes.
+/// What is found out about a log that a container writes.
 class LogFollowerTest : public GuardedTest
 {
     Q_OBJECT
@@ -68,29 +67,6 @@ private slots:
         QCOMPARE(follower.isThere(), !content.isNull());
         QTEST(follower.dataLines(), "lines");
         QTEST(follower.hasHeader(), "hasHeader");
-    }
-
-    void linesOfALogHaveTheirForm_data()
-    {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<bool>("isWell");
-        const auto row = [](const char *line, int index, bool isWell) { QTest::newRow(line) << index << isWell; };
-        row("Module:;A;A;B;B;\r", 0, true);
-        row("Counter;x;y;x;y;\r", 1, true);
-        row("1;-4;5;;;\r", 2, true);
-        row("12;4;5;6;7;\r", 13, true);
-        row("Counter;x;y;x;y; \r", 1, false);
-        row("Module:;A;A;B;B;", 0, false); // another line end
-        row("2;4;5;;;\r", 2, false);       // one is left out
-        row("11;4;5;;;\r", 2, false);
-        row("1;4;5;;\r", 2, false);
-        row("1;4;5;;;;\r", 2, false);
-    }
-
-    void linesOfALogHaveTheirForm()
-    {
-        QFETCH(int, index);
-        QTEST(PlotterWindow::isLogLine(QByteArray(QTest::currentDataTag()), index, 2), "isWell");
     }
 
 private:
