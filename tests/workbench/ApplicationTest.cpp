@@ -197,28 +197,20 @@ private slots:
         QTest::addColumn<QString>("original");
         QTest::addColumn<QString>("mistake");
         QTest::addColumn<int>("recorded");
-        QTest::newRow("sound") << ""
-                               << "" << 20;
-        QTest::newRow("line missing") << "\n7;1;2;\r"
-                                      << "" << 20;
-        QTest::newRow("line twice") << "\n8;"
-                                    << "\n7;" << 20;
-        QTest::newRow("header missing") << "Module:;"
-                                        << ";" << 20;
-        QTest::newRow("another line end") << "4;1;2;\r"
-                                          << "4;1;2;" << 20;
-        QTest::newRow("field missing") << "4;1;2;"
-                                       << "4;1;" << 20;
-        QTest::newRow("field too many") << "4;1;2;"
-                                        << "4;1;2;3;" << 20;
-        QTest::newRow("blank in the header") << "y;"
-                                             << "y; " << 20;
-        QTest::newRow("last line torn") << "20;1;2;\r\n"
-                                        << "20;1;2;\r\n21;1;" << 20;
-        QTest::newRow("more recorded than written") << ""
-                                                    << "" << 21;
-        QTest::newRow("too few") << "\n20;1;2;\r"
-                                 << "" << 19;
+        const auto row = [](const char *name, const char *original, const char *mistake, int recorded = 20) {
+            QTest::newRow(name) << original << mistake << recorded;
+        };
+        row("sound", "", "");
+        row("line missing", "\n7;1;2;\r", "");
+        row("line twice", "\n8;", "\n7;");
+        row("header missing", "Module:;", ";");
+        row("blank in the header", "y;", "y; ");
+        row("another line end", "4;1;2;\r", "4;1;2;");
+        row("field missing", "4;1;2;", "4;1;");
+        row("field too many", "4;1;2;", "4;1;2;3;");
+        row("last line torn", "20;1;2;\r\n", "20;1;2;\r\n21;1;");
+        row("more recorded than written", "", "", 21);
+        row("too few", "\n20;1;2;\r", "", 19);
     }
 
     void selfTestChecksTheLog()
