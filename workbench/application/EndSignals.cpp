@@ -120,7 +120,7 @@ void EndSignals::read()
     char number = 0;
     if (::read(wakePipe[0], &number, 1) == 1) {
         m_received = number;
-        emit asked();
+        emit received();
     }
 #endif
 }

@@ -40,7 +40,7 @@ public:
 signals:
     void begun();
     /// There will be no recording; error() says why.
-    void gaveUp();
+    void failed();
 
 private:
     enum class Phase
@@ -53,13 +53,13 @@ private:
     void ask();
     void fillIn(QFileDialog *dialog);
     static void answer(QMessageBox *question);
-    void giveUp(const QString &problem);
+    void fail(const QString &problem);
 
     const QPointer<QWidget> m_container;
     const QPointer<RecordingWatch> m_watch;
     const QString m_path;
     const std::function<bool()> m_isReady;
     Phase m_phase = Phase::Waiting;
-    QTimer m_patience;
+    QTimer m_waitTimer;
     QString m_error;
 };
