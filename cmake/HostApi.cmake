@@ -13,7 +13,7 @@ function(host_headers_in_use variable)
   file(GLOB sources CONFIGURE_DEPENDS
     ${CMAKE_SOURCE_DIR}/plotter/*.cpp ${CMAKE_SOURCE_DIR}/plotter/*.h
     ${CMAKE_SOURCE_DIR}/plugin/*.cpp ${CMAKE_SOURCE_DIR}/plugin/*.h ${CMAKE_SOURCE_DIR}/plugin/forms/*.ui
-    ${CMAKE_SOURCE_DIR}/tests/plugin/HostDeclarations.cpp ${host_access}/host/*.h)
+    ${host_access}/HostDeclarations.cpp ${host_access}/host/*.h)
   set(headers)
   foreach(source IN LISTS sources)
     file(STRINGS ${source} lines REGEX "(#include \"|<header>)host/[A-Za-z]+\\.h")
@@ -115,7 +115,7 @@ else()
 endif()
 
 # Compiled and never run: it says what a host has to declare.
-add_library(host_declarations OBJECT ${CMAKE_SOURCE_DIR}/tests/plugin/HostDeclarations.cpp)
+add_library(host_declarations OBJECT ${host_access}/HostDeclarations.cpp)
 target_link_libraries(host_declarations PRIVATE host project_options)
 
 # check_declarations_first(TARGET...)
