@@ -143,7 +143,7 @@ private slots:
         QVERIFY(window.container->width() >= 700 && window.container->height() >= 400);
         // By the bars of the container's own window: those of the workspace would move the frame with them.
         const auto *const scrollArea = window.workspace->subWindowList().constFirst()->findChild<QScrollArea *>();
-        QVERIFY(scrollArea->verticalScrollBar()->maximum() > 0);
+        QVERIFY(scrollArea != nullptr && scrollArea->verticalScrollBar()->maximum() > 0);
         QVERIFY(scrollArea->height() < 400);
     }
 

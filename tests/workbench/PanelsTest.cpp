@@ -13,6 +13,7 @@
 #include <QTreeView>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -34,15 +35,17 @@ QVector<LogMessage> many(int count, QtMsgType type, const QString &text)
     return QVector<LogMessage>(count, LogMessage{QTime(), type, QStringLiteral("default"), text, false});
 }
 
-/// The lightness of the lightest pixel that is not transparent, 0 to 255.
-int maximumLightness(const QImage &image)
+/// The lightness of the darkest and of the lightest pixel that is not transparent, 0 to 255.
+std::pair<int, int> lightnessRange(const QImage &image)
 {
-    int maximum = 0;
+    std::pair<int, int> range(255, 0);
     for (int i = 0; i < image.width() * image.height(); ++i) {
         const QColor color = image.pixelColor(i % image.width(), i / image.width());
-        maximum = std::max(maximum, color.alpha() > 127 ? color.lightness() : 0);
+        if (color.alpha() > 127) {
+            range = {std::min(range.first, color.lightness()), std::max(range.second, color.lightness())};
+        }
     }
-    return maximum;
+    return range;
 }
 
 } // namespace
@@ -193,9 +196,9 @@ private slots:
         if (isDark) {
             // The outlines that Fusion draws in colours for light windows: of an empty box, and of a title's button.
             QCheckBox box;
-            QVERIFY(maximumLightness(box.grab().toImage()) > 110);
+            QVERIFY(lightnessRange(box.grab().toImage()).second > 110);
             const QIcon close = QApplication::style()->standardIcon(QStyle::SP_TitleBarCloseButton);
-            QVERIFY(maximumLightness(close.pixmap(16, 16).toImage()) > 150);
+            QVERIFY(lightnessRange(close.pixmap(16, 16).toImage()).first > 150);
         }
     }
 

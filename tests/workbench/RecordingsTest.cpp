@@ -141,7 +141,7 @@ private slots:
         QVERIFY(plot.recordingPanel().last().contains("1 line sampled but not in run.csv")); // the last failure
     }
 
-    /// The plugin goes on after each of these, and writes no header: only the workbench reports it.
+    /// The plugin continues to write after each of these, without a header: only the workbench reports it.
     void disturbedLogIsReported_data()
     {
         QTest::addColumn<QString>("expected");

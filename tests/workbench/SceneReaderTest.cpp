@@ -40,6 +40,11 @@ private slots:
         for (const QString &path : paths) {
             QCOMPARE(readSceneFile(path).error, QString());
         }
+        QFile document(QFINDTESTDATA("../../docs/scenes.md"));
+        QVERIFY(document.open(QIODevice::ReadOnly));
+        const QString example = QString::fromUtf8(document.readAll()).section("```json", 1).section("```", 0, 0);
+        QCOMPARE(readScene(example.toUtf8(), QStringLiteral("example")).error, QString());
+        QCOMPARE(readScene(example.toUtf8(), QString()).scene.curves.size(), 2);
         const Scene scene = readScene(soundScene, QString()).scene;
         QCOMPARE(scene.seed, 7U);
         const MotionProgram motion = scene.modules.at(0).motions.value(2);

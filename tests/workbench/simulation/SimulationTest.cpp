@@ -14,7 +14,7 @@
 namespace
 {
 
-/// A value that can be asked for: command, motor or bank, and type, a byte each.
+/// A request for a value: command, motor or bank, and type, a byte each.
 using Request = int;
 
 constexpr Request rampPosition = 0x06'00'02;
