@@ -93,6 +93,11 @@ private slots:
         view->selectionModel()->select(view->model()->index(0, 0),
                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
         QCOMPARE(copied(), both); // in the order of the list, not of the selection
+        QGuiApplication::clipboard()->clear();
+        QApplication::setActiveWindow(&panel);
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text().count(QLatin1Char('\n')), 2);
         clear->click();
         QTest::keyClick(choice, Qt::Key_Home);
         QCOMPARE(shownTexts(panel), QStringList());
@@ -136,6 +141,13 @@ private slots:
         QCOMPARE(filter.rowCount(), 0);
         filter.setShowsDebug(true); // which the severity does not concern
         QCOMPARE(filter.rowCount(), MessageModel::maximumDebugLines);
+        model.clear();
+        model.append(many(1, QtInfoMsg, "news") + many(1, QtWarningMsg, "careful"));
+        const auto symbol = [&model](int row) {
+            const QModelIndex cell = model.index(row, MessageModel::Severity);
+            return cell.data(Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+        };
+        QVERIFY(!symbol(0).isNull() && !symbol(1).isNull() && symbol(0) != symbol(1));
         model.clear();
         model.append(many(MessageModel::maximumDebugLines, QtDebugMsg, "all of them fit again"));
         QCOMPARE(filter.rowCount(), MessageModel::maximumDebugLines);

@@ -4,6 +4,7 @@
 #include "window/ModulePanel.h"
 
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QLocale>
 
 #include <csignal>
@@ -59,6 +60,7 @@ private slots:
         const QString counts = QStringLiteral("Lines: %1, bytes: %2, last line: ")
                                    .arg(locale.toString(count), locale.toString(QFileInfo(path).size()));
         QCOMPARE(plot.recordingPanel().filter(counts).size(), 1);
+        QCOMPARE(plot.window->findChild<RecordingPanel *>()->findChild<QLineEdit *>()->text(), path);
         QCOMPARE(plot.recordingPanel().size(), 3); // no symbol and no failure
     }
 
