@@ -100,7 +100,7 @@ private slots:
     {
         RunPlan plan;
         plan.scene = readSceneFile(shippedScenePath(QStringLiteral("two-modules"))).scene;
-        plan.seconds = 1.0;
+        plan.seconds = 3.0; // enough for a busy machine to sample some lines before and after the click
         plan.plugins = QStringList(PLUGIN);
         plan.log = temporaryPath("run.csv");
         plan.hasScene = plan.isTimed = true;
