@@ -64,6 +64,7 @@ private slots:
         QCOMPARE(nearestTexts("actual velocity [mm/s]", names, 1), QStringList(names.at(3)));
         QCOMPARE(nearestTexts("Windign temperature", names, 1), QStringList(names.at(2)));
         QCOMPARE(nearestTexts("position", names, 2), names.mid(0, 2));
+        QCOMPARE(nearestTexts("Actual position", names, 2).last(), names.at(0)); // the units do not make it less alike
         QCOMPARE(nearestTexts("x", names).size(), 3);
         QCOMPARE(nearestTexts("x", {}), QStringList());
     }
