@@ -10,8 +10,8 @@ class QWidget;
 /**
  * All that the workbench knows of the XY-Plotter's window and of the logs that it writes.
  *
- * The workbench includes no header of the plugin: it meets the window as any host does, by the names of its widgets.
- * What changes there has to change here, and nowhere else in the workbench.
+ * The workbench includes no header of the plugin: it finds the widgets of its window by their object names, as any host
+ * can. When these names change, only this file has to change.
  */
 namespace PlotterWindow
 {
@@ -26,7 +26,7 @@ constexpr int nameColumn = 2;
 /// The frame with a radio button for each curve.
 QString curveFrameName();
 
-/// The box that asks for a file and begins to record into it; unchecked it ends the recording.
+/// The box that opens a save dialog and starts recording into the chosen file; unchecking it stops the recording.
 QString logBoxName();
 
 enum class Side
@@ -75,7 +75,7 @@ bool isLogStart(const QByteArray &start);
  */
 bool isLogLine(const QByteArray &line, int index, int curves);
 
-/// Whether the debug message \a text says that one more line was sampled.
+/// Whether the debug message \a text announces one more sampled line.
 bool announcesLogLine(const QString &text);
 
 } // namespace PlotterWindow

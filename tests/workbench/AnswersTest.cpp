@@ -144,6 +144,21 @@ private slots:
         QVERIFY(!rack.modules.isSilent(1));
     }
 
+    void axesKeepTheirOwnMotions()
+    {
+        Rack rack;
+        MotionProgram motion;
+        motion.offset = 5000.0;
+        rack.modules.add({QStringLiteral("stepper-3"), QStringLiteral("SIM2/Held"), {{1, motion}}}, 1);
+        CommandCombo target;
+        target.request.setAddress(rack.handler.getModulePlugin(QStringLiteral("SIM2/Held"))->moduleAddress());
+        target.request.setCommand(0x06);
+        target.request.setType(0x01);
+        target.request.setMotorBank(1);
+        rack.channel(QStringLiteral("SIM2/Held"))->sendCommandCombos({&target});
+        QCOMPARE(target.reply.value(), 5000);
+    }
+
     void chosenTimeIsTaken()
     {
         Rack rack;
@@ -180,6 +195,7 @@ private slots:
         rack.modules.setPluggedIn(1, false);
         rack.watch.poll(2000);
         QCOMPARE(rack.cells(1), QStringList({second, "-", "-", "-", "-", "-"}));
+        QVERIFY(rack.exchanges.findChild<QTreeWidget *>()->topLevelItem(1)->isDisabled());
     }
 
     void answersAreCountedNotQuestions()

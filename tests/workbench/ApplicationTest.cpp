@@ -5,6 +5,7 @@
 #include "application/Terminal.h"
 #include "application/TimedRun.h"
 #include "application/WorkbenchRun.h"
+#include "modules/simulation/ModuleKind.h"
 #include "setup/SceneReader.h"
 
 #include <QDir>
@@ -163,17 +164,20 @@ private slots:
         const RunPlan plan = shortPlan();
         const Paper paper;
         bool isTitled = false;
-        QTimer::singleShot(0, qApp, [isPlotOnly, &isTitled] {
+        bool hasHint = false;
+        QTimer::singleShot(0, qApp, [isPlotOnly, &isTitled, &hasHint] {
             const QWidgetList windows = QApplication::allWidgets();
             for (QWidget *const window : windows) {
                 isTitled =
                     isTitled || window->windowTitle().startsWith("One module of each kind - Container Workbench");
+                hasHint = hasHint || window->inherits("HintBar");
                 if (isPlotOnly ? window->inherits("QMdiSubWindow") : window->isWindow()) {
                     window->close();
                 }
             }
         });
         QCOMPARE(WorkbenchRun(plan, paper.terminal).exec(), 1);
+        QVERIFY2(!hasHint, "a scene needs no first steps");
         QVERIFY2(isTitled, "the window does not show which scene it is");
         const QString errors = Paper::linesOf(paper.errors);
         QVERIFY2(errors.contains(isPlotOnly ? "the plot window was closed" : "before its time"), qPrintable(errors));
@@ -245,6 +249,7 @@ private slots:
         Language::use(QStringLiteral("de"));
         QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
         QVERIFY(optionsHelp().startsWith(QLatin1String("Aufruf")));
+        QVERIFY(shownSummary(servoKind()).startsWith(QLatin1String("Eine Servoachse")));
     }
 
 private:

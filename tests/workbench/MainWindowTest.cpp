@@ -72,6 +72,10 @@ private slots:
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QVERIFY(window.workspace->subWindowList().isEmpty());
         }
+        QTest::keyClick(window.main.get(), Qt::Key_N, Qt::ControlModifier); // one more container, which is opened
+        QCOMPARE(window.workspace->subWindowList().size(), 1);
+        QTest::keyClick(window.main.get(), Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(!window.main->isVisible());
     }
 
     void statusBarShowsModulesAndMessages()
@@ -143,7 +147,7 @@ private slots:
         QVERIFY(window.container->width() >= 700 && window.container->height() >= 400);
         // By the bars of the container's own window: those of the workspace would move the frame with them.
         const auto *const scrollArea = window.workspace->subWindowList().constFirst()->findChild<QScrollArea *>();
-        QVERIFY(scrollArea->verticalScrollBar()->maximum() > 0);
+        QVERIFY(scrollArea != nullptr && scrollArea->verticalScrollBar()->maximum() > 0);
         QVERIFY(scrollArea->height() < 400);
     }
 
@@ -175,8 +179,9 @@ private slots:
         QCOMPARE(messages(QtInfoMsg), QStringList());
         workbench.reset();
         const QStringList ends = {"root destroyed", "file unmapped"};
-        QCOMPARE(messages(QtInfoMsg),
-                 QStringList({"MinimalContainer 1 destroyed", "MinimalContainer 2 destroyed"}) + ends + ends);
+        QCOMPARE(messages(QtInfoMsg), QStringList({"MinimalContainer 1 ends", "MinimalContainer 2 ends",
+                                                   "MinimalContainer 1 destroyed", "MinimalContainer 2 destroyed"}) +
+                                          ends + ends);
     }
 
     void uselessPluginFileIsRefused_data()

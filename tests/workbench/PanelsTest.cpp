@@ -13,6 +13,7 @@
 #include <QTreeView>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -34,15 +35,17 @@ QVector<LogMessage> many(int count, QtMsgType type, const QString &text)
     return QVector<LogMessage>(count, LogMessage{QTime(), type, QStringLiteral("default"), text, false});
 }
 
-/// The lightness of the lightest pixel that is not transparent, 0 to 255.
-int maximumLightness(const QImage &image)
+/// The lightness of the darkest and of the lightest pixel that is not transparent, 0 to 255.
+std::pair<int, int> lightnessRange(const QImage &image)
 {
-    int maximum = 0;
+    std::pair<int, int> range(255, 0);
     for (int i = 0; i < image.width() * image.height(); ++i) {
         const QColor color = image.pixelColor(i % image.width(), i / image.width());
-        maximum = std::max(maximum, color.alpha() > 127 ? color.lightness() : 0);
+        if (color.alpha() > 127) {
+            range = {std::min(range.first, color.lightness()), std::max(range.second, color.lightness())};
+        }
     }
-    return maximum;
+    return range;
 }
 
 } // namespace
@@ -90,6 +93,11 @@ private slots:
         view->selectionModel()->select(view->model()->index(0, 0),
                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
         QCOMPARE(copied(), both); // in the order of the list, not of the selection
+        QGuiApplication::clipboard()->clear();
+        QApplication::setActiveWindow(&panel);
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text().count(QLatin1Char('\n')), 2);
         clear->click();
         QTest::keyClick(choice, Qt::Key_Home);
         QCOMPARE(shownTexts(panel), QStringList());
@@ -133,6 +141,13 @@ private slots:
         QCOMPARE(filter.rowCount(), 0);
         filter.setShowsDebug(true); // which the severity does not concern
         QCOMPARE(filter.rowCount(), MessageModel::maximumDebugLines);
+        model.clear();
+        model.append(many(1, QtInfoMsg, "news") + many(1, QtWarningMsg, "careful"));
+        const auto symbol = [&model](int row) {
+            const QModelIndex cell = model.index(row, MessageModel::Severity);
+            return cell.data(Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+        };
+        QVERIFY(!symbol(0).isNull() && !symbol(1).isNull() && symbol(0) != symbol(1));
         model.clear();
         model.append(many(MessageModel::maximumDebugLines, QtDebugMsg, "all of them fit again"));
         QCOMPARE(filter.rowCount(), MessageModel::maximumDebugLines);
@@ -193,9 +208,9 @@ private slots:
         if (isDark) {
             // The outlines that Fusion draws in colours for light windows: of an empty box, and of a title's button.
             QCheckBox box;
-            QVERIFY(maximumLightness(box.grab().toImage()) > 110);
+            QVERIFY(lightnessRange(box.grab().toImage()).second > 110);
             const QIcon close = QApplication::style()->standardIcon(QStyle::SP_TitleBarCloseButton);
-            QVERIFY(maximumLightness(close.pixmap(16, 16).toImage()) > 150);
+            QVERIFY(lightnessRange(close.pixmap(16, 16).toImage()).first > 150);
         }
     }
 

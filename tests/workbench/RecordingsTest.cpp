@@ -4,6 +4,7 @@
 #include "window/ModulePanel.h"
 
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QLocale>
 
 #include <csignal>
@@ -59,6 +60,7 @@ private slots:
         const QString counts = QStringLiteral("Lines: %1, bytes: %2, last line: ")
                                    .arg(locale.toString(count), locale.toString(QFileInfo(path).size()));
         QCOMPARE(plot.recordingPanel().filter(counts).size(), 1);
+        QCOMPARE(plot.window->findChild<RecordingPanel *>()->findChild<QLineEdit *>()->text(), path);
         QCOMPARE(plot.recordingPanel().size(), 3); // no symbol and no failure
     }
 
@@ -98,7 +100,7 @@ private slots:
     {
         RunPlan plan;
         plan.scene = readSceneFile(shippedScenePath(QStringLiteral("two-modules"))).scene;
-        plan.seconds = 1.0;
+        plan.seconds = 3.0; // enough for a busy machine to sample some lines before and after the click
         plan.plugins = QStringList(PLUGIN);
         plan.log = temporaryPath("run.csv");
         plan.hasScene = plan.isTimed = true;
@@ -141,7 +143,7 @@ private slots:
         QVERIFY(plot.recordingPanel().last().contains("1 line sampled but not in run.csv")); // the last failure
     }
 
-    /// The plugin goes on after each of these, and writes no header: only the workbench reports it.
+    /// The plugin continues to write after each of these, without a header: only the workbench reports it.
     void disturbedLogIsReported_data()
     {
         QTest::addColumn<QString>("expected");

@@ -40,6 +40,11 @@ private slots:
         for (const QString &path : paths) {
             QCOMPARE(readSceneFile(path).error, QString());
         }
+        QFile document(QFINDTESTDATA("../../docs/scenes.md"));
+        QVERIFY(document.open(QIODevice::ReadOnly));
+        const QString example = QString::fromUtf8(document.readAll()).section("```json", 1).section("```", 0, 0);
+        QCOMPARE(readScene(example.toUtf8(), QStringLiteral("example")).error, QString());
+        QCOMPARE(readScene(example.toUtf8(), QString()).scene.curves.size(), 2);
         const Scene scene = readScene(soundScene, QString()).scene;
         QCOMPARE(scene.seed, 7U);
         const MotionProgram motion = scene.modules.at(0).motions.value(2);
@@ -59,6 +64,7 @@ private slots:
         QCOMPARE(nearestTexts("actual velocity [mm/s]", names, 1), QStringList(names.at(3)));
         QCOMPARE(nearestTexts("Windign temperature", names, 1), QStringList(names.at(2)));
         QCOMPARE(nearestTexts("position", names, 2), names.mid(0, 2));
+        QCOMPARE(nearestTexts("Actual position", names, 2).last(), names.at(0)); // the units do not make it less alike
         QCOMPARE(nearestTexts("x", names).size(), 3);
         QCOMPARE(nearestTexts("x", {}), QStringList());
     }

@@ -60,7 +60,7 @@ void installHandlers()
     action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
     for (const int number : endingSignals) {
-        sigaddset(&action.sa_mask, number); // one at a time, so that the second meets the default
+        sigaddset(&action.sa_mask, number); // blocked meanwhile, so that a second signal gets the default action
     }
     for (size_t i = 0; i < endingSignals.size(); ++i) {
         struct sigaction current = {};

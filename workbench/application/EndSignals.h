@@ -7,9 +7,9 @@ class QSocketNotifier;
 /**
  * Turns the signals by which a terminal or a system asks a program to end into a call from the event loop.
  *
- * SIGINT, SIGTERM and SIGHUP, unless the program was started with them ignored; systems without them never ask. The
- * first one is announced by received() as soon as the event loop runs; a second one ends the program at once, as it would
- * without this. One object at a time, on the GUI thread.
+ * SIGINT, SIGTERM and SIGHUP, unless the program was started with them ignored; on systems without them nothing is
+ * received. The first one is announced by received() as soon as the event loop runs; a second one ends the program at
+ * once, as it would without this. One object at a time, on the GUI thread.
  */
 class EndSignals : public QObject
 {

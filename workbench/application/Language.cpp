@@ -10,7 +10,7 @@
 // Outside of any namespace, as the resource compiler's functions are.
 static void initTranslationResources()
 {
-    Q_INIT_RESOURCE(translations); // a static library's resources are dropped unless someone asks for them
+    Q_INIT_RESOURCE(translations); // a static library's resources are not linked in unless they are initialised
 }
 
 namespace

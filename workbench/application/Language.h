@@ -3,14 +3,14 @@
 #include <QString>
 #include <QStringList>
 
-/// The languages of the workbench's own texts. What a container says is the container's matter.
+/// The languages of the workbench's own texts. Texts of containers are not concerned.
 namespace Language
 {
 
-/// The codes that can be asked for: "de" and "en".
+/// The supported codes: "de" and "en".
 QStringList codes();
 
-/// The first of codes() that the system asks for; "en" when it asks for none of them.
+/// The first of codes() in the system's list of UI languages; "en" when none of them is in it.
 QString ofSystem();
 
 /**

@@ -8,7 +8,7 @@
 
 #include <optional>
 
-/// What a person asked for on the command line; empty or unset members were not asked for.
+/// The values of the command line's options; empty or unset members were not given.
 struct Options
 {
     QString scene;                 ///< name of a shipped scene, or path of a scene file
@@ -35,7 +35,7 @@ struct OptionsResult
     QString error;
 };
 
-/// The language that a command line asks for, one of Language::codes(); empty when it names none. Errors are in it.
+/// The value of --language, one of Language::codes(); empty when there is none. Errors are given in this language.
 QString languageOption(const QStringList &arguments);
 
 /// Reads a command line; the first of \a arguments is the program and skipped. Needs no application object.

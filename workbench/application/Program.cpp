@@ -29,7 +29,7 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(Program)
 };
 
-/// Whether there is nothing to show windows on, and nobody has chosen a platform either.
+/// Whether there is no display, and no platform plugin was chosen either.
 bool lacksDisplay()
 {
     const auto isEmpty = [](const char *name) { return qEnvironmentVariableIsEmpty(name); };
@@ -46,7 +46,7 @@ int listScenes(const Terminal &terminal)
     return 0;
 }
 
-/// Lists the plugins that were found; the exit code says whether all are of use.
+/// Lists the plugins that were found; returns the exit code, 0 when all can be loaded.
 int listPlugins(const Options &options, const Terminal &terminal)
 {
     const QStringList files = PluginFolders::files(options.plugins);

@@ -1,7 +1,7 @@
 #pragma once
 
 /**
- * The whole program: reads the command line, lists what it asks for or makes and carries out a run.
+ * The whole program: reads the command line, then prints a list or plans and carries out a run.
  *
  * To be called once, as the body of main(); makes the application object.
  * \return the program's exit code: 0, 1 when something failed, 2 for a command line that makes no sense, 128 + its

@@ -32,7 +32,7 @@ public:
     /// Unchecks the box, if the recording still runs, and notes what had gone wrong when its file was last looked at.
     void stop();
 
-    /// What went wrong, one line; empty while all is well.
+    /// The first error, one line; empty while there is none.
     QString error() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;

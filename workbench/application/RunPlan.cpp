@@ -23,7 +23,7 @@ QString absolute(const QString &path)
     return path.isEmpty() ? QString() : QFileInfo(path).absoluteFilePath();
 }
 
-/// Where the scene is that was asked for, or the one to start with; empty when nothing bears that name.
+/// The path of the scene called \a name, or of the start scene when it is empty; empty when there is no such scene.
 QString scenePath(const QString &name)
 {
     if (name.isEmpty()) {

@@ -34,5 +34,5 @@ struct RunPlanResult
     int exitCode = 0;
 };
 
-/// \param isHeadless whether there is no display, and so nobody who could end the run
+/// \param isHeadless whether there is no display, so that the run has to end by itself
 RunPlanResult planRun(const Options &options, bool isHeadless);

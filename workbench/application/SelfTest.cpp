@@ -89,7 +89,7 @@ Options SelfTest::completed(Options options) const
 
 bool SelfTest::check(bool isPassed, const QString &what)
 {
-    // In no one's language: scripts look for them.
+    // Not translated: scripts look for them.
     const QString mark = isPassed ? QStringLiteral("ok    ") : QStringLiteral("FAIL  ");
     m_terminal.print(mark + what);
     m_hasFailed = m_hasFailed || !isPassed;

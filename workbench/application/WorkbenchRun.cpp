@@ -210,7 +210,7 @@ int WorkbenchRun::testItself()
     test.noteEmptyPlot(m_container);
     const int exitCode = runTimed();
     if (EndSignals::instance() != nullptr && EndSignals::instance()->exitCodeOr(0) != 0) {
-        return exitFailure; // what was cut short says nothing about the rest
+        return exitFailure; // a run that was cut short cannot be checked
     }
     if (test.check(exitCode == 0, Text::tr("scene: \"%1\" ran for %2 s and was recorded")
                                       .arg(m_plan.scene.shownTitle())

@@ -5,7 +5,7 @@
 #include <QString>
 
 /**
- * Follows a CSV log while somebody else writes it: reads what was added since the last look, and keeps count.
+ * Follows a CSV log while a container writes it: reads what was added since the last poll, and counts its lines.
  *
  * Nothing is written and nothing stays open between two looks.
  */

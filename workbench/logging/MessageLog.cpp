@@ -73,7 +73,7 @@ MessageLog::~MessageLog()
     }
     const QtMessageHandler current = qInstallMessageHandler(shared.next);
     if (current != handle) {
-        // Somebody listens in front of this one and goes on calling it: it stays in the chain and only passes on.
+        // Another handler was installed after this one and still calls it: it stays in the chain and only forwards.
         qInstallMessageHandler(current);
         return;
     }
@@ -125,7 +125,7 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
         }
         next = shared.next;
     }
-    // Without the lock: whatever comes next may be slow, or have something to say itself.
+    // Without the lock: the next handler may be slow, or log something itself.
     if (next != nullptr) {
         next(type, context, text);
     }

@@ -27,9 +27,9 @@ int severity(QtMsgType type);
 /**
  * Collects the messages of Qt's logger for as long as it lives, and delivers them in batches.
  *
- * Messages may come from any thread and at any moment: they are only noted, and go on to the handler that was there
- * before. The batches are delivered on the thread of this object by a timer, so that a source of many messages costs
- * its listeners one call in each delivery interval. What nobody has fetched is bounded: the oldest are dropped.
+ * Messages may come from any thread and at any moment: they are only queued, and forwarded to the previous handler. The
+ * batches are delivered on the thread of this object by a timer, so that a source of many messages costs
+ * its listeners one call in each delivery interval. The queue is bounded: the oldest are dropped.
  */
 class MessageLog : public QObject
 {
@@ -45,7 +45,7 @@ public:
     /// \a marker is asked about every message of this object's thread when it arrives; it must not log anything itself.
     void setMarker(const std::function<bool()> &marker);
 
-    /// Adds a message of the workbench's own, which goes nowhere else. On the thread of this object.
+    /// Adds a message of the workbench's own, which is not sent to Qt's logger. On the thread of this object.
     void note(QtMsgType type, const QString &text);
 
     /// Hands on at once what has been noted so far.

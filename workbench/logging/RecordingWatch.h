@@ -15,8 +15,8 @@ class QWidget;
  * Finds out from outside whether one container is recording into a file, and whether the lines get there.
  *
  * A container does not report it: it has a check box that opens a save dialog, and fails silently. So the box is
- * watched, the dialog is asked for its choice, and the file is looked at. Owned by Recordings, which sees the dialogs
- * and the logger; the container is not owned. GUI thread.
+ * observed, the chosen file is taken from the dialog, and the file is polled. Owned by Recordings, which finds
+ * the dialogs and reads the logger; the container is not owned. GUI thread.
  */
 class RecordingWatch : public QObject
 {
@@ -61,7 +61,7 @@ public:
     QString headline() const;
     /// What is wrong right now; empty when all that was sampled is in the file, as far as is known.
     QString problem() const;
-    /// What the lines of the recording that runs lack though they are in the file; empty when nothing is known.
+    /// What is wrong with the values in the running recording's lines, which are all in the file; empty if nothing is.
     QString warning() const;
     /// Lines of the current or last recording in which a value, or all of a curve's, is that of an earlier tick
     /// because its module did not answer, or rested.
@@ -73,7 +73,7 @@ public:
 
 signals:
     void changed();
-    /// Something that was asked for is not being recorded; once for each kind of trouble.
+    /// A problem() has come up; not emitted again before it has cleared.
     void failed();
 
 private:

@@ -14,7 +14,7 @@ class QWidget;
 /**
  * Watches the recordings of all containers.
  *
- * Sees the save dialogs that open, learns from the logger which lines the containers believe to have written,
+ * Detects the save dialogs that open, counts the lines that containers announce through the logger,
  * compares the modules' counters to find those without new values, and reads the files in regular intervals. The log is
  * not owned and has to outlive this. GUI thread.
  */
@@ -29,7 +29,7 @@ public:
     Recordings(MessageLog *log, const ModuleRack *rack, QObject *parent = nullptr);
     ~Recordings() override;
 
-    /// Begins to watch \a container when its window is opened, or goes on with it.
+    /// Watches \a container from the first opening of its window on; to be called at each opening.
     void windowOpened(QWidget *container, const QString &title);
 
     QList<RecordingWatch *> watches() const;

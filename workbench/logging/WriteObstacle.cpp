@@ -24,7 +24,7 @@ struct Text
 };
 
 #ifdef Q_OS_UNIX
-/// Whether opening \a path for writing would wait until somebody opens the other end of a pipe.
+/// Whether opening \a path for writing would block until the other end of a pipe is opened.
 bool isPipeWithoutReader(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);

@@ -3,9 +3,9 @@
 #include <QString>
 
 /**
- * Why nothing can be written to the file at \a path, be it there or not; empty when nothing is known against it.
+ * Why the file at \a path, which may not exist yet, cannot be written; empty when no reason is known.
  *
- * Never waits: a pipe that nobody reads from is an obstacle. To find that out it is opened for a moment.
+ * Never blocks: a pipe without a reader is an obstacle. To find that out the pipe is opened and closed.
  */
 QString writeObstacle(const QString &path);
 

@@ -9,7 +9,7 @@ ModuleRack::ModuleRack(PluginHandler *handler, SimulationClock::Drive drive, int
     : m_handler(handler), m_clock(drive, stepsPerExchange)
 {
     if (drive == SimulationClock::Drive::WallClock) {
-        // Motors move while nobody reads them, too.
+        // Motors also move while no values are read.
         connect(&m_catchUpTimer, &QTimer::timeout, this, [this] { m_clock.catchUp(); });
         m_catchUpTimer.start(catchUpIntervalMs);
     }

@@ -16,10 +16,10 @@ class FieldReader
 public:
     explicit FieldReader(const QString &fileName);
 
-    /// One line with file, field and what is expected; empty when all is well.
+    /// One line with file, field and what is expected; empty when there is no error.
     QString error() const;
 
-    /// Adds the error that the field \a name of the object at \a place is not as \a expected; only the first error counts.
+    /// Adds the error that the field \a name of the object at \a place is not as \a expected; the first error is kept.
     void addError(const QString &place, const QString &name, const QString &expected);
 
     /// Adds an error for any field whose name is not in \a names: a mistyped name must not pass for a missing one.

@@ -23,7 +23,8 @@ struct SceneCurve
 };
 
 /**
- * A set-up of the workbench: modules that move, and what of them is plotted. Plain data, see readScene().
+ * A set-up of the workbench, as a scene file describes it: simulated modules, their motions, and the sources of the
+ * curves. Plain data, see readScene(); docs/scenes.md describes the format.
  *
  * All X values come from one module, and so do all Y values, because choosing a module for one curve binds it to the
  * same side of all the others.

@@ -14,7 +14,7 @@
 // Outside of any namespace, as the resource compiler's functions are.
 static void initSceneResources()
 {
-    Q_INIT_RESOURCE(scenes); // a static library's resources are dropped unless someone asks for them
+    Q_INIT_RESOURCE(scenes); // a static library's resources are not linked in unless they are initialised
 }
 
 namespace

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-/// A scene, or one line that names file and place and says what is expected there; \c error is empty when all is well.
+/// A scene, or one line that names file and place and what is expected there; \c error is empty when there is none.
 struct SceneResult
 {
     Scene scene;
@@ -22,7 +22,7 @@ SceneResult readSceneFile(const QString &path);
 /// The names of the scenes inside the program, in text order.
 QStringList shippedScenes();
 
-/// Resource path of the shipped scene called \a name; nothing says that there is one.
+/// Resource path of the shipped scene called \a name; which need not exist.
 QString shippedScenePath(const QString &name);
 
 /// Resource path of the modules that a workbench without a scene begins with: a scene without curves.

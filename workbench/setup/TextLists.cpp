@@ -32,10 +32,13 @@ int levenshteinDistance(const QString &one, const QString &other)
 
 QStringList nearestTexts(const QString &wanted, const QStringList &texts, int maximumCount)
 {
-    const QString lowerWanted = wanted.trimmed().toLower();
+    const auto comparable = [](const QString &text) { // without its unit
+        return text.toLower().section(QStringLiteral(" ["), 0, 0).trimmed();
+    };
+    const QString lowerWanted = comparable(wanted);
     QVector<QPair<int, QString>> ranked;
     for (const QString &text : texts) {
-        const QString lower = text.toLower();
+        const QString lower = comparable(text);
         const bool isPart = !lower.isEmpty() && (lower.contains(lowerWanted) || lowerWanted.contains(lower));
         ranked.append({levenshteinDistance(lower, lowerWanted) - (isPart ? partRank : 0), text});
     }

@@ -76,7 +76,7 @@ void ContainerWindow::applyProperties()
 
 void ContainerWindow::disableTabInTables()
 {
-    // The Tab key would go from cell to cell and round again: who has no mouse could never leave a container's table.
+    // Else the Tab key would only go from cell to cell, and a table could not be left by keyboard.
     const QList<QTableView *> tables = findChildren<QTableView *>();
     for (QTableView *const table : tables) {
         table->setTabKeyNavigation(false);

@@ -25,7 +25,7 @@ public:
     /// The container in this window; null once it has left or died.
     ContainerInterface *container() const;
 
-    /// Whether the container asked for a sub-window of the workspace instead of a window of its own.
+    /// Whether the container's window flags make it a sub-window of the workspace.
     bool isForWorkspace() const;
 
     /// What the container needs for its parts not to cover one another, up to a usual size.

@@ -124,8 +124,8 @@ QSize MainWindow::resizeContainer(ContainerInterface *container, const QSize &si
     WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
     QWidget *const outer = subWindow != nullptr ? static_cast<QWidget *>(subWindow) : window;
     outer->showNormal();
-    // More than once, for a layout that has not been asked before may still be wrong about its own frame, and scroll bars
-    // come and go meanwhile.
+    // More than once: a layout that was not active before may still be wrong about its own frame, and scroll bars
+    // appear and disappear meanwhile.
     constexpr int maximumAttempts = 6;
     for (int i = 0; i < maximumAttempts && (i == 0 || container->size() != size); ++i) {
         outer->resize(outer->size() + size - container->size());
@@ -226,7 +226,7 @@ void MainWindow::makeDocks()
     const ScreenFit fit = screenFit();
     modules->setVisible(fit.showsModules);
     for (QDockWidget *const dock : {messages, m_recordingDock, exchanges}) {
-        dock->setVisible(fit.showsMessages); // the status bar says what matters
+        dock->setVisible(fit.showsMessages); // the status bar shows the essentials
     }
 }
 

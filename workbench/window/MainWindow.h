@@ -38,7 +38,7 @@ public:
 
     /**
      * Makes the window of an open container so large that the container itself is of \a size (widget pixels).
-     * \return the size that the container got, which is larger when its least size is
+     * \return the size that the container got, which is larger when its minimum size is
      */
     QSize resizeContainer(ContainerInterface *container, const QSize &size);
 

@@ -67,16 +67,16 @@ QString MessagePanel::text() const
 
 QLayout *MessagePanel::makeControls()
 {
-    auto *const least = new QComboBox;
-    least->addItem(tr("Everything"), int(QtInfoMsg));
-    least->addItem(tr("Warnings and errors"), int(QtWarningMsg));
-    least->addItem(tr("Errors only"), int(QtCriticalMsg));
-    connect(least, QOverload<int>::of(&QComboBox::activated), this, [=] {
-        m_filter->setMinimum(QtMsgType(least->currentData().toInt()));
+    auto *const minimum = new QComboBox;
+    minimum->addItem(tr("Everything"), int(QtInfoMsg));
+    minimum->addItem(tr("Warnings and errors"), int(QtWarningMsg));
+    minimum->addItem(tr("Errors only"), int(QtCriticalMsg));
+    connect(minimum, QOverload<int>::of(&QComboBox::activated), this, [=] {
+        m_filter->setMinimum(QtMsgType(minimum->currentData().toInt()));
         m_view->scrollToBottom();
     });
     auto *const label = new QLabel(tr("&Show:"));
-    label->setBuddy(least);
+    label->setBuddy(minimum);
 
     auto *const debug = new QCheckBox(tr("&Debug lines"));
     debug->setToolTip(tr("Containers write one debug line for each line that they record, and many others"));
@@ -94,7 +94,7 @@ QLayout *MessagePanel::makeControls()
 
     auto *const layout = new QHBoxLayout;
     layout->addWidget(label);
-    layout->addWidget(least);
+    layout->addWidget(minimum);
     layout->addWidget(debug);
     layout->addStretch(1);
     layout->addWidget(copyButton);

@@ -15,5 +15,5 @@ enum class PaletteChoice
 /// The choice named "system", "light" or "dark"; none for any other text.
 std::optional<PaletteChoice> paletteChoice(const QString &name);
 
-/// Gives style and palette to the whole application; needs the application object.
+/// Sets style and palette of the whole application, once and before windows are made; needs the application object.
 void applyPalette(PaletteChoice choice);

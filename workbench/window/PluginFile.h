@@ -8,7 +8,7 @@ class ContainerInterface;
 /**
  * A container plugin's file: read, checked, loaded, and unloaded at the end.
  *
- * What the file says about itself is checked before any of its code runs. Owns the plugin's root object, which serves
+ * The file's metadata is checked before any of its code runs. Owns the plugin's root object, which serves
  * as the prototype of all clones; they have to be destroyed before this. GUI thread.
  */
 class PluginFile

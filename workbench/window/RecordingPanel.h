@@ -9,7 +9,7 @@ class RecordingWatch;
 class Recordings;
 
 /**
- * Tells for each container whether it is recording, into which file, how much has arrived, and what went wrong.
+ * Shows for each container whether it is recording, into which file, how much has arrived, and what went wrong.
  *
  * The recordings are not owned and have to outlive the panel. GUI thread.
  */

@@ -9,7 +9,7 @@
 // Outside of any namespace, as the resource compiler's functions are.
 static void initStyleResources()
 {
-    Q_INIT_RESOURCE(style); // a static library's resources are dropped unless someone asks for them
+    Q_INIT_RESOURCE(style); // a static library's resources are not linked in unless they are initialised
 }
 
 bool isDark(const QPalette &palette)

@@ -6,8 +6,8 @@
 /**
  * A window of the workspace, with scroll bars where it is smaller than its content can be.
  *
- * Lets the Tab key leave for the panels around it, and come back: Qt keeps it inside, where who has no mouse would
- * never get to the panels. Owned by the workspace.
+ * Lets the Tab key leave for the panels around it, and come back: QMdiSubWindow keeps it inside, so that the panels
+ * could not be reached by keyboard. Owned by the workspace.
  */
 class WorkspaceWindow : public QMdiSubWindow
 {

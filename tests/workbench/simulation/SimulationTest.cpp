@@ -14,7 +14,7 @@
 namespace
 {
 
-/// A value that can be asked for: command, motor or bank, and type, a byte each.
+/// A request for a value: command, motor or bank, and type, a byte each.
 using Request = int;
 
 constexpr Request rampPosition = 0x06'00'02;
@@ -134,7 +134,7 @@ private slots:
         Bench bench(QStringLiteral("io-block"));
         int counters = 0;
         for (int i = 0; i < 600; ++i) {
-            const QVector<qint32> values = bench.ask({0x94'00'00, 0x94'00'04});
+            const QVector<qint32> values = bench.ask({0x94'00'00, 0x94'00'05, 0x94'00'04});
             const int counter = values.first() & 0xFF;
             counters |= counter;
             QCOMPARE((values.first() >> 8) & 0xFF, counter ^ (counter >> 1)); // its Gray code
@@ -143,6 +143,8 @@ private slots:
             const double sine = qint16(values.last() & 0xFFFF);
             const double cosine = qint16(values.last() >> 16);
             QVERIFY(qAbs(std::hypot(sine, cosine) - 10000.0) < 2.0);
+            QVERIFY(((values.at(1) & 0xFFF) - 2047.5) * cosine <
+                    1000.0); // the triangle is lowest where the cosine is highest
         }
         QVERIFY(counters > 15);
     }
@@ -175,6 +177,7 @@ private slots:
         const double halfPlay = mechanics.backlash / 2.0;
         QVERIFY(qAbs(maximumPlay - halfPlay) < 50.0 && qAbs(minimumPlay + halfPlay) < 50.0);
         QCOMPARE(closed, 3);
+        QVERIFY(stepper.ask({0x06'00'36}).first() > 260); // the winding has warmed up, 0.1 degC
 
         constexpr Request brakeReleased = 0x0F'02'00;
         constexpr Request drivesEnabled = 0x0F'02'01;

@@ -80,7 +80,7 @@ ModuleKind servoKind();
 /// Inputs and outputs in registers, no axes.
 ModuleKind inputOutputKind();
 
-/// All kinds of simulated modules. A new one is added to this list and nowhere else.
+/// All kinds of simulated modules, to which a new one has to be added.
 const std::vector<ModuleKind> &simulatedModuleKinds();
 
 /// The kind called \a name; null when there is none.

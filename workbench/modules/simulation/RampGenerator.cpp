@@ -29,7 +29,7 @@ void RampGenerator::stepTo(double target)
         return;
     }
     const double direction = std::copysign(1.0, distance);
-    // The greatest velocity v after this step from which braking still ends on the target:
+    // The maximum velocity v after this step from which braking still ends on the target:
     // v^2 / 2a + v t/2 = distance left - present velocity t/2, with t the step.
     const double distanceLeft = std::abs(distance) - direction * m_velocity * stepSeconds / 2.0;
     const double halfStep = velocityPerStep / 2.0;

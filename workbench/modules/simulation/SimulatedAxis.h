@@ -35,7 +35,7 @@ public:
      */
     void setProgram(const MotionProgram &program);
 
-    /// Off: brakes and stays.
+    /// When false, the axis brakes and stands still.
     void setMoving(bool moving);
 
     /// Advances by SimulationClock::stepSeconds to the time \a nowSeconds.

@@ -40,7 +40,7 @@ void SimulationClock::catchUp()
 
 void SimulationClock::catchUpTo(qint64 wallMs)
 {
-    // A long pause is not made up for: nobody saw what happened in it, and the catching up would be felt.
+    // A pause longer than maximumLagMs is skipped, because simulating all of it would block the event loop.
     const qint64 lagMs = wallMs - m_skippedMs - m_nowMs;
     const qint64 stepsMs = qMin<qint64>(lagMs, maximumLagMs);
     m_skippedMs += lagMs - stepsMs;

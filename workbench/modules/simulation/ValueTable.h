@@ -33,7 +33,7 @@ public:
     /// The numbers are those of a request, 0 to 255 each; a value that is already there is replaced.
     void add(int command, int motorBank, int type, const Reader &reader);
 
-    /// The value that \a request asks for; nothing when there is no such value. The address is not looked at.
+    /// The value that \a request asks for; nothing when there is no such value. Its address is ignored.
     std::optional<qint32> read(const Command &request) const;
 
 private:
