@@ -52,7 +52,7 @@ private slots:
         row(1, "--log ../pipe", "nobody reads");
         row(1, "--picture ../pipe", "a device or a pipe");
         row(1, "--settings ../pipe --seconds 1", "a device or a pipe");
-        row(2, "--log run.csv --picture ../work/./run.csv", "--log and --picture");
+        row(2, "--log run.csv --picture ../folder/./run.csv", "--log and --picture");
         row(2, "--picture ../link --log run.csv", "--log and --picture");
         row(1, "--seconds 1 --log /proc/run.csv", "could not be opened");
     }
@@ -237,7 +237,7 @@ private slots:
 private:
     QString folder() const // where the program is started
     {
-        QString path = temporaryPath("work");
+        QString path = temporaryPath("folder");
         QDir().mkpath(path);
         return path;
     }

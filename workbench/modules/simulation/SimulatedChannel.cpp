@@ -38,7 +38,9 @@ bool SimulatedChannel::transact(const Command &request, Command &reply, const QD
     }
     if (m_answerTimeMs > 0) {
         const qint64 remainingMs = deadline.remainingTime();
-        QThread::msleep(static_cast<unsigned long>(qMin<qint64>(m_answerTimeMs, remainingMs)));
+        const qint64 waitMs = qMin<qint64>(m_answerTimeMs, remainingMs);
+        QThread::msleep(static_cast<unsigned long>(waitMs));
+        m_waitedMs += waitMs;
         if (remainingMs < m_answerTimeMs) {
             return false;
         }
@@ -55,4 +57,11 @@ bool SimulatedChannel::transact(const Command &request, Command &reply, const QD
         reply.setStatus(Command::Status::Refused);
     }
     return true;
+}
+
+qint64 SimulatedChannel::nowNs() const
+{
+    constexpr qint64 nsPerMs = 1000000;
+    return m_clock->drive() == SimulationClock::Drive::Exchanges ? (m_clock->nowMs() + m_waitedMs) * nsPerMs
+                                                                 : CommandHandlerInterface::nowNs();
 }

@@ -29,6 +29,10 @@ public:
 protected:
     bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;
 
+    /// Driven by exchanges, simulated time and the time that answers took: a stall of the machine makes no answer late,
+    /// so that what is read does not depend on it.
+    qint64 nowNs() const override;
+
 private:
     SimulationClock *const m_clock;
     SimulatedMachine *const m_machine;
@@ -36,4 +40,5 @@ private:
     const unsigned char m_moduleAddress;
     bool m_silent = false;
     int m_answerTimeMs = 0;
+    qint64 m_waitedMs = 0; // for answers, since the start
 };

@@ -47,6 +47,11 @@ void SimulationClock::catchUpTo(qint64 wallMs)
     advance(stepsMs);
 }
 
+SimulationClock::Drive SimulationClock::drive() const
+{
+    return m_drive;
+}
+
 qint64 SimulationClock::nowMs() const
 {
     return m_nowMs;

@@ -39,6 +39,7 @@ public:
     /// As catchUp(), with the time of the wall clock since the start, ms, given.
     void catchUpTo(qint64 wallMs);
 
+    Drive drive() const;
     qint64 nowMs() const; ///< Simulated time since the start, ms.
 
 private:
