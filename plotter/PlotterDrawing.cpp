@@ -31,7 +31,6 @@ constexpr double titleAscentPixels = 19.0;  // from there to the icons of the co
 constexpr double titleDescentPixels = 10.0; // and to the frame
 constexpr double legendGapPixels = 2.5;
 constexpr double belowPlotPixels = 41.0;
-constexpr int legibleFontPixels = 8; // a legend that does not fit in this size is cut off
 constexpr QLatin1String titleX(":X", 2);
 constexpr QLatin1String titleY("Y:", 2);
 
@@ -57,14 +56,14 @@ bool dependsOnActivation(const QPalette &palette)
  * \param shareOfPlace the size of the text, in a font with the given metrics, as a fraction of the space; it fits up to
  *                     1
  */
-template<typename Share> QFont fittingFont(const QPainter &painter, int minimumPixels, Share shareOfPlace)
+template<typename Share> QFont fittingFont(const QPainter &painter, Share shareOfPlace)
 {
     QFont font = painter.font();
     int sizePixels = QFontInfo(font).pixelSize();
     double share = shareOfPlace(painter.fontMetrics());
-    while (share > 1.0 && sizePixels > minimumPixels) {
+    while (share > 1.0 && sizePixels > 1) {
         // Hinting changes the size of letters: starts a bit above the size that should fit.
-        sizePixels = qMax(minimumPixels, qMin(sizePixels - 1, static_cast<int>(sizePixels / share) + 1));
+        sizePixels = qMax(1, qMin(sizePixels - 1, static_cast<int>(sizePixels / share) + 1));
         font.setPixelSize(sizePixels);
         share = shareOfPlace(QFontMetrics(font, painter.device()));
     }
@@ -75,7 +74,7 @@ template<typename Share> QFont fittingFont(const QPainter &painter, int minimumP
 /// that is cut off is misread.
 QFont labelFont(const QPainter &painter, const QVector<GridTick> &ticks, const QSize &place)
 {
-    return fittingFont(painter, 1, [&](const QFontMetrics &metrics) {
+    return fittingFont(painter, [&](const QFontMetrics &metrics) {
         int width = 0;
         int belowBaseline = 0;
         for (const GridTick &tick : ticks) {
@@ -90,32 +89,12 @@ QFont labelFont(const QPainter &painter, const QVector<GridTick> &ticks, const Q
     });
 }
 
-/// The names of a curve's sources.
-struct LegendEntry
-{
-    QString nameX;
-    QString nameY;
-    QColor color;
-};
-
 /// The height of the legend as a fraction of the space between controls and frame, or of the space below the plot area,
 /// where its baseline is two line heights down: the larger one.
 double legendHeightShare(const QFontMetrics &metrics)
 {
     return qMax(qMax(metrics.ascent() / titleAscentPixels, metrics.descent() / titleDescentPixels),
                 (2 * metrics.height() + metrics.descent()) / (belowPlotPixels - legendGapPixels));
-}
-
-/// The longer one of its two lines as a fraction of the widget's width.
-double legendWidthShare(const QFontMetrics &metrics, const QVector<LegendEntry> &entries, int widthPixels)
-{
-    int widthX = metrics.horizontalAdvance(titleX);
-    int widthY = metrics.horizontalAdvance(titleY);
-    for (const LegendEntry &entry : entries) {
-        widthX += entryGapPixels + metrics.horizontalAdvance(entry.nameX);
-        widthY += entryGapPixels + metrics.horizontalAdvance(entry.nameY);
-    }
-    return static_cast<double>(qMax(widthX, widthY)) / (widthPixels - entryGapPixels);
 }
 
 void drawHorizontalLines(QPainter *painter, const GridColors &colors, const PlotGeometry &geometry,
@@ -236,36 +215,30 @@ void Plotter::drawGrid(QPainter *painter)
 /// The Y names follow "Y:" to the right, the X names precede ":X" to the left.
 void Plotter::drawLegend(QPainter *painter)
 {
-    QVector<LegendEntry> entries;
-    const QList<QAbstractButton *> buttons = curveButtons.buttons();
-    for (QAbstractButton *const button : buttons) {
-        if (isCurveShown(button)) {
-            QColor color = curveColor(curveButtons.id(button));
-            color.setAlpha(255); // thin translucent letters are hard to read
-            entries.append({button->property(DynamicProperty::CaptureX).toString(),
-                            button->property(DynamicProperty::CaptureY).toString(), color});
-        }
-    }
-    const double bottom = geometryOfPlot().plotBottom();
-    painter->setFont(fittingFont(*painter, 1, legendHeightShare));
-    const int titleXBaseline = truncated(bottom + legendGapPixels + 2 * painter->fontMetrics().height());
-    painter->setFont(fittingFont(*painter, legibleFontPixels, [&](const QFontMetrics &metrics) {
-        return legendWidthShare(metrics, entries, width());
-    }));
-
+    painter->setFont(fittingFont(*painter, legendHeightShare));
     const QFontMetrics metrics = painter->fontMetrics();
     const int titleXLeft = truncated(width() - 1 - legendGapPixels) - metrics.horizontalAdvance(titleX);
+    const int titleXBaseline = truncated(geometryOfPlot().plotBottom() + legendGapPixels + 2 * metrics.height());
     painter->drawText(QPointF(2.0, titleBaselinePixels), titleY);
     painter->drawText(titleXLeft, titleXBaseline, titleX);
+
     int cursorY = truncated(metrics.horizontalAdvance(titleY) + 4.5);
     int cursorX = truncated(titleXLeft - legendGapPixels);
-    for (const LegendEntry &entry : qAsConst(entries)) {
-        cursorX -= metrics.horizontalAdvance(entry.nameX);
-        painter->setPen(entry.color);
-        painter->drawText(QPointF(cursorY, titleBaselinePixels), entry.nameY);
-        painter->drawText(cursorX, titleXBaseline, entry.nameX);
+    const QList<QAbstractButton *> buttons = curveButtons.buttons();
+    for (QAbstractButton *const button : buttons) {
+        if (!isCurveShown(button)) {
+            continue;
+        }
+        const QString nameY = button->property(DynamicProperty::CaptureY).toString();
+        const QString nameX = button->property(DynamicProperty::CaptureX).toString();
+        cursorX -= metrics.horizontalAdvance(nameX);
+        QColor color = curveColor(curveButtons.id(button));
+        color.setAlpha(255); // thin translucent letters are hard to read
+        painter->setPen(color);
+        painter->drawText(QPointF(cursorY, titleBaselinePixels), nameY);
+        painter->drawText(cursorX, titleXBaseline, nameX);
         cursorX -= entryGapPixels;
-        cursorY += metrics.horizontalAdvance(entry.nameY) + entryGapPixels;
+        cursorY += metrics.horizontalAdvance(nameY) + entryGapPixels;
     }
 }
 

@@ -11,20 +11,45 @@
 
 #ifdef Q_OS_UNIX
 
-bool LogFile::open(QIODevice::OpenMode mode)
+namespace
+{
+
+int openedWithoutWaiting(const QByteArray &name, int access)
 {
     constexpr mode_t permissions = 0666; // less the user's mask
-    const int access = (mode & QIODevice::ReadOnly) != 0 ? O_RDWR : O_WRONLY | O_TRUNC;
-    // Opened without blocking and checked by its descriptor: the file cannot be replaced between check and opening.
-    const int descriptor = ::open(QFile::encodeName(m_name).constData(),
-                                  access | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
+    return ::open(name.constData(), access | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
+}
+
+bool isFifo(int descriptor)
+{
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+bool setBlocking(int descriptor)
+{
+    return ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK) == 0;
+}
+
+} // namespace
+
+bool LogFile::open(QIODevice::OpenMode mode)
+{
+    const QByteArray name = QFile::encodeName(m_name);
+    const bool isReadable = (mode & QIODevice::ReadOnly) != 0;
+    int descriptor = openedWithoutWaiting(name, isReadable ? O_RDWR : O_WRONLY | O_TRUNC);
+    // Checked by the descriptor: the file cannot be replaced between opening and check.
+    if (descriptor >= 0 && isReadable && isFifo(descriptor)) {
+        // Opened for reading, too, a FIFO would need no reader, and lose what is written.
+        ::close(descriptor);
+        descriptor = openedWithoutWaiting(name, O_WRONLY);
+    }
     if (descriptor < 0) {
         return false;
     }
-    struct stat status = {};
-    const bool isFifo = ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
-    const bool isBlocking = ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK) == 0;
-    if (isFifo || !isBlocking || !m_file->open(descriptor, mode, QFileDevice::AutoCloseHandle)) {
+    // A FIFO stays non-blocking: its reader may stall.
+    if ((!isFifo(descriptor) && !setBlocking(descriptor)) ||
+        !m_file->open(descriptor, mode, QFileDevice::AutoCloseHandle)) {
         ::close(descriptor);
         return false;
     }

@@ -152,26 +152,6 @@ private slots:
         QCOMPARE(fixture.image().pixelColor(300, 60), QColor(Qt::white)); // the frame is not shrunk
     }
 
-    void longLegendIsNotCut()
-    {
-        PlotterFixture fixture;
-        const QString name = QStringLiteral("Actual position, load side");
-        for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
-            button->setProperty(DynamicProperty::CaptureX, name);
-            button->setProperty(DynamicProperty::CaptureY, name);
-            button->setChecked(true);
-        }
-        fixture.plotter.clearCurve(0);
-        const QImage image = fixture.image();
-        const int all = 4 * fixture.plotter.fontMetrics().horizontalAdvance(name);
-        QVERIFY(all > 600);
-        for (const QRect &line : {legendOfY, legendOfX}) {
-            const int firstWidth = textOfCurve(image, line, 0).width();
-            QVERIFY(4 * firstWidth > 500);
-            QVERIFY(std::abs(textOfCurve(image, line, 3).width() - firstWidth) <= 2);
-        }
-    }
-
     /// Numbers in the curves' colours, but for the last one.
     void boxIcons()
     {
@@ -215,6 +195,8 @@ private slots:
         QVERIFY(isNear(image.pixelColor(294, 250), marker) && isNear(image.pixelColor(300, 256), marker));
         QCOMPARE(image.pixelColor(297, 250), fixture.shadow); // outline only
 
+        fixture.plotter.setCurveData(0, {fixture.at(50, 200), fixture.at(300, 250)}); // cut off at the frame
+        QVERIFY(ink(fixture.image(), QRect(45, 190, 5, 20)).isEmpty());
         fixture.plotter.clearCurve(0);
         QVERIFY(ink(fixture.image(), QRect(51, 61, 497, 297)).isEmpty());
     }

@@ -4,9 +4,11 @@
 
 #include <QFileDialog>
 
+#include <array>
 #include <csignal>
 #include <functional>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -166,6 +168,19 @@ private slots:
         recorder.sample(1, 1);
         recorder.sample(2, 2); // not recorded, as with any file that cannot be opened
         QVERIFY(messages(QtDebugMsg).filter("new line: ").isEmpty());
+        recorder.logBox()->click();
+
+        const int reader = ::open(qPrintable(pipe), O_RDONLY | O_NONBLOCK);
+        recorder.startLog(pipe);
+        recorder.sample(3, 3);
+        std::array<char, 200> read = {};
+        QVERIFY(::read(reader, read.data(), read.size()) > 0);
+        QVERIFY(QByteArray(read.data()).endsWith("1;3;3;\r\n"));
+        for (int value = 4; value < 10000; ++value) {
+            recorder.sample(value, value); // more than the pipe holds
+        }
+        ::close(reader);
+        recorder.sample(2, 2);
         recorder.logBox()->click();
 
         const QString path = temporaryPath("log.csv");

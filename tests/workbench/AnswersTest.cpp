@@ -1,6 +1,7 @@
 #include "GuardedTest.h"
 #include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
+#include "window/ExchangePanel.h"
 #include "window/ModulePanel.h"
 
 #include "host/KAROModuleInterface.h"
@@ -10,10 +11,13 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLocale>
+#include <QTreeWidget>
 
 namespace
 {
 
+constexpr int maximumWaitMs = 30000; // generous, for a busy machine: a wait ends when its condition holds
 const QString first = QStringLiteral("SIM0/Stepper");
 const QString second = QStringLiteral("SIM1/Servo");
 
@@ -79,16 +83,27 @@ struct Rack
         return QStringLiteral("no label");
     }
 
+    QStringList cells(int row) const
+    {
+        QStringList texts;
+        const QTreeWidgetItem *const item = exchanges.findChild<QTreeWidget *>()->topLevelItem(row);
+        for (int column = 0; column < item->columnCount(); ++column) {
+            texts.append(item->text(column));
+        }
+        return texts;
+    }
+
     PluginHandler handler;
     ModuleRack modules{&handler, SimulationClock::Drive::Exchanges, 14};
     AnswerWatch watch{&modules};
     ModulePanel panel{&modules, &watch};
+    ExchangePanel exchanges{&modules, &watch};
     CommandCombo pairs[2];
 };
 
 } // namespace
 
-/// The list of modules and what is found out about their answers.
+/// The lists of modules and exchanges, and what is found out about the modules' answers.
 class AnswersTest : public GuardedTest
 {
     Q_OBJECT
@@ -118,16 +133,23 @@ private slots:
         rack.click(second, "Plugged in");
         QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(first));
         QVERIFY(!rack.boxes<QComboBox>(second).constFirst()->isEnabled());
+        for (const QCheckBox *const box : rack.boxes<QCheckBox>(second)) {
+            QCOMPARE(box->isEnabled(), box->text() == QLatin1String("Plugged in"));
+        }
         rack.click(second, "Plugged in"); // as it was
         QVERIFY(rack.modules.isPluggedIn(1) && rack.modules.isSilent(1) && !rack.modules.isMoving(1));
         rack.ask(second);
         QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
+        rack.click(second, "Silent");
+        QVERIFY(!rack.modules.isSilent(1));
     }
 
     void chosenTimeIsTaken()
     {
         Rack rack;
         QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_Down);
+        rack.click(first, "Plugged in");
+        rack.click(first, "Plugged in"); // as it was
         rack.ask(first);
         QVERIFY(rack.channel(first)->statistics().lastDurationNs >= 2 * 5000000);
         rack.ask(second);
@@ -135,6 +157,29 @@ private slots:
         QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_End);
         rack.ask(first); // later than the channel waits
         QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
+        rack.modules.setAnswerTime(0, 50); // the box shows what is set elsewhere
+        QCOMPARE(rack.boxes<QComboBox>(first).constFirst()->currentText(), QStringLiteral("Slow: 50 ms"));
+    }
+
+    void exchangesAreShownPerModule()
+    {
+        Rack rack;
+        rack.watch.poll(0);
+        for (int i = 0; i < 7; ++i) {
+            rack.ask(second);
+        }
+        rack.modules.setSilent(1, true);
+        rack.ask(second);
+        rack.watch.poll(1000);
+        const auto decimal = [](double number) { return QLocale().toString(number, 'f', 1); };
+        const auto statistics = *rack.modules.statistics(1);
+        QCOMPARE(rack.cells(1), QStringList({second, decimal(14.0), decimal(double(statistics.lastDurationNs) / 1e3),
+                                             decimal(double(statistics.totalDurationNs) / 8e3),
+                                             decimal(double(statistics.longestDurationNs) / 1e3), "2"}));
+        QCOMPARE(rack.cells(0).at(1), decimal(0.0));
+        rack.modules.setPluggedIn(1, false);
+        rack.watch.poll(2000);
+        QCOMPARE(rack.cells(1), QStringList({second, "-", "-", "-", "-", "-"}));
     }
 
     void answersAreCountedNotQuestions()
@@ -147,10 +192,10 @@ private slots:
                 for (int i = 0; i < 5; ++i) {
                     rack.ask(second);
                 }
-                rack.watch.look(fromMs + look * 500);
+                rack.watch.poll(fromMs + look * 500);
             }
         };
-        rack.watch.look(0);
+        rack.watch.poll(0);
         askFor(500, 4);
         QCOMPARE(rack.watch.answersPerSecond(1), 20.0); // five exchanges of two requests in half a second
         QCOMPARE(rack.watch.answersPerSecond(), 20.0);
@@ -167,8 +212,9 @@ private slots:
         QCOMPARE(fallen.size(), 1);
 
         rack.modules.setSilent(1, false);
-        QTRY_VERIFY((rack.ask(second), !rack.channel(second)->isSilenced())); // it is tried again after a second
-        rack.watch.look(8000);
+        QTRY_VERIFY_WITH_TIMEOUT((rack.ask(second), !rack.channel(second)->isSilenced()),
+                                 maximumWaitMs); // it is tried again after a second
+        rack.watch.poll(8000);
         QCOMPARE(risen.size(), 1);
         QCOMPARE(risen.constFirst().at(1).toInt(), 5);
         QCOMPARE(rack.mark(second), QString());
@@ -178,15 +224,15 @@ private slots:
     {
         Rack rack;
         rack.modules.setAnswerTime(1, 5);
-        rack.watch.look(0);
+        rack.watch.poll(0);
         while (rack.channel(second)->statistics().rests == 0) {
             rack.ask(second);
         }
-        rack.watch.look(500);
+        rack.watch.poll(500);
         QVERIFY(rack.watch.state(1) == AnswerWatch::State::Slow);
         QVERIFY2(rack.mark(second).contains("Slow: "), qPrintable(rack.mark(second)));
         rack.modules.setPluggedIn(1, false);
-        rack.watch.look(1000);
+        rack.watch.poll(1000);
         QCOMPARE(rack.mark(second), QString());
     }
 };

@@ -1,12 +1,16 @@
 #include "GuardedTest.h"
+#include "application/Language.h"
 #include "application/RunPlan.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
+#include "application/TimedRun.h"
 #include "application/WorkbenchRun.h"
 #include "setup/SceneReader.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QImage>
+#include <QLibraryInfo>
 
 namespace
 {
@@ -94,7 +98,7 @@ private slots:
         QCOMPARE(languageOption({"program", "--language", "fr"}), QString());
     }
 
-    void planFillsWhatWasNotAskedFor()
+    void planHasDefaults()
     {
         const RunPlan headless = planned(QStringLiteral("--seed 5"), true);
         QVERIFY(headless.isTimed && headless.hasScene && headless.seconds == 5.0);
@@ -122,9 +126,9 @@ private slots:
         QTest::addColumn<QString>("error"); // empty: there is none
         QTest::addColumn<bool>("isDone");
         QTest::newRow("well") << QStringList({minimalPlugin}) << 1 << QString() << true;
-        QTest::newRow("without a plugin that came unasked")
+        QTest::newRow("without a plugin that was not given")
             << QStringList({minimalPlugin, brokenPlugin}) << 1 << "definedNowhere" << true;
-        QTest::newRow("a plugin lacks that was asked for")
+        QTest::newRow("a plugin is missing that was given")
             << QStringList({minimalPlugin, brokenPlugin}) << 2 << "definedNowhere" << false;
     }
 
@@ -158,42 +162,58 @@ private slots:
         QFETCH(bool, isPlotOnly);
         const RunPlan plan = shortPlan();
         const Paper paper;
-        QTimer::singleShot(0, [isPlotOnly] {
+        bool isTitled = false;
+        QTimer::singleShot(0, qApp, [isPlotOnly, &isTitled] {
             const QWidgetList windows = QApplication::allWidgets();
             for (QWidget *const window : windows) {
+                isTitled =
+                    isTitled || window->windowTitle().startsWith("One module of each kind - Container Workbench");
                 if (isPlotOnly ? window->inherits("QMdiSubWindow") : window->isWindow()) {
                     window->close();
                 }
             }
         });
         QCOMPARE(WorkbenchRun(plan, paper.terminal).exec(), 1);
+        QVERIFY2(isTitled, "the window does not show which scene it is");
         const QString errors = Paper::linesOf(paper.errors);
         QVERIFY2(errors.contains(isPlotOnly ? "the plot window was closed" : "before its time"), qPrintable(errors));
         QVERIFY(!QFile::exists(plan.picture));
     }
 
-    void selfTestLooksIntoTheLog_data()
+    void timedRunLastsAsLongAsAsked()
+    {
+        QWidget widget;
+        widget.show();
+        TimedRun run(&widget, QString());
+        QElapsedTimer timer;
+        timer.start();
+        run.start(0.2);
+        QCoreApplication::exec();
+        QVERIFY2(timer.elapsed() >= 199, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void selfTestChecksTheLog_data()
     {
         QTest::addColumn<QString>("original");
         QTest::addColumn<QString>("mistake");
         QTest::addColumn<int>("recorded");
-        QTest::newRow("sound") << ""
-                               << "" << 20;
-        QTest::newRow("line missing") << "\n7;1;2;\r"
-                                      << "" << 20;
-        QTest::newRow("line twice") << "\n8;"
-                                    << "\n7;" << 20;
-        QTest::newRow("header missing") << "Module:;"
-                                        << ";" << 20;
-        QTest::newRow("last line torn") << "20;1;2;\r\n"
-                                        << "20;1;2;\r\n21;1;" << 20;
-        QTest::newRow("more recorded than written") << ""
-                                                    << "" << 21;
-        QTest::newRow("too few") << "\n20;1;2;\r"
-                                 << "" << 19;
+        const auto row = [](const char *name, const char *original, const char *mistake, int recorded = 20) {
+            QTest::newRow(name) << original << mistake << recorded;
+        };
+        row("sound", "", "");
+        row("line missing", "\n7;1;2;\r", "");
+        row("line twice", "\n8;", "\n7;");
+        row("header missing", "Module:;", ";");
+        row("blank in the header", "y;", "y; ");
+        row("another line end", "4;1;2;\r", "4;1;2;");
+        row("field missing", "4;1;2;", "4;1;");
+        row("field too many", "4;1;2;", "4;1;2;3;");
+        row("last line torn", "20;1;2;\r\n", "20;1;2;\r\n21;1;");
+        row("more recorded than written", "", "", 21);
+        row("too few", "\n20;1;2;\r", "", 19);
     }
 
-    void selfTestLooksIntoTheLog()
+    void selfTestChecksTheLog()
     {
         QFETCH(QString, original);
         QFETCH(QString, mistake);
@@ -214,6 +234,17 @@ private slots:
         test.checkLog(file.fileName(), 1, recorded);
         const bool isSound = qstrcmp(QTest::currentDataTag(), "sound") == 0;
         QVERIFY2(test.hasFailed() != isSound, qPrintable(Paper::linesOf(paper.output)));
+    }
+
+    /// The last function: the translations stay until the program ends.
+    void textsOfQtFollowTheLanguage()
+    {
+        if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) + QStringLiteral("/qtbase_de.qm"))) {
+            QSKIP("Qt's own translations are not installed");
+        }
+        Language::use(QStringLiteral("de"));
+        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
+        QVERIFY(optionsHelp().startsWith(QLatin1String("Aufruf")));
     }
 
 private:

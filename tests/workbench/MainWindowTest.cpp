@@ -1,11 +1,14 @@
 #include "window/MainWindow.h"
 #include "GuardedTest.h"
+#include "modules/AnswerWatch.h"
 #include "window/ScreenFit.h"
 #include "window/Workbench.h"
 
 #include "host/ContainerInterface.h"
 
+#include <QAction>
 #include <QDockWidget>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
@@ -16,7 +19,34 @@
 
 #include <memory>
 
-/// The main window with a small plugin: opening, closing, modules that come and go, and the order of the end.
+namespace
+{
+
+const QString minimalPlugin = QStringLiteral(FIXTURE_FOLDER "/minimal_container.so");
+
+/// The main window with a small plugin and one container.
+struct Window
+{
+    Window()
+    {
+        QCOMPARE(workbench.loadPlugin(minimalPlugin), QString());
+        QVERIFY(workbench.modules().add({QStringLiteral("io-block"), QStringLiteral("A"), {}}, 1));
+        QVERIFY(workbench.modules().add({QStringLiteral("servo-1"), QStringLiteral("B"), {}}, 1));
+        main = std::make_unique<MainWindow>(&workbench);
+        container = main->addContainer();
+        workspace = main->findChild<QMdiArea *>();
+        main->show();
+    }
+
+    Workbench workbench{SimulationClock::Drive::Exchanges, 1};
+    std::unique_ptr<MainWindow> main;
+    ContainerInterface *container = nullptr;
+    QMdiArea *workspace = nullptr;
+};
+
+} // namespace
+
+/// The main window with a small plugin: loading, opening, closing, what the status bar shows, and the order of the end.
 class MainWindowTest : public GuardedTest
 {
     Q_OBJECT
@@ -24,25 +54,51 @@ class MainWindowTest : public GuardedTest
 private slots:
     void toolBarOpensClosesAndReopens()
     {
-        Workbench workbench(SimulationClock::Drive::Exchanges, 1);
-        QCOMPARE(workbench.loadPlugin(FIXTURE_FOLDER "/minimal_container.so"), QString());
-        MainWindow window(&workbench);
-        const ContainerInterface *const container = window.addContainer();
-        window.show();
-        const auto *const toolBar = window.findChild<QToolBar *>();
-        const auto *const workspace = window.findChild<QMdiArea *>();
+        const Window window;
+        const auto *const toolBar = window.main->findChild<QToolBar *>();
         QWidget *const button = toolBar->widgetForAction(toolBar->actions().constFirst());
         for (int opening = 0; opening < 2; ++opening) {
             QTest::mouseClick(button, Qt::LeftButton);
-            QTest::mouseClick(button, Qt::LeftButton); // an open one is not opened again
-            QCOMPARE(workspace->subWindowList().size(), 1);
-            QVERIFY(container->isVisible());
+            QCOMPARE(window.workspace->subWindowList().size(), 1);
+            QMdiSubWindow *const subWindow = window.workspace->subWindowList().constFirst();
+            subWindow->showMinimized();
+            QApplication::setActiveWindow(window.main.get());
+            QTest::keyClick(window.main.get(), Qt::Key_1, Qt::AltModifier); // an open one is not opened again
+            QCOMPARE(window.workspace->subWindowList().size(), 1);
+            QVERIFY(window.container->isVisible() && !subWindow->isMinimized());
             // By the frame's button, and by the window itself: neither may leave the other behind.
-            opening == 0 ? workspace->subWindowList().constFirst()->close() : container->parentWidget()->close();
-            QVERIFY(container->parent() == nullptr);
+            opening == 0 ? subWindow->close() : window.container->parentWidget()->close();
+            QVERIFY(window.container->parent() == nullptr);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            QVERIFY(workspace->subWindowList().isEmpty());
+            QVERIFY(window.workspace->subWindowList().isEmpty());
         }
+    }
+
+    void statusBarShowsModulesAndMessages()
+    {
+        Window window;
+        window.workbench.modules().setPluggedIn(1, false);
+        bool hasCount = false;
+        const QList<QLabel *> labels = window.main->statusBar()->findChildren<QLabel *>();
+        for (const QLabel *const label : labels) {
+            hasCount = hasCount || label->text() == QLatin1String("1 of 2 modules plugged in");
+        }
+        QVERIFY(hasCount);
+
+        QVector<LogMessage> arrived;
+        MessageLog &log = window.workbench.messages();
+        log.deliver(); // what the platform has written
+        connect(&log, &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) { arrived = messages; });
+        auto *const watch = window.main->findChild<AnswerWatch *>();
+        emit watch->fellSilent(1);
+        emit watch->answersAgain(1, 7);
+        qDebug("detail");
+        log.deliver();
+        QCOMPARE(arrived.size(), 3);
+        QVERIFY(arrived.at(0).type == QtWarningMsg &&
+                arrived.at(0).text == QLatin1String("B does not answer any more"));
+        QCOMPARE(arrived.at(1).text, QStringLiteral("B answers again, after 7 s"));
+        QCOMPARE(window.main->statusBar()->currentMessage(), arrived.at(1).text); // debug lines are not shown there
     }
 
     void windowFitsItsScreen_data()
@@ -57,7 +113,7 @@ private slots:
     {
         QFETCH(QSize, screen);
         const ScreenFit fit(screen);
-        const QSize framed = fit.size + QSize(2, 24); // of a lean desktop
+        const QSize framed = fit.size + QSize(2, 24); // the smallest frame of a desktop
         QVERIFY(framed.width() <= screen.width() && framed.height() <= screen.height());
         QCOMPARE(fit.showsModules, screen.width() > 1000);
         QCOMPARE(fit.showsMessages, screen.height() > 600);
@@ -79,25 +135,23 @@ private slots:
 
     void smallWorkspaceScrolls()
     {
-        Workbench workbench(SimulationClock::Drive::Exchanges, 1);
-        QCOMPARE(workbench.loadPlugin(FIXTURE_FOLDER "/minimal_container.so"), QString());
-        MainWindow window(&workbench);
-        ContainerInterface *const container = window.addContainer();
-        container->setMinimumSize(700, 400);
-        window.openContainer(container);
-        window.show();
-        window.resize(window.minimumSize());
+        const Window window;
+        window.container->setMinimumSize(700, 400);
+        window.main->openContainer(window.container);
+        window.main->resize(window.main->minimumSize());
         QCoreApplication::processEvents();
-        QVERIFY(container->width() >= 700 && container->height() >= 400);
-        const auto *const scrollArea = window.findChild<QMdiArea *>()->findChild<QScrollArea *>();
+        QVERIFY(window.container->width() >= 700 && window.container->height() >= 400);
+        // By the bars of the container's own window: those of the workspace would move the frame with them.
+        const auto *const scrollArea = window.workspace->subWindowList().constFirst()->findChild<QScrollArea *>();
         QVERIFY(scrollArea->verticalScrollBar()->maximum() > 0);
+        QVERIFY(scrollArea->height() < 400);
     }
 
     void motorsMoveWhileNobodyReadsThem()
     {
         Workbench byWallClock(SimulationClock::Drive::WallClock, 14);
         Workbench byExchanges(SimulationClock::Drive::Exchanges, 14);
-        QTRY_VERIFY(byWallClock.modules().simulatedMs() > 2 * ModuleRack::catchUpIntervalMs);
+        QTRY_VERIFY_WITH_TIMEOUT(byWallClock.modules().simulatedMs() > 2 * ModuleRack::catchUpIntervalMs, 30000);
         QCOMPARE(byExchanges.modules().simulatedMs(), qint64(0));
     }
 
@@ -105,9 +159,9 @@ private slots:
     {
         // A second file with a class of the same name: their containers share settings, so their names must differ.
         const QString copy = temporaryPath("copy.so");
-        QVERIFY(QFile::copy(FIXTURE_FOLDER "/minimal_container.so", copy));
+        QVERIFY(QFile::copy(minimalPlugin, copy));
         auto workbench = std::make_unique<Workbench>(SimulationClock::Drive::Exchanges, 1);
-        QCOMPARE(workbench->loadPlugin(FIXTURE_FOLDER "/minimal_container.so"), QString());
+        QCOMPARE(workbench->loadPlugin(minimalPlugin), QString());
         QVERIFY(!workbench->loadPlugin(FIXTURE_FOLDER "/wrong_object.so").isEmpty());
         QCOMPARE(workbench->loadPlugin(copy), QString());
         auto window = std::make_unique<MainWindow>(workbench.get());
@@ -123,6 +177,34 @@ private slots:
         const QStringList ends = {"root destroyed", "file unmapped"};
         QCOMPARE(messages(QtInfoMsg),
                  QStringList({"MinimalContainer 1 destroyed", "MinimalContainer 2 destroyed"}) + ends + ends);
+    }
+
+    void uselessPluginFileIsRefused_data()
+    {
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("/absent.so") << "there is no such plugin file";
+        QTest::newRow("/") << "no plugin";
+        QTest::newRow("/CTestTestfile.cmake") << "no plugin";
+        QTest::newRow("/other_interface.so") << "org.example.OtherInterface/1.0";
+        QTest::newRow("/wrong_object.so") << "\"WrongObject\" is no container";
+        QTest::newRow("/missing_symbol.so") << "definedNowhere";
+    }
+
+    void uselessPluginFileIsRefused()
+    {
+        QFETCH(QString, reason);
+        const QString path = QStringLiteral(FIXTURE_FOLDER) + QTest::currentDataTag();
+        PluginFile plugin;
+        const QString problem = plugin.load(path);
+        QVERIFY2(problem.startsWith(path + QStringLiteral(": ")), qPrintable(problem));
+        QVERIFY2(problem.contains(reason) && !problem.contains(QLatin1Char('\n')), qPrintable(problem));
+        QVERIFY(plugin.root() == nullptr);
+
+        // It leaves room for another, which in turn leaves nothing behind.
+        QCOMPARE(plugin.load(minimalPlugin), QString());
+        QVERIFY(plugin.root() != nullptr);
+        QVERIFY(plugin.unload());
+        QCOMPARE(messages(QtInfoMsg), QStringList({"root destroyed", "file unmapped"}));
     }
 };
 

@@ -1,39 +1,20 @@
-#include "GuardedTest.h"
-#include "PlotterWindow.h"
-#include "logging/Recordings.h"
-#include "setup/MouseClick.h"
-#include "setup/SceneReader.h"
-#include "setup/SceneRunner.h"
-#include "window/MainWindow.h"
-#include "window/Workbench.h"
-
-#include "host/ContainerInterface.h"
+#include "GrowingPlot.h"
 
 #include <QAccessible>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QDockWidget>
-#include <QFileDialog>
-#include <QLabel>
 #include <QMdiSubWindow>
 #include <QRadioButton>
 #include <QSet>
-#include <QSettings>
-#include <QStatusBar>
 #include <QTableView>
 
-#include <memory>
+using PlotterWindow::Option;
+using PlotterWindow::Side;
 
 namespace
 {
 
 constexpr int maximumSteps = 300;
-
-QList<QByteArray> linesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QList<QByteArray>();
-}
 
 /// Whether the Tab key has to come here. A window of the workspace hands the focus on to what is in it; of radio
 /// buttons that belong together the chosen one is the only stop. Check boxes are always one: in a group Qt takes their
@@ -50,201 +31,76 @@ bool isTabStop(const QWidget *widget)
     return radioButton == nullptr || radioButton->isChecked();
 }
 
-/// A plot with a growing curve in the main window.
-struct GrowingPlot
-{
-    explicit GrowingPlot(const QString &sceneName = QStringLiteral("circle"))
-    {
-        const Scene scene = readSceneFile(shippedScenePath(sceneName)).scene;
-        QCOMPARE(workbench.loadPlugin(PLUGIN), QString());
-        for (const ModuleSettings &module : scene.modules) {
-            QVERIFY(workbench.modules().add(module, 1));
-        }
-        window = std::make_unique<MainWindow>(&workbench);
-        window->show();
-        ContainerInterface *const container = window->addContainer();
-        window->openContainer(container);
-        watch = window->recordings()->watch(container);
-        QCOMPARE(SceneRunner(container).apply(scene), QString());
-        QTRY_VERIFY(workbench.modules().answeredRequests() > 2); // the curve has its first point
-    }
-
-    /// Clicks the box, and types a name into the dialog while it is open.
-    void record(const QString &path) const
-    {
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-            if (auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
-                poll.stop();
-                dialog->selectFile(path);
-                static_cast<QDialog *>(dialog)->accept();
-            }
-        });
-        poll.start(0);
-        MouseClick::on(watch->box()); // returns when the dialog is closed
-    }
-
-    Workbench workbench{SimulationClock::Drive::Exchanges, 14};
-    std::unique_ptr<MainWindow> window;
-    RecordingWatch *watch = nullptr;
-};
-
 } // namespace
 
-/// The main window with the real plugin: who can reach what, and what is found out about recordings.
+/// The main window with the real plugin: what a scene sets, sizes, and the keyboard.
 class PlotWindowTest : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
+    void sceneSetsWhatItSays()
     {
-        // The file dialog keeps its folders in a file of the user's.
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_toolkitSettings.path());
+        Scene scene = readSceneFile(shippedScenePath(QStringLiteral("phase"))).scene;
+        SceneCurve second = scene.curves.constFirst();
+        qSwap(second.x, second.y);
+        second.y.motor = QStringLiteral("Axis 2");
+        scene.curves.append(second);
+        scene.showsLines = false;
+        scene.isSquare = true;
+        scene.showsAll = true;
+        const GrowingPlot plot(scene);
+        QCOMPARE(chosen(plot, 0, Side::X), QStringLiteral("SIM0/Stepper|Axis 0|Actual position [microsteps]|0"));
+        QCOMPARE(chosen(plot, 0, Side::Y), QStringLiteral("SIM0/Stepper|Register|Axis 0 motion: Actual velocity|2"));
+        QCOMPARE(chosen(plot, 1, Side::X), chosen(plot, 0, Side::Y));
+        QCOMPARE(chosen(plot, 1, Side::Y), QStringLiteral("SIM0/Stepper|Axis 2|Actual position [microsteps]|0"));
+        QCOMPARE(checkedBoxes(plot), QStringLiteral("curves 1100, options 011"));
+        QVERIFY(plot.container->findChildren<QRadioButton *>().constFirst()->isChecked()); // its tables are shown
+        QVERIFY(!plot.watch->box()->isChecked());
+
+        scene.curves.removeLast();
+        scene.showsLines = true;
+        scene.isSquare = false;
+        scene.showsAll = false;
+        QCOMPARE(SceneRunner(plot.container).apply(scene), QString());
+        QCOMPARE(checkedBoxes(plot), QStringLiteral("curves 1000, options 100"));
+        scene.curves[0].x.value = QStringLiteral("Actual position");
+        const QString error = SceneRunner(plot.container).apply(scene);
+        QVERIFY2(error.contains("nearest are: \"Actual position [microsteps]\""), qPrintable(error));
     }
 
-    void linesAreCountedUntilTheBoxIsUnchecked()
+    void statusBarStaysShort()
     {
-        const GrowingPlot plot;
-        const QString path = temporaryPath("run.csv");
-        plot.record(path);
-        QVERIFY(plot.watch->state() == RecordingWatch::State::Recording);
-        QCOMPARE(plot.watch->path(), path);
-        QTRY_VERIFY(linesOf(path).size() > 6);
-        plot.window->recordings()->look();
-        QCOMPARE(plot.watch->problem(), QString());
-        MouseClick::on(plot.watch->box());
-        QCOMPARE(plot.watch->headline(), QStringLiteral("Not recording"));
-        const QList<QByteArray> lines = linesOf(path); // two of header, and an empty one behind the last line end
-        QCOMPARE(plot.watch->dataLines(), lines.size() - 3);
-        QVERIFY(lines.at(lines.size() - 2).startsWith(QByteArray::number(plot.watch->dataLines()) + ';'));
-        QCOMPARE(plot.watch->lastFailure(), QString());
-        QCOMPARE(plot.watch->linesWithOldValues(), 0);
-    }
-
-    void linesWithOldValuesAreCounted()
-    {
-        GrowingPlot plot(QStringLiteral("two-modules"));
-        const QString path = temporaryPath("run.csv");
-        plot.record(path);
-        QTRY_VERIFY(linesOf(path).size() > 6);
-        plot.window->recordings()->look();
-        const int fresh = plot.watch->dataLines();
-        QCOMPARE(plot.watch->linesWithOldValues(), 0);
+        Scene scene = readSceneFile(shippedScenePath(QStringLiteral("two-modules"))).scene;
+        const QString longKey = QStringLiteral("SIM9/") + QString(200, QLatin1Char('w'));
+        scene.modules[1].key = longKey;
+        scene.curves[0].y.module = longKey;
+        GrowingPlot plot(scene);
+        QVERIFY(!plot.answersLabel()->font().bold());
+        plot.recordLines(temporaryPath("run.csv"));
         plot.workbench.modules().setSilent(1, true);
-        QTRY_VERIFY(linesOf(path).size() > fresh + 10);
-        plot.window->recordings()->look();
-        QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->dataLines() - fresh);
-
-        const QString key = plot.workbench.modules().description(1).key;
-        QTRY_VERIFY(plot.watch->warning().endsWith("with old values; not answering: " + key));
-        QVERIFY(plot.watch->headline().contains(plot.watch->warning()) && plot.window->recordings()->hasTrouble());
-        QCOMPARE(plot.watch->problem(), QString()); // every line is in the file
-        bool isInStatusBar = false;
+        QTRY_VERIFY_WITH_TIMEOUT(plot.answersLabel()->text().contains("not answering: SIM9"), maximumWaitMs);
+        QVERIFY(plot.answersLabel()->font().bold());
+        int width = 0;
         const QList<QLabel *> labels = plot.window->statusBar()->findChildren<QLabel *>();
         for (const QLabel *const label : labels) {
-            isInStatusBar = isInStatusBar || label->text().contains(" answers/s, not answering: " + key);
+            width += label->sizeHint().width();
         }
-        QVERIFY(isInStatusBar);
-
-        plot.workbench.modules().setSilent(1, false);
-        QTRY_VERIFY(!plot.watch->warning().contains("not answering"));
-        plot.window->recordings()->look();
-        const int lines = plot.watch->dataLines();
-        const int old = plot.watch->linesWithOldValues();
-        QTRY_VERIFY(linesOf(path).size() > lines + 10);
-        plot.window->recordings()->look();
-        QCOMPARE(plot.watch->linesWithOldValues(), old); // the new ones are not
-        MouseClick::on(plot.watch->box());
-        QVERIFY(plot.watch->linesWithOldValues() > 8); // still to be read when the recording is over
+        QVERIFY2(width < 1200, qPrintable(QString::number(width))); // of a window of the usual size
+        plot.workbench.modules().setSilent(0, true);
+        QTRY_VERIFY_WITH_TIMEOUT(plot.answersLabel()->text().endsWith("not answering: 2"), maximumWaitMs);
+        QCOMPARE(plot.answersLabel()->toolTip(), QStringLiteral("SIM0/Stepper\n") + longKey);
     }
 
     void containerKeepsAUsableSize()
     {
         const GrowingPlot plot;
-        const ContainerInterface *const container = plot.workbench.containers().constFirst();
         plot.window->resize(plot.window->minimumSize());
         QCoreApplication::processEvents();
-        QVERIFY(container->width() >= 800 && container->height() >= 400); // it is scrolled
+        QVERIFY(plot.container->width() >= 800 && plot.container->height() >= 400); // it is scrolled
         plot.window->resize(1400, 900);
         QCoreApplication::processEvents();
-        QVERIFY(container->width() > 1000 && container->height() > 500); // and takes all that there is
-    }
-
-    void sceneSetsWhatItSays()
-    {
-        const GrowingPlot plot;
-        ContainerInterface *const container = plot.workbench.containers().constFirst();
-        Scene scene = readSceneFile(shippedScenePath(QStringLiteral("circle"))).scene;
-        scene.curves.append(scene.curves.constFirst());
-        std::swap(scene.curves[1].x, scene.curves[1].y);
-        for (const bool on : {true, false}) {
-            scene.showsLines = on;
-            scene.isSquare = !on;
-            scene.showsAll = on;
-            QCOMPARE(SceneRunner(container).apply(scene), QString());
-            const auto isChecked = [container](PlotterWindow::Option option) {
-                return container->findChild<QCheckBox *>(PlotterWindow::optionBoxName(option))->isChecked();
-            };
-            QCOMPARE(isChecked(PlotterWindow::Option::Lines), on);
-            QCOMPARE(isChecked(PlotterWindow::Option::Square), !on);
-            QCOMPARE(isChecked(PlotterWindow::Option::ShowAll), on);
-        }
-        QList<bool> recorded;
-        const QList<QCheckBox *> boxes = container->findChildren<QCheckBox *>();
-        for (const QCheckBox *const box : boxes) {
-            if (box->property("ColorName").isValid()) {
-                recorded.append(box->isChecked());
-            }
-        }
-        QCOMPARE(recorded, QList<bool>({true, true, false, false}));
-        const auto chosen = [container](int curve, PlotterWindow::Side side) {
-            const auto page = PlotterWindow::selectorPage(curve, side);
-            const QModelIndex index = container->findChild<QTableView *>(page.table)->currentIndex();
-            return container->findChild<QComboBox *>(page.motors)->currentText().trimmed() + '/' +
-                   index.sibling(index.row(), PlotterWindow::nameColumn).data().toString().trimmed();
-        };
-        const SceneSource &x = scene.curves.at(1).x;
-        QCOMPARE(chosen(1, PlotterWindow::Side::X), x.motor + '/' + x.value);
-        QCOMPARE(chosen(0, PlotterWindow::Side::Y), x.motor + '/' + x.value);
-        QVERIFY(chosen(0, PlotterWindow::Side::X) != chosen(1, PlotterWindow::Side::X));
-    }
-
-    void announcedLinesThatNeverArriveAreTold()
-    {
-        const GrowingPlot plot;
-        qDebug("new line: of before, which is none of this recording");
-        plot.record(temporaryPath("run.csv"));
-        qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  2 ; 1;1;");
-        plot.window->recordings()->look();
-        QCOMPARE(plot.watch->missingLines(), 1);
-        QVERIFY(plot.watch->problem().startsWith("1 line sampled but not in run.csv"));
-        plot.window->recordings()->look(); // no more are lost
-        QCOMPARE(plot.watch->problem(), QString());
-    }
-
-    void replacedLogIsTold()
-    {
-        GrowingPlot plot;
-        const QString path = temporaryPath("run.csv");
-        plot.record(path);
-        QTRY_VERIFY(linesOf(path).size() > 6);
-        QVERIFY(QFile::remove(path));
-        QTRY_VERIFY(QFileInfo::exists(path)); // the next line makes a new one
-        QStringList told;
-        QObject::connect(&plot.workbench.messages(), &MessageLog::arrived, &plot.workbench.messages(),
-                         [&told](const QVector<LogMessage> &messages) {
-                             for (const LogMessage &message : messages) {
-                                 told.append(message.text);
-                             }
-                         });
-        plot.window->recordings()->look();
-        QVERIFY(plot.watch->missingLines() > 3);
-        QVERIFY2(plot.watch->problem().contains("replaced"), qPrintable(plot.watch->problem()));
-        plot.workbench.messages().deliver();
-        QCOMPARE(told.filter("run.csv was replaced").size(), 1);
-        plot.window->recordings()->look(); // it stays so
-        QVERIFY(plot.watch->problem().contains("replaced"));
+        QVERIFY(plot.container->width() > 1000 && plot.container->height() > 500); // and takes all that there is
     }
 
     /// For people who use the keyboard or have the screen read to them.
@@ -256,6 +112,16 @@ private slots:
         window.findChild<QDockWidget *>("moduleDock")->show();
         window.showHint();
         QApplication::setActiveWindow(&window);
+
+        // Forwards: to the next stop, not to the one before.
+        QCheckBox *const box = PlotterWindow::curveBoxes(plot.container).constFirst();
+        box->setFocus();
+        QTest::keyClick(box, Qt::Key_Tab);
+        const QWidget *next = box->nextInFocusChain();
+        while (!isTabStop(next)) {
+            next = next->nextInFocusChain();
+        }
+        QCOMPARE(QApplication::focusWidget(), next);
 
         QSet<QWidget *> reached;
         for (const char *const name : {"messageDock", "recordingDock", "exchangeDock"}) {
@@ -283,7 +149,33 @@ private slots:
     }
 
 private:
-    const QTemporaryDir m_toolkitSettings;
+    /// Module, motor, value and check state of the sign of a source, as the window shows them.
+    static QString chosen(const GrowingPlot &plot, int curve, Side side)
+    {
+        const PlotterWindow::SelectorPage names = PlotterWindow::selectorPage(curve, side);
+        const QModelIndex current = plot.container->findChild<QTableView *>(names.table)->currentIndex();
+        const auto cell = [&current](int column) { return current.sibling(current.row(), column); };
+        return QStringList({plot.container->findChild<QComboBox *>(names.modules)->currentText().trimmed(),
+                            plot.container->findChild<QComboBox *>(names.motors)->currentText().trimmed(),
+                            cell(PlotterWindow::nameColumn).data().toString().trimmed(),
+                            QString::number(cell(PlotterWindow::signColumn).data(Qt::CheckStateRole).toInt())})
+            .join(QLatin1Char('|'));
+    }
+
+    static QString checkedBoxes(const GrowingPlot &plot)
+    {
+        QString text = QStringLiteral("curves ");
+        const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(plot.container);
+        for (const QCheckBox *const box : boxes) {
+            text += QString::number(int(box->isChecked()));
+        }
+        text += QStringLiteral(", options ");
+        for (const Option option : {Option::Lines, Option::Square, Option::ShowAll}) {
+            const QString name = PlotterWindow::optionBoxName(option);
+            text += QString::number(int(plot.container->findChild<QCheckBox *>(name)->isChecked()));
+        }
+        return text;
+    }
 };
 
 GUARDED_TEST_MAIN(PlotWindowTest)

@@ -1,5 +1,6 @@
 #include "setup/SceneReader.h"
 #include "GuardedTest.h"
+#include "setup/TextLists.h"
 
 namespace
 {
@@ -9,7 +10,8 @@ const char soundScene[] = R"({
     "title": "T", "seed": 7,
     "modules": [
         { "kind": "stepper-3", "key": "A",
-          "axes": [ { "axis": 2, "motion": "sine", "amplitude": 5, "periodSeconds": 2 } ] },
+          "axes": [ { "axis": 2, "motion": "sine", "amplitude": 5, "periodSeconds": 2, "phaseDegrees": 90,
+                      "offset": -8 } ] },
         { "kind": "servo-1", "key": "B" }
     ],
     "curves": [
@@ -40,11 +42,25 @@ private slots:
         }
         const Scene scene = readScene(soundScene, QString()).scene;
         QCOMPARE(scene.seed, 7U);
-        QCOMPARE(scene.modules.at(0).motions.value(2).amplitude, 5.0);
+        const MotionProgram motion = scene.modules.at(0).motions.value(2);
+        QVERIFY(motion.kind == MotionProgram::Kind::Sine && motion.amplitude == 5.0 && motion.periodSeconds == 2.0);
+        QVERIFY(motion.phaseDegrees == 90.0 && motion.offset == -8.0);
         QCOMPARE(scene.curves.at(1).x.motor, QStringLiteral("Register"));
         QVERIFY(scene.curves.at(1).x.isSigned && !scene.curves.at(0).x.isSigned);
         QVERIFY(!scene.showsLines && scene.isSquare && !scene.showsAll);
         QCOMPARE(scene.stepsPerExchange(), 4); // two curves, each with two modules, share the time of a tick
+    }
+
+    void nearestTextsComeFirst()
+    {
+        const QStringList names = {"Target position [microsteps]", "Actual position [microsteps]",
+                                   "Winding temperature", "Actual velocity [microsteps/s]"};
+        QCOMPARE(nearestTexts("Actual position", names, 1), QStringList(names.at(1))); // without its unit
+        QCOMPARE(nearestTexts("actual velocity [mm/s]", names, 1), QStringList(names.at(3)));
+        QCOMPARE(nearestTexts("Windign temperature", names, 1), QStringList(names.at(2)));
+        QCOMPARE(nearestTexts("position", names, 2), names.mid(0, 2));
+        QCOMPARE(nearestTexts("x", names).size(), 3);
+        QCOMPARE(nearestTexts("x", {}), QStringList());
     }
 
     void mistakeIsNamed_data()
@@ -54,7 +70,7 @@ private slots:
         QTest::addColumn<QString>("expected");
         const QString sound = QString::fromLatin1(soundScene);
         const QStringList rows[] = {
-            {"broken syntax", "\"key\": \"B\"", "\"key\": B", ":6: expected JSON"},
+            {"broken syntax", "\"key\": \"B\"", "\"key\": B", ":7: expected JSON"},
             {"mistyped field", "\"signed\"", "\"sigend\"", "curves[1].x.sigend"},
             {"title missing", "\"title\": \"T\",", "", "\"title\": expected a text"},
             {"seed with a fraction", ": 7", ": 7.5", "\"seed\": expected a whole number"},

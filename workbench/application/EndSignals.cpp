@@ -81,7 +81,8 @@ EndSignals::EndSignals(QObject *parent) : QObject(parent)
         return; // the signals keep their defaults
     }
     m_notifier = new QSocketNotifier(wakePipe[0], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &EndSignals::read);
+    // By name: the signal has other arguments since Qt 5.15.
+    connect(m_notifier, SIGNAL(activated(int)), this, SLOT(read()));
     installHandlers();
 #endif
 }
@@ -119,7 +120,7 @@ void EndSignals::read()
     char number = 0;
     if (::read(wakePipe[0], &number, 1) == 1) {
         m_received = number;
-        emit asked();
+        emit received();
     }
 #endif
 }

@@ -8,7 +8,7 @@ class QSocketNotifier;
  * Turns the signals by which a terminal or a system asks a program to end into a call from the event loop.
  *
  * SIGINT, SIGTERM and SIGHUP, unless the program was started with them ignored; systems without them never ask. The
- * first one is announced by asked() as soon as the event loop runs; a second one ends the program at once, as it would
+ * first one is announced by received() as soon as the event loop runs; a second one ends the program at once, as it would
  * without this. One object at a time, on the GUI thread.
  */
 class EndSignals : public QObject
@@ -26,11 +26,12 @@ public:
     int exitCodeOr(int exitCode) const;
 
 signals:
-    void asked();
+    void received();
 
-private:
+private slots:
     void read();
 
+private:
     QSocketNotifier *m_notifier = nullptr;
     int m_received = 0; // number of the signal
 };

@@ -189,5 +189,8 @@ QString optionsHelp()
         const QString left = QStringLiteral("  --%1 %2").arg(option.names().constFirst(), option.valueName());
         text += left.leftJustified(columnWidth) + QLatin1Char(' ') + option.description() + QLatin1Char('\n');
     }
+    text +=
+        Text::tr("\nA signal (SIGINT, SIGTERM, SIGHUP) ends a run as closing the window does, with exit code 128 + its "
+                 "number.\nA second one ends it at once.\n");
     return text;
 }

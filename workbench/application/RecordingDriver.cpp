@@ -25,9 +25,9 @@ RecordingDriver::RecordingDriver(QWidget *container, RecordingWatch *watch, cons
                                  std::function<bool()> isReady)
     : m_container(container), m_watch(watch), m_path(path), m_isReady(std::move(isReady))
 {
-    m_patience.setSingleShot(true);
-    connect(&m_patience, &QTimer::timeout, this, [this] { giveUp(tr("no curve got a point to record")); });
-    m_patience.start(maximumWaitMs);
+    m_waitTimer.setSingleShot(true);
+    connect(&m_waitTimer, &QTimer::timeout, this, [this] { fail(tr("no curve got a point to record")); });
+    m_waitTimer.start(maximumWaitMs);
     qApp->installEventFilter(this);
 }
 
@@ -39,7 +39,6 @@ void RecordingDriver::stop()
         }
         return;
     }
-    m_watch->look();
     if (m_error.isEmpty()) {
         m_error = m_watch->problem().isEmpty() ? m_watch->lastFailure() : m_watch->problem();
     }
@@ -56,7 +55,7 @@ bool RecordingDriver::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::Timer && watched == m_container) {
         if (m_phase == Phase::Waiting && m_isReady()) {
             m_phase = Phase::Asking;
-            m_patience.stop();
+            m_waitTimer.stop();
             QMetaObject::invokeMethod(this, &RecordingDriver::ask, Qt::QueuedConnection);
         }
         return m_phase == Phase::Asking;
@@ -79,17 +78,17 @@ void RecordingDriver::ask()
 {
     QCheckBox *const box = m_watch.isNull() ? nullptr : m_watch->box();
     if (box == nullptr || box->isChecked()) {
-        giveUp(tr("the container has no box \"%1\" to switch a recording on").arg(PlotterWindow::logBoxName()));
+        fail(tr("the container has no box \"%1\" to switch a recording on").arg(PlotterWindow::logBoxName()));
         return;
     }
     MouseClick::on(box); // returns when the dialog is gone
     if (m_watch.isNull()) {
-        giveUp(tr("the plot window was closed, nothing was recorded"));
+        fail(tr("the plot window was closed, nothing was recorded"));
         return;
     }
-    if (m_watch->state() != RecordingWatch::State::Recording || m_watch->path() != m_path) {
-        giveUp(m_watch->problem().isEmpty() ? tr("%1: the save dialog did not take this file").arg(m_path)
-                                            : m_watch->problem());
+    if (m_watch->state() != RecordingWatch::State::Recording || m_watch->file().path() != m_path) {
+        fail(m_watch->problem().isEmpty() ? tr("%1: the save dialog did not take this file").arg(m_path)
+                                          : m_watch->problem());
         return;
     }
     m_phase = Phase::Over;
@@ -120,10 +119,10 @@ void RecordingDriver::answer(QMessageBox *question)
     }
 }
 
-void RecordingDriver::giveUp(const QString &problem)
+void RecordingDriver::fail(const QString &problem)
 {
     m_phase = Phase::Over;
-    m_patience.stop();
+    m_waitTimer.stop();
     m_error = problem;
-    emit gaveUp();
+    emit failed();
 }

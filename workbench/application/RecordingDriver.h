@@ -29,7 +29,7 @@ public:
      */
     RecordingDriver(QWidget *container, RecordingWatch *watch, const QString &path, std::function<bool()> isReady);
 
-    /// Unchecks the box, if the recording still runs, and notes what has gone wrong until then.
+    /// Unchecks the box, if the recording still runs, and notes what had gone wrong when its file was last looked at.
     void stop();
 
     /// What went wrong, one line; empty while all is well.
@@ -40,7 +40,7 @@ public:
 signals:
     void begun();
     /// There will be no recording; error() says why.
-    void gaveUp();
+    void failed();
 
 private:
     enum class Phase
@@ -53,13 +53,13 @@ private:
     void ask();
     void fillIn(QFileDialog *dialog);
     static void answer(QMessageBox *question);
-    void giveUp(const QString &problem);
+    void fail(const QString &problem);
 
     const QPointer<QWidget> m_container;
     const QPointer<RecordingWatch> m_watch;
     const QString m_path;
     const std::function<bool()> m_isReady;
     Phase m_phase = Phase::Waiting;
-    QTimer m_patience;
+    QTimer m_waitTimer;
     QString m_error;
 };

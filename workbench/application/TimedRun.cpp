@@ -13,7 +13,7 @@ TimedRun::TimedRun(QWidget *widget, const QString &picturePath, QObject *parent)
     : QObject(parent), m_widget(widget), m_picturePath(picturePath), m_error(tr("the run was ended before its time"))
 {
     if (const EndSignals *const endSignals = EndSignals::instance()) {
-        connect(endSignals, &EndSignals::asked, this, &TimedRun::finish);
+        connect(endSignals, &EndSignals::received, this, &TimedRun::finish);
     }
 }
 

@@ -44,9 +44,9 @@ int WorkbenchRun::exec()
 {
     // A scene has to show the same whatever was chosen in earlier runs, so remembered choices stay outside.
     if (m_plan.hasScene) {
-        AppSettings::setStoreFile(m_throwAway.filePath(QStringLiteral("settings.ini")));
+        AppSettings::setStoreFile(m_temporaryFolder.filePath(QStringLiteral("settings.ini")));
         // Qt's file dialog remembers folders in a file of its own.
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_throwAway.path());
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_temporaryFolder.path());
     }
     if (!m_plan.settings.isEmpty()) {
         AppSettings::setStoreFile(m_plan.settings);
@@ -137,7 +137,7 @@ QString WorkbenchRun::setUp()
 int WorkbenchRun::serve()
 {
     if (const EndSignals *const endSignals = EndSignals::instance()) {
-        QObject::connect(endSignals, &EndSignals::asked, m_window.get(), [this] {
+        QObject::connect(endSignals, &EndSignals::received, m_window.get(), [this] {
             m_window->close();
             QCoreApplication::quit(); // also when a dialog or a window of a container's own is still open
         });
@@ -178,8 +178,11 @@ int WorkbenchRun::runRecorded()
         return m_workbench.modules().answeredRequests() >= 2U * quint64(m_plan.scene.curves.size());
     });
     QObject::connect(&driver, &RecordingDriver::begun, &timedRun, [&] { timedRun.start(m_plan.seconds); });
-    QObject::connect(&driver, &RecordingDriver::gaveUp, &timedRun, [] { QCoreApplication::exit(exitFailure); });
-    QObject::connect(&timedRun, &TimedRun::ending, &driver, &RecordingDriver::stop);
+    QObject::connect(&driver, &RecordingDriver::failed, &timedRun, [] { QCoreApplication::exit(exitFailure); });
+    QObject::connect(&timedRun, &TimedRun::ending, &driver, [&] {
+        m_window->recordings()->poll(); // counts what was announced until now
+        driver.stop();
+    });
     QCoreApplication::exec();
     for (const QString &error : {driver.error(), timedRun.error()}) {
         if (!error.isEmpty()) {
@@ -188,11 +191,12 @@ int WorkbenchRun::runRecorded()
     }
     if (watch->linesWithOldValues() > 0) {
         m_terminal.printError(Text::tr("%1: lines with old values, because a module did not answer: %2")
-                                  .arg(watch->path())
+                                  .arg(watch->file().path())
                                   .arg(watch->linesWithOldValues()));
     }
     if (m_selfTest == nullptr) {
-        m_terminal.print(Text::tr("Lines recorded: %1; the log is %2").arg(watch->dataLines()).arg(watch->path()));
+        m_terminal.print(
+            Text::tr("Lines recorded: %1; the log is %2").arg(watch->file().dataLines()).arg(watch->file().path()));
     }
     return 0;
 }
@@ -213,7 +217,7 @@ int WorkbenchRun::testItself()
                                       .arg(m_plan.seconds))) {
         const RecordingWatch *const watch = m_window->recordings()->watch(m_container);
         test.checkPicture(m_plan.picture, curves);
-        test.checkLog(m_plan.log, curves, watch->dataLines() + watch->missingLines());
+        test.checkLog(m_plan.log, curves, watch->file().dataLines() + watch->missingLines());
     }
     const QList<ContainerInterface *> containers = m_workbench.containers();
     for (ContainerInterface *const each : containers) {

@@ -46,7 +46,7 @@ private:
     const RunPlan &m_plan;
     const Terminal &m_terminal;
     SelfTest *const m_selfTest;
-    const QTemporaryDir m_throwAway; // for settings of a run that must not meet those of other runs
+    const QTemporaryDir m_temporaryFolder; // for settings of a run that must not meet those of other runs
     Workbench m_workbench;
     std::unique_ptr<MainWindow> m_window;      // made when all plugins are loaded
     ContainerInterface *m_container = nullptr; // the one that the scene is for; owned by the workbench

@@ -16,7 +16,7 @@ constexpr int startBytes = 256;
 
 LogFollower::LogFollower(const QString &path) : m_path(path) {}
 
-void LogFollower::look()
+void LogFollower::poll()
 {
     const QFileInfo info(m_path);
     m_isRegular = !info.exists() || (info.isFile() && info.isReadable());

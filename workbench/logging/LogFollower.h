@@ -15,7 +15,7 @@ public:
     explicit LogFollower(const QString &path = QString());
 
     /// Reads on from where the last look ended.
-    void look();
+    void poll();
 
     QString path() const;
     bool isThere() const;     ///< at the last look

@@ -33,7 +33,7 @@ void RecordingWatch::windowOpened()
         return;
     }
     // A container forgets its recording when it is opened again, and leaves its box as it was.
-    look();
+    poll();
     m_state = State::CheckedOnly;
     setProblem(tr("The box is checked, but nothing is being recorded since the window was opened again"));
 }
@@ -52,7 +52,7 @@ void RecordingWatch::dialogOpened(QFileDialog *dialog)
 void RecordingWatch::boxToggled(bool on)
 {
     if (!on) {
-        look();
+        poll();
         m_state = State::Off;
         setProblem({});
     } else if (!m_box.isNull() && m_box->isChecked()) {
@@ -84,10 +84,10 @@ void RecordingWatch::forgetAnnouncements()
     m_announced = -1;
 }
 
-void RecordingWatch::look()
+void RecordingWatch::poll()
 {
     if (m_state == State::Recording) {
-        m_file.look();
+        m_file.poll();
         setProblem(problemNow());
     }
 }
@@ -107,24 +107,9 @@ QCheckBox *RecordingWatch::box() const
     return m_box;
 }
 
-QString RecordingWatch::path() const
+const LogFollower &RecordingWatch::file() const
 {
-    return m_file.path();
-}
-
-int RecordingWatch::dataLines() const
-{
-    return m_file.dataLines();
-}
-
-qint64 RecordingWatch::bytes() const
-{
-    return m_file.bytes();
-}
-
-QDateTime RecordingWatch::lastLineTime() const
-{
-    return m_file.lastLineTime();
+    return m_file;
 }
 
 QString RecordingWatch::headline() const
@@ -138,11 +123,11 @@ QString RecordingWatch::headline() const
     if (m_state != State::Recording) {
         return tr("Not recording");
     }
-    const QString name = QFileInfo(path()).fileName();
+    const QString name = QFileInfo(m_file.path()).fileName();
     if (m_container.isNull() || !m_container->isVisible()) {
         return tr("Recording into %1 rests: nothing is sampled while the window is hidden").arg(name);
     }
-    const QString base = tr("Recording into %1, %2").arg(name, lineCount(dataLines()));
+    const QString base = tr("Recording into %1, %2").arg(name, lineCount(m_file.dataLines()));
     return warning().isEmpty() ? base : tr("%1; %2").arg(base, warning());
 }
 
@@ -201,7 +186,7 @@ void RecordingWatch::begin()
         setProblem({});
         return;
     }
-    m_file.look();
+    m_file.poll();
     if (!wasOpened()) {
         m_state = State::CheckedOnly;
         const QString obstacle = writeObstacle(m_chosenPath);
@@ -230,8 +215,8 @@ bool RecordingWatch::wasOpened() const
 
 QString RecordingWatch::problemNow()
 {
-    const QString name = QFileInfo(path()).fileName();
-    const QString obstacle = writeObstacle(path());
+    const QString name = QFileInfo(m_file.path()).fileName();
+    const QString obstacle = writeObstacle(m_file.path());
     const int missing = missingLines();
     const bool isLosing = missing > m_missingBefore;
     m_missingBefore = missing;

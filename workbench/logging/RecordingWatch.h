@@ -50,15 +50,13 @@ public:
     /// It is no longer known how many lines were announced.
     void forgetAnnouncements();
     /// Looks at the file.
-    void look();
+    void poll();
 
     QString title() const;
     State state() const;
     QCheckBox *box() const; ///< Null while the container has none.
-    QString path() const;   ///< Absolute; of the current or last recording, empty before.
-    int dataLines() const;  ///< found in the file
-    qint64 bytes() const;
-    QDateTime lastLineTime() const;
+    /// The file of the current or last recording; before the first one its path is empty.
+    const LogFollower &file() const;
     /// One line that says what is going on, or what is wrong.
     QString headline() const;
     /// What is wrong right now; empty when all that was sampled is in the file, as far as is known.

@@ -17,8 +17,8 @@ Recordings::Recordings(MessageLog *log, const ModuleRack *rack, QObject *parent)
     m_log->setMarker([this] { return m_rack->missedAnswers() > m_missedAtTick; });
     qApp->installEventFilter(this);
     connect(m_log, &MessageLog::arrived, this, &Recordings::countLines);
-    connect(&m_lookTimer, &QTimer::timeout, this, &Recordings::look);
-    m_lookTimer.start(lookIntervalMs);
+    connect(&m_pollTimer, &QTimer::timeout, this, &Recordings::poll);
+    m_pollTimer.start(pollIntervalMs);
 }
 
 Recordings::~Recordings()
@@ -67,13 +67,13 @@ void Recordings::setSilentModules(const QStringList &keys)
     }
 }
 
-void Recordings::look()
+void Recordings::poll()
 {
     // A line is announced before the container closes the file behind it: from the event loop both are complete, and
     // what was announced and is not in the file is missing.
     m_log->deliver();
     for (RecordingWatch *const watch : qAsConst(m_watches)) {
-        watch->look();
+        watch->poll();
     }
 }
 

@@ -23,7 +23,7 @@ class Recordings : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int lookIntervalMs = 1000;
+    static constexpr int pollIntervalMs = 1000;
 
     /// \param rack the modules whose values are recorded; not owned, has to outlive this
     Recordings(MessageLog *log, const ModuleRack *rack, QObject *parent = nullptr);
@@ -40,7 +40,7 @@ public:
     void setSilentModules(const QStringList &keys);
 
     /// Looks at all files now.
-    void look();
+    void poll();
 
     /// One line about all recordings, for a status bar.
     QString summary() const;
@@ -61,5 +61,5 @@ private:
     quint64 m_missedAtTick = 0;     // answers, when the last timer event of a container began
     QList<RecordingWatch *> m_watches;
     QHash<QWidget *, RecordingWatch *> m_byContainer;
-    QTimer m_lookTimer;
+    QTimer m_pollTimer;
 };

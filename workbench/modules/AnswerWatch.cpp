@@ -9,20 +9,20 @@
 AnswerWatch::AnswerWatch(const ModuleRack *rack, QObject *parent) : QObject(parent), m_rack(rack)
 {
     m_clock.start();
-    connect(&m_timer, &QTimer::timeout, this, [this] { look(m_clock.elapsed()); });
-    m_timer.start(lookIntervalMs);
+    connect(&m_timer, &QTimer::timeout, this, [this] { poll(m_clock.elapsed()); });
+    m_timer.start(pollIntervalMs);
 }
 
-void AnswerWatch::look(qint64 nowMs)
+void AnswerWatch::poll(qint64 nowMs)
 {
     m_watched.resize(size_t(m_rack->count()));
     for (int index = 0; index < m_rack->count(); ++index) {
-        look(index, nowMs);
+        poll(index, nowMs);
     }
-    emit looked();
+    emit polled();
 }
 
-void AnswerWatch::look(int index, qint64 nowMs)
+void AnswerWatch::poll(int index, qint64 nowMs)
 {
     constexpr int msPerSecond = 1000;
     Watched &watched = m_watched[size_t(index)];

@@ -33,12 +33,12 @@ public:
         Silent     ///< its last answer did not come in time
     };
 
-    static constexpr int lookIntervalMs = 500;
+    static constexpr int pollIntervalMs = 500;
 
     explicit AnswerWatch(const ModuleRack *rack, QObject *parent = nullptr);
 
     /// Looks at all counters as they are at \a nowMs, ms of a clock that does not run backwards.
-    void look(qint64 nowMs);
+    void poll(qint64 nowMs);
 
     State state(int index) const;
     double answersPerSecond(int index) const; ///< of the module at place \a index
@@ -49,7 +49,7 @@ public:
     QString trouble(int index) const;
 
 signals:
-    void looked();
+    void polled();
     void fellSilent(int index);
     /// After \a seconds without an answer.
     void answersAgain(int index, int seconds);
@@ -65,7 +65,7 @@ private:
         qint64 silentSinceMs = 0;
     };
 
-    void look(int index, qint64 nowMs);
+    void poll(int index, qint64 nowMs);
 
     const ModuleRack *const m_rack; // not owned
     std::vector<Watched> m_watched;

@@ -2,6 +2,7 @@
 
 #include "modules/simulation/ModuleKind.h"
 #include "setup/FieldReader.h"
+#include "setup/TextLists.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,11 +24,6 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(SceneReader)
 };
-
-QString quotedList(const QStringList &names)
-{
-    return QLatin1Char('"') + names.join(QStringLiteral("\", \"")) + QLatin1Char('"');
-}
 
 MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QString &place)
 {

@@ -1,6 +1,7 @@
 #include "setup/SceneRunner.h"
 
 #include "setup/MouseClick.h"
+#include "setup/TextLists.h"
 
 #include <QAbstractItemModel>
 #include <QApplication>
@@ -28,15 +29,24 @@ void settleLayouts()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
-/// The row whose last column bears \a name, blanks around it left aside; -1 when there is none.
-int rowOf(const QAbstractItemModel *model, const QString &name)
+/// The names of a table's rows, without blanks around them.
+QStringList namesIn(const QAbstractItemModel *model)
 {
+    QStringList names;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (model->index(row, PlotterWindow::nameColumn).data().toString().trimmed() == name) {
-            return row;
-        }
+        names.append(model->index(row, PlotterWindow::nameColumn).data().toString().trimmed());
     }
-    return -1;
+    return names;
+}
+
+/// The texts of a box's entries, without blanks around them.
+QStringList entriesOf(const QComboBox *box)
+{
+    QStringList entries;
+    for (int i = 0; i < box->count(); ++i) {
+        entries.append(box->itemText(i).trimmed());
+    }
+    return entries;
 }
 
 /// The middle of the part of the cell that can be seen.
@@ -57,26 +67,6 @@ QPoint checkBoxOf(const QTableView *table, const QModelIndex &index)
     option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
     option.text = index.data().toString();
     return table->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, table).center();
-}
-
-/// The entry of \a box that reads \a text, blanks around it left aside; -1 when there is none.
-int entryOf(const QComboBox *box, const QString &text)
-{
-    for (int i = 0; i < box->count(); ++i) {
-        if (box->itemText(i).trimmed() == text) {
-            return i;
-        }
-    }
-    return -1;
-}
-
-QString entriesOf(const QComboBox *box)
-{
-    QStringList entries;
-    for (int i = 0; i < box->count(); ++i) {
-        entries.append(QLatin1Char('"') + box->itemText(i).trimmed() + QLatin1Char('"'));
-    }
-    return entries.join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -125,9 +115,9 @@ void SceneRunner::chooseSource(int curve, PlotterWindow::Side side, const SceneS
     if (modules == nullptr) {
         return;
     }
-    const int entry = entryOf(modules, source.module);
+    const int entry = entriesOf(modules).indexOf(source.module);
     if (entry < 0) {
-        fail(Text::tr("the module \"%1\" is not offered, only: %2").arg(source.module, entriesOf(modules)));
+        fail(Text::tr("the module \"%1\" is not offered, only: %2").arg(source.module, quotedList(entriesOf(modules))));
         return;
     }
     modules->setCurrentIndex(entry);
@@ -143,10 +133,11 @@ void SceneRunner::chooseMotor(QComboBox *motors, const SceneSource &source)
     if (motors == nullptr || (motors->isHidden() && source.motor.isEmpty())) {
         return; // a module without a choice of motors shows its table at once
     }
-    const int entry = motors->isHidden() ? -1 : entryOf(motors, source.motor);
+    const int entry = motors->isHidden() ? -1 : entriesOf(motors).indexOf(source.motor);
     if (entry < 0) {
         fail(Text::tr("the module \"%1\" has no motor \"%2\", only: %3")
-                 .arg(source.module, source.motor, motors->isHidden() ? QStringLiteral("\"\"") : entriesOf(motors)));
+                 .arg(source.module, source.motor,
+                      motors->isHidden() ? QStringLiteral("\"\"") : quotedList(entriesOf(motors))));
         return;
     }
     motors->setCurrentIndex(entry);
@@ -158,10 +149,11 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
         return;
     }
     const QAbstractItemModel *const model = table->model();
-    const int row = model == nullptr || table->isHidden() ? -1 : rowOf(model, source.value);
+    const QStringList names = model == nullptr || table->isHidden() ? QStringList() : namesIn(model);
+    const int row = names.indexOf(source.value);
     if (row < 0) {
-        fail(Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"")
-                 .arg(source.module, source.value, source.motor));
+        fail(Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"; the nearest are: %4")
+                 .arg(source.module, source.value, source.motor, quotedList(nearestTexts(source.value, names))));
         return;
     }
     table->scrollTo(model->index(row, PlotterWindow::nameColumn));

@@ -367,6 +367,16 @@
 <context>
     <name>Options</name>
     <message>
+        <source>
+A signal (SIGINT, SIGTERM, SIGHUP) ends a run as closing the window does, with exit code 128 + its number.
+A second one ends it at once.
+</source>
+        <translation>
+Ein Signal (SIGINT, SIGTERM, SIGHUP) beendet einen Lauf wie das Schließen des Fensters, mit dem Exit-Code 128 + seiner Nummer.
+Ein zweites beendet ihn sofort.
+</translation>
+    </message>
+    <message>
         <source>Set up a scene: a name from --list-scenes, or a scene file.</source>
         <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Szenendatei.</translation>
     </message>
@@ -812,8 +822,8 @@ Optionen:
         <translation>das Modul „%1“ hat keinen Motor „%2“, nur: %3</translation>
     </message>
     <message>
-        <source>the module &quot;%1&quot; has no value &quot;%2&quot; under its motor &quot;%3&quot;</source>
-        <translation>das Modul „%1“ hat keinen Wert „%2“ unter seinem Motor „%3“</translation>
+        <source>the module &quot;%1&quot; has no value &quot;%2&quot; under its motor &quot;%3&quot;; the nearest are: %4</source>
+        <translation>das Modul „%1“ hat keinen Wert „%2“ unter seinem Motor „%3“; am nächsten kommen: %4</translation>
     </message>
     <message>
         <source>the click on &quot;%1&quot; did not choose it</source>

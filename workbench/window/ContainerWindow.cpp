@@ -19,13 +19,13 @@ ContainerWindow::ContainerWindow(ContainerInterface *container, QWidget *parent)
     layout->addWidget(container); // a container expects to be the window's child when it is initialised
     container->init(this);
     applyProperties();
-    letTabLeaveTables();
+    disableTabInTables();
     container->show(); // a container that has left a window before is hidden
 }
 
 ContainerWindow::~ContainerWindow()
 {
-    letGo();
+    releaseContainer();
 }
 
 ContainerInterface *ContainerWindow::container() const
@@ -50,7 +50,7 @@ QSize ContainerWindow::minimumSizeHint() const
 
 void ContainerWindow::closeEvent(QCloseEvent *event)
 {
-    letGo();
+    releaseContainer();
     event->accept();
 }
 
@@ -74,7 +74,7 @@ void ContainerWindow::applyProperties()
     }
 }
 
-void ContainerWindow::letTabLeaveTables()
+void ContainerWindow::disableTabInTables()
 {
     // The Tab key would go from cell to cell and round again: who has no mouse could never leave a container's table.
     const QList<QTableView *> tables = findChildren<QTableView *>();
@@ -83,7 +83,7 @@ void ContainerWindow::letTabLeaveTables()
     }
 }
 
-void ContainerWindow::letGo()
+void ContainerWindow::releaseContainer()
 {
     if (m_hasFinished) {
         return;

@@ -40,8 +40,8 @@ protected:
 
 private:
     void applyProperties();
-    void letTabLeaveTables();
-    void letGo();
+    void disableTabInTables();
+    void releaseContainer();
 
     QPointer<ContainerInterface> m_container;
     bool m_isForWorkspace = false;

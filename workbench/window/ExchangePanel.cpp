@@ -53,7 +53,7 @@ ExchangePanel::ExchangePanel(const ModuleRack *rack, const AnswerWatch *watch, Q
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_table);
 
-    connect(m_watch, &AnswerWatch::looked, this, &ExchangePanel::refresh);
+    connect(m_watch, &AnswerWatch::polled, this, &ExchangePanel::refresh);
     refresh();
 }
 

@@ -36,7 +36,8 @@ namespace
 constexpr int minimumWidthPixels = 640;
 constexpr int minimumHeightPixels = 420;
 constexpr int bottomHeight = 130;      // widget pixels
-constexpr int minimumStateWidth = 200; // widget pixels
+constexpr int minimumStateWidth = 160; // widget pixels
+constexpr int maximumKeyWidth = 20;    // average characters
 constexpr int statusMargin = 6;        // widget pixels
 constexpr int messageTimeMs = 8000;
 constexpr int maximumShortcuts = 9; // Alt+1 to Alt+9
@@ -334,7 +335,7 @@ void MainWindow::showModuleCount()
 
 void MainWindow::watchAnswers()
 {
-    connect(m_answers, &AnswerWatch::looked, this, &MainWindow::showAnswers);
+    connect(m_answers, &AnswerWatch::polled, this, &MainWindow::showAnswers);
     connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
         const QString &key = m_workbench->modules().description(index).key;
         m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));
@@ -349,26 +350,29 @@ void MainWindow::watchAnswers()
 void MainWindow::showAnswers()
 {
     const QStringList silent = m_answers->silentModules();
-    QString text = tr("%1 answers/s").arg(QLocale().toString(m_answers->answersPerSecond(), 'f', 0));
-    if (!silent.isEmpty()) {
-        text +=
-            tr(", not answering: %1").arg(silent.size() == 1 ? silent.constFirst() : QString::number(silent.size()));
-    }
-    m_answerRate->setText(text);
-    m_answerRate->setToolTip(silent.join(QLatin1Char('\n')));
     QFont font = statusBar()->font();
     font.setBold(!silent.isEmpty());
     m_answerRate->setFont(font);
+    // Short, whatever the modules are called and however many are silent: the rest of the bar is for messages.
+    QString text = tr("%1 answers/s").arg(QLocale().toString(m_answers->answersPerSecond(), 'f', 0));
+    if (!silent.isEmpty()) {
+        const QFontMetrics metrics(font);
+        const QString key =
+            metrics.elidedText(silent.constFirst(), Qt::ElideMiddle, maximumKeyWidth * metrics.averageCharWidth());
+        text += tr(", not answering: %1").arg(silent.size() == 1 ? key : QString::number(silent.size()));
+    }
+    m_answerRate->setText(text);
+    m_answerRate->setToolTip(silent.join(QLatin1Char('\n')));
     m_recordings->setSilentModules(silent);
 }
 
 void MainWindow::showRecordings()
 {
     const QString summary = m_recordings->summary();
-    const int widthPixels = qMax(minimumStateWidth, width() / 2);
-    m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
-    m_recordingState->setToolTip(summary);
     QFont font = statusBar()->font();
     font.setBold(m_recordings->hasTrouble());
     m_recordingState->setFont(font);
+    const int widthPixels = qMax(minimumStateWidth, width() / 3);
+    m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
+    m_recordingState->setToolTip(summary);
 }

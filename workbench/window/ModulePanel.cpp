@@ -42,7 +42,7 @@ ModulePanel::ModulePanel(ModuleRack *rack, const AnswerWatch *watch, QWidget *pa
         addRow(index);
     }
     connect(m_rack, &ModuleRack::changed, this, &ModulePanel::refresh);
-    connect(m_watch, &AnswerWatch::looked, this, &ModulePanel::showTrouble);
+    connect(m_watch, &AnswerWatch::polled, this, &ModulePanel::showTrouble);
 }
 
 void ModulePanel::addRow(int index)

@@ -18,14 +18,14 @@ constexpr int marginWidth = 4; // widget pixels
 
 QString countsOf(const RecordingWatch &watch)
 {
-    if (watch.path().isEmpty()) {
+    if (watch.file().path().isEmpty()) {
         return {};
     }
     const QLocale locale;
     QString text = RecordingPanel::tr("Lines: %1, bytes: %2")
-                       .arg(locale.toString(watch.dataLines()), locale.toString(watch.bytes()));
-    if (watch.lastLineTime().isValid()) {
-        const QString time = locale.toString(watch.lastLineTime().time(), QStringLiteral("hh:mm:ss"));
+                       .arg(locale.toString(watch.file().dataLines()), locale.toString(watch.file().bytes()));
+    if (watch.file().lastLineTime().isValid()) {
+        const QString time = locale.toString(watch.file().lastLineTime().time(), QStringLiteral("hh:mm:ss"));
         text += RecordingPanel::tr(", last line: %1").arg(time);
     }
     if (watch.missingLines() > 0) {
@@ -104,7 +104,7 @@ void RecordingPanel::show(const RecordingWatch &watch, const Entry &entry)
     entry.symbol->setPixmap(hasProblem ? icon.pixmap(side, side) : QPixmap());
     entry.symbol->setVisible(hasProblem);
     entry.headline->setText(watch.headline());
-    const QString path = QDir::toNativeSeparators(watch.path());
+    const QString path = QDir::toNativeSeparators(watch.file().path());
     if (entry.path->text() != path) { // so that a selection stays
         entry.path->setText(path);
     }

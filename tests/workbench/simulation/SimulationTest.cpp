@@ -6,6 +6,7 @@
 #include "modules/simulation/SimulatedMachine.h"
 #include "modules/simulation/SimulatedModule.h"
 #include "modules/simulation/SimulationClock.h"
+#include "modules/simulation/WrappedCounter.h"
 
 #include <cmath>
 #include <limits>
@@ -124,7 +125,7 @@ private slots:
         SimulationClock exact(SimulationClock::Drive::Exchanges, 3);
         exact.catchUp();
         QCOMPARE(exact.nowMs(), qint64(0));
-        exact.exchangeBegins();
+        exact.beginExchange();
         QCOMPARE(exact.nowMs(), qint64(3));
     }
 
@@ -144,6 +145,52 @@ private slots:
             QVERIFY(qAbs(std::hypot(sine, cosine) - 10000.0) < 2.0);
         }
         QVERIFY(counters > 15);
+    }
+
+    /// Values of one exchange that have to fit together, whatever the noise.
+    void valuesFitTogether()
+    {
+        Bench stepper(QStringLiteral("stepper-3"), 1, 1);
+        const AxisMechanics mechanics;
+        stepper.module->setMotion(0, {MotionProgram::Kind::Reciprocate, 60000.0, 1.0, 0.0, 20000.0});
+        double minimumPlay = 0.0;
+        double maximumPlay = 0.0;
+        int closed = 0; // switches that were seen closed, a bit for each
+        for (int ms = 0; ms < 9000; ++ms) {
+            const QVector<qint32> now = stepper.ask(
+                {0x06'00'00, 0x06'00'1E, 0x06'00'51, 0x06'00'52, 0x06'00'33, 0x06'00'35, 0x06'01'02, 0x06'02'02});
+            const double position = now.at(0);
+            const double play =
+                now.at(1) * mechanics.microstepsPerRevolution / mechanics.encoderCountsPerRevolution - position;
+            minimumPlay = qMin(minimumPlay, play);
+            maximumPlay = qMax(maximumPlay, play);
+            QCOMPARE(now.at(2), qint32(position >= mechanics.rightSwitchPosition));
+            QCOMPARE(now.at(3), qint32(qAbs(position) <= mechanics.homeSwitchWidth / 2.0));
+            closed |= now.at(2) | (now.at(3) << 1);
+            QVERIFY(qAbs(now.at(5) - qBound(0, 1023 - qAbs(now.at(4)), 1023)) <= 1); // load reserve, torque current
+            if (ms > 4000) {
+                QVERIFY(qAbs(std::hypot(now.at(6), now.at(7)) - 51200.0) < 1000.0); // axes 1 and 2 draw a circle
+            }
+        }
+        const double halfPlay = mechanics.backlash / 2.0;
+        QVERIFY(qAbs(maximumPlay - halfPlay) < 50.0 && qAbs(minimumPlay + halfPlay) < 50.0);
+        QCOMPARE(closed, 3);
+
+        constexpr Request brakeReleased = 0x0F'02'00;
+        constexpr Request drivesEnabled = 0x0F'02'01;
+        QCOMPARE(stepper.ask({brakeReleased, drivesEnabled}), QVector<qint32>({1, 1}));
+        stepper.module->setMoving(false);
+        stepper.run(2000);
+        QCOMPARE(stepper.ask({brakeReleased, drivesEnabled}), QVector<qint32>({0, 0}));
+        QCOMPARE(wrappedCounter(2147483648.0), std::numeric_limits<qint32>::min());
+        QCOMPARE(wrappedCounter(-2147483649.0), std::numeric_limits<qint32>::max());
+
+        Bench block(QStringLiteral("io-block"));
+        block.run(100);
+        block.module->setMoving(false);
+        const QVector<qint32> stopped = block.ask({0x94'00'00, 0x94'00'04});
+        block.run(100);
+        QCOMPARE(block.ask({0x94'00'00, 0x94'00'04}), stopped);
     }
 
     void rampKeepsItsLimits_data()

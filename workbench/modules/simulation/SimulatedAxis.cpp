@@ -43,11 +43,6 @@ void SimulatedAxis::setProgram(const MotionProgram &program)
     m_restedMs = 0;
 }
 
-MotionProgram SimulatedAxis::program() const
-{
-    return m_program;
-}
-
 void SimulatedAxis::setMoving(bool moving)
 {
     m_moving = moving;

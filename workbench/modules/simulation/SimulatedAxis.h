@@ -34,7 +34,6 @@ public:
      * a period is at least 10 ms.
      */
     void setProgram(const MotionProgram &program);
-    MotionProgram program() const;
 
     /// Off: brakes and stays.
     void setMoving(bool moving);

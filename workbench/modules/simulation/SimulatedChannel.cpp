@@ -15,7 +15,7 @@ SimulatedChannel::SimulatedChannel(SimulationClock *clock, SimulatedMachine *mac
 
 void SimulatedChannel::sendCommandCombos(QList<CommandCombo *> combos)
 {
-    m_clock->exchangeBegins();
+    m_clock->beginExchange();
     m_machine->countExchange();
     CommandHandlerInterface::sendCommandCombos(combos);
 }
@@ -37,9 +37,9 @@ bool SimulatedChannel::transact(const Command &request, Command &reply, const QD
         return false;
     }
     if (m_answerTimeMs > 0) {
-        const qint64 patienceMs = deadline.remainingTime();
-        QThread::msleep(static_cast<unsigned long>(qMin<qint64>(m_answerTimeMs, patienceMs)));
-        if (patienceMs < m_answerTimeMs) {
+        const qint64 remainingMs = deadline.remainingTime();
+        QThread::msleep(static_cast<unsigned long>(qMin<qint64>(m_answerTimeMs, remainingMs)));
+        if (remainingMs < m_answerTimeMs) {
             return false;
         }
     }

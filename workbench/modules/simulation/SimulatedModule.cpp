@@ -101,9 +101,7 @@ QList<Register *> SimulatedModule::registers() const
 
 void SimulatedModule::setMotion(int axis, const MotionProgram &program)
 {
-    if (axis >= 0 && axis < numberOfAxes()) {
-        m_machine.axis(axis).setProgram(program);
-    }
+    m_machine.axis(axis).setProgram(program);
 }
 
 void SimulatedModule::setMoving(bool moving)

@@ -37,7 +37,7 @@ public:
     QMap<QString, Parameter> *getParameterMapByName(QString name) override;
     QList<Register *> registers() const override;
 
-    /// What axis \a axis does while the module moves; an axis that the module does not have is ignored.
+    /// What axis \a axis, from 0 to below numberOfAxes(), does while the module moves.
     void setMotion(int axis, const MotionProgram &program);
     /// Off: the axes ramp down and stay. On from the start.
     void setMoving(bool moving);

@@ -22,7 +22,7 @@ void SimulationClock::remove(SimulatedMachine *machine)
     m_machines.removeOne(machine);
 }
 
-void SimulationClock::exchangeBegins()
+void SimulationClock::beginExchange()
 {
     if (m_drive == Drive::Exchanges) {
         advance(m_stepsPerExchange);

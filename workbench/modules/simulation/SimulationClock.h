@@ -32,7 +32,7 @@ public:
     void remove(SimulatedMachine *machine); ///< Unknown ones are ignored.
 
     /// Called by every channel at the start of every exchange.
-    void exchangeBegins();
+    void beginExchange();
 
     /// Advances to the present time when driven by the wall clock, else does nothing.
     void catchUp();

@@ -1,0 +1,115 @@
+#pragma once
+
+#include "GuardedTest.h"
+#include "logging/Recordings.h"
+#include "setup/MouseClick.h"
+#include "setup/SceneReader.h"
+#include "setup/SceneRunner.h"
+#include "window/MainWindow.h"
+#include "window/RecordingPanel.h"
+#include "window/Workbench.h"
+
+#include "host/ContainerInterface.h"
+
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QSettings>
+#include <QStatusBar>
+
+#include <memory>
+
+/// Generous, for a busy machine: a wait ends when its condition holds.
+constexpr int maximumWaitMs = 30000;
+
+/// The lines of a file, and an empty one behind the last line end; none when it cannot be read.
+inline QList<QByteArray> linesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QList<QByteArray>();
+}
+
+/// The main window with the real plugin and the curves of a scene, which grow.
+struct GrowingPlot
+{
+    explicit GrowingPlot(const QString &sceneName = QStringLiteral("circle"))
+        : GrowingPlot(readSceneFile(shippedScenePath(sceneName)).scene)
+    {
+    }
+
+    explicit GrowingPlot(const Scene &scene)
+    {
+        // The file dialog keeps its folders in a file of the user's.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, qtSettings.path());
+        QCOMPARE(workbench.loadPlugin(PLUGIN), QString());
+        for (const ModuleSettings &module : scene.modules) {
+            QVERIFY(workbench.modules().add(module, 1));
+        }
+        window = std::make_unique<MainWindow>(&workbench);
+        window->show();
+        container = window->addContainer();
+        window->openContainer(container);
+        watch = window->recordings()->watch(container);
+        QCOMPARE(SceneRunner(container).apply(scene), QString());
+        // Both values of the first curve have come.
+        QTRY_VERIFY_WITH_TIMEOUT(workbench.modules().answeredRequests() > 2, maximumWaitMs);
+    }
+
+    /// Clicks the box of the container, and types a name into the dialog while it is open.
+    static void record(const RecordingWatch *watch, const QString &path)
+    {
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+            if (auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
+                poll.stop();
+                dialog->selectFile(path);
+                static_cast<QDialog *>(dialog)->accept();
+            }
+        });
+        poll.start(0);
+        MouseClick::on(watch->box()); // returns when the dialog is closed
+    }
+
+    /// Records until some lines are in the file.
+    void recordLines(const QString &path) const
+    {
+        record(watch, path);
+        QTRY_VERIFY_WITH_TIMEOUT(linesOf(path).size() > 6, maximumWaitMs);
+        window->recordings()->poll();
+    }
+
+    /// The texts of the labels that are shown in \a widget, and of the symbols the text "symbol".
+    static QStringList labelsIn(const QWidget *widget)
+    {
+        QStringList texts;
+        const QList<QLabel *> labels = widget->findChildren<QLabel *>();
+        for (const QLabel *const label : labels) {
+            if (label->isVisibleTo(widget)) {
+                texts.append(label->pixmap(Qt::ReturnByValue).isNull() ? label->text() : QStringLiteral("symbol"));
+            }
+        }
+        return texts;
+    }
+
+    QStringList recordingPanel() const
+    {
+        return labelsIn(window->findChild<RecordingPanel *>());
+    }
+
+    const QLabel *answersLabel() const
+    {
+        const QList<QLabel *> labels = window->statusBar()->findChildren<QLabel *>();
+        for (const QLabel *const label : labels) {
+            if (label->text().contains(" answers/s")) {
+                return label;
+            }
+        }
+        qFatal("no label with the rate of answers");
+    }
+
+    const QTemporaryDir qtSettings;
+    Workbench workbench{SimulationClock::Drive::Exchanges, 14};
+    std::unique_ptr<MainWindow> window;
+    ContainerInterface *container = nullptr;
+    RecordingWatch *watch = nullptr;
+};

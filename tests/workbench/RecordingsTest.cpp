@@ -1,0 +1,237 @@
+#include "GrowingPlot.h"
+#include "application/Terminal.h"
+#include "application/WorkbenchRun.h"
+#include "window/ModulePanel.h"
+
+#include <QDockWidget>
+#include <QLocale>
+
+#include <csignal>
+#include <sys/resource.h>
+
+/// What is found out about recordings: what the panel, the status bar and the messages show of them.
+class RecordingsTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void linesAreCountedWhenTheyAreWhole()
+    {
+        LogFollower follower(temporaryPath("run.csv"));
+        follower.poll();
+        QVERIFY(!follower.isThere() && follower.isRegular() && !follower.wasReplaced());
+        append("Module:;A;A;\r\nCounter;x;y;\r\n");
+        follower.poll();
+        QVERIFY(follower.isThere() && follower.hasHeader() && !follower.lastLineTime().isValid());
+        QCOMPARE(follower.dataLines(), 0);
+        append("1;2;3;\r\n2;");
+        follower.poll();
+        QCOMPARE(follower.dataLines(), 1);
+        const QDateTime first = follower.lastLineTime();
+        QVERIFY(qAbs(first.msecsTo(QDateTime::currentDateTime())) < 10000);
+        append(QByteArray("4;5;\r\n") + "3;6;7;\r\n");
+        follower.poll();
+        QCOMPARE(follower.dataLines(), 3);
+        QCOMPARE(follower.bytes(), QFileInfo(follower.path()).size());
+        const QDateTime last = follower.lastLineTime();
+        follower.poll();
+        QCOMPARE(follower.lastLineTime(), last); // no line came
+        QVERIFY(!follower.wasReplaced());
+    }
+
+    void linesAreCountedUntilTheBoxIsUnchecked()
+    {
+        const GrowingPlot plot;
+        const QString path = temporaryPath("run.csv");
+        plot.recordLines(path);
+        QVERIFY(plot.watch->state() == RecordingWatch::State::Recording);
+        QCOMPARE(plot.watch->file().path(), path);
+        QCOMPARE(plot.watch->problem(), QString());
+        MouseClick::on(plot.watch->box());
+        QCOMPARE(plot.watch->headline(), QStringLiteral("Not recording"));
+        const QList<QByteArray> lines = linesOf(path); // two of header, and an empty one behind the last line end
+        const int count = plot.watch->file().dataLines();
+        QCOMPARE(count, lines.size() - 3);
+        QVERIFY(lines.at(lines.size() - 2).startsWith(QByteArray::number(count) + ';'));
+        QCOMPARE(plot.watch->lastFailure(), QString());
+        QCOMPARE(plot.watch->linesWithOldValues(), 0);
+        const QLocale locale;
+        const QString counts = QStringLiteral("Lines: %1, bytes: %2, last line: ")
+                                   .arg(locale.toString(count), locale.toString(QFileInfo(path).size()));
+        QCOMPARE(plot.recordingPanel().filter(counts).size(), 1);
+        QCOMPARE(plot.recordingPanel().size(), 3); // no symbol and no failure
+    }
+
+    void linesWithOldValuesAreCounted()
+    {
+        GrowingPlot plot(QStringLiteral("two-modules"));
+        const QString path = temporaryPath("run.csv");
+        plot.recordLines(path);
+        const int fresh = plot.watch->file().dataLines();
+        QCOMPARE(plot.watch->linesWithOldValues(), 0);
+        plot.workbench.modules().setSilent(1, true);
+        QTRY_VERIFY_WITH_TIMEOUT(linesOf(path).size() > fresh + 10, maximumWaitMs);
+        plot.window->recordings()->poll();
+        QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->file().dataLines() - fresh);
+
+        const QString key = plot.workbench.modules().description(1).key;
+        QTRY_VERIFY_WITH_TIMEOUT(plot.watch->warning().endsWith("with old values; not answering: " + key),
+                                 maximumWaitMs);
+        QVERIFY(plot.watch->headline().contains(plot.watch->warning()) && plot.window->recordings()->hasTrouble());
+        QCOMPARE(plot.watch->problem(), QString()); // every line is in the file
+        QVERIFY(plot.recordingPanel().contains("symbol"));
+        QCOMPARE(plot.answersLabel()->text().section(QStringLiteral(", "), 1), "not answering: " + key);
+
+        plot.workbench.modules().setSilent(1, false);
+        QTRY_VERIFY_WITH_TIMEOUT(!plot.watch->warning().contains("not answering"), maximumWaitMs);
+        plot.window->recordings()->poll();
+        const int lines = plot.watch->file().dataLines();
+        const int old = plot.watch->linesWithOldValues();
+        QTRY_VERIFY_WITH_TIMEOUT(linesOf(path).size() > lines + 10, maximumWaitMs);
+        plot.window->recordings()->poll();
+        QCOMPARE(plot.watch->linesWithOldValues(), old); // the new ones are not
+        MouseClick::on(plot.watch->box());
+        QVERIFY(plot.watch->linesWithOldValues() > 8); // still to be read when the recording is over
+    }
+
+    void runReportsLinesWithOldValues()
+    {
+        RunPlan plan;
+        plan.scene = readSceneFile(shippedScenePath(QStringLiteral("two-modules"))).scene;
+        plan.seconds = 1.0;
+        plan.plugins = QStringList(PLUGIN);
+        plan.log = temporaryPath("run.csv");
+        plan.hasScene = plan.isTimed = true;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, this, [&] {
+            if (linesOf(plan.log).size() > 6) {
+                poll.stop();
+                const QWidgetList windows = QApplication::topLevelWidgets();
+                for (const QWidget *const window : windows) {
+                    if (const auto *const panel = window->findChild<ModulePanel *>()) {
+                        panel->findChildren<QCheckBox *>().last()->click(); // "Silent" of the second module
+                    }
+                }
+            }
+        });
+        poll.start(1);
+        std::FILE *const output = std::tmpfile();
+        WorkbenchRun(plan, Terminal(output, output)).exec();
+        std::rewind(output);
+        QByteArray text(1000, '\0');
+        text.truncate(int(std::fread(text.data(), 1, size_t(text.size()), output)));
+        std::fclose(output);
+        QVERIFY2(text.contains("run.csv: lines with old values"), text.constData());
+    }
+
+    void announcedLinesThatNeverArriveAreReported()
+    {
+        const GrowingPlot plot;
+        qDebug("new line: of before, which is none of this recording");
+        GrowingPlot::record(plot.watch, temporaryPath("run.csv"));
+        qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  2 ; 1;1;");
+        auto *const dock = plot.window->findChild<QDockWidget *>("recordingDock");
+        dock->hide();
+        plot.window->recordings()->poll();
+        QVERIFY(dock->isVisible());
+        QCOMPARE(plot.watch->missingLines(), 1);
+        QVERIFY(plot.watch->problem().startsWith("1 line sampled but not in run.csv"));
+        plot.window->recordings()->poll(); // no more are lost
+        QCOMPARE(plot.watch->problem(), QString());
+        QVERIFY(plot.recordingPanel().last().contains("1 line sampled but not in run.csv")); // the last failure
+    }
+
+    /// The plugin goes on after each of these, and writes no header: only the workbench reports it.
+    void disturbedLogIsReported_data()
+    {
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("removed") << "run.csv has vanished";
+        QTest::newRow("removed and begun anew") << "run.csv was replaced";
+        QTest::newRow("replaced") << "run.csv was replaced";
+        QTest::newRow("truncated") << "run.csv was replaced";
+    }
+
+    void disturbedLogIsReported()
+    {
+        QFETCH(QString, expected);
+        const QByteArray how = QTest::currentDataTag();
+        GrowingPlot plot;
+        const QString path = temporaryPath("run.csv");
+        plot.recordLines(path);
+        QStringList noted;
+        connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
+            for (const LogMessage &message : messages) {
+                noted.append(message.text);
+            }
+        });
+        if (how == "truncated") {
+            QVERIFY(QFile::resize(path, 40));
+        } else {
+            QVERIFY(QFile::remove(path));
+        }
+        if (how == "replaced") {
+            QVERIFY(QFile::copy(QStringLiteral(PLUGIN), path)); // longer than the log
+            QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+        } else if (how == "removed and begun anew") {
+            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), maximumWaitMs); // by the next line
+        }
+        for (int look = 0; look < 2; ++look) { // it stays so
+            plot.window->recordings()->poll();
+            QVERIFY2(plot.watch->problem().contains(expected), qPrintable(plot.watch->problem()));
+            if (how == "removed") {
+                break; // the next line may come at any time
+            }
+        }
+        plot.workbench.messages().deliver();
+        QCOMPARE(noted.filter(expected).size(), 1);
+        QVERIFY(plot.recordingPanel().contains("symbol"));
+        QCOMPARE(plot.recordingPanel().filter(expected).size(), 2); // the headline, and the last failure
+    }
+
+    void logWithoutItsHeaderIsReported()
+    {
+        const GrowingPlot plot;
+        const QString path = temporaryPath("run.csv");
+        rlimit usual = {};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &usual), 0);
+        const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit nothing = {0, usual.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &nothing), 0); // as on a full disk: files can be made, and stay empty
+        GrowingPlot::record(plot.watch, path);
+        setrlimit(RLIMIT_FSIZE, &usual);
+        std::signal(SIGXFSZ, ignored);
+        QVERIFY2(plot.watch->problem().contains("its header could not be written"), qPrintable(plot.watch->problem()));
+    }
+
+    void boxOfAReopenedWindowIsReported()
+    {
+        const GrowingPlot plot;
+        plot.recordLines(temporaryPath("run.csv"));
+        plot.container->parentWidget()->close();
+        plot.window->openContainer(plot.container);
+        QVERIFY2(plot.watch->problem().contains("since the window was opened again"),
+                 qPrintable(plot.watch->problem()));
+    }
+
+    void troubleComesBeforeWhatGoesWell()
+    {
+        const GrowingPlot plot;
+        ContainerInterface *const other = plot.window->addContainer();
+        plot.window->openContainer(other);
+        plot.recordLines(temporaryPath("run.csv"));
+        GrowingPlot::record(plot.window->recordings()->watch(other), QStringLiteral("/proc/run.csv"));
+        const QString summary = plot.window->recordings()->summary();
+        QVERIFY2(summary.contains("could not be opened") && !summary.contains("Recording into"), qPrintable(summary));
+    }
+
+private:
+    void append(const QByteArray &bytes) const
+    {
+        QFile file(temporaryPath("run.csv"));
+        QVERIFY(file.open(QIODevice::Append));
+        QCOMPARE(file.write(bytes), qint64(bytes.size()));
+    }
+};
+
+GUARDED_TEST_MAIN(RecordingsTest)
+#include "RecordingsTest.moc"
