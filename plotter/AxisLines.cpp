@@ -42,7 +42,7 @@ void AxisLines::fill(int left, int top, int right, int bottom, const QColor &col
     if (right <= left || bottom <= top) {
         return;
     }
-    // The painter maps it back and rounds to whole device pixels.
+    // In widget pixels, which the painter maps back and rounds to these device pixels.
     m_painter->fillRect(QRectF(left / m_ratio, top / m_ratio, (right - left) / m_ratio, (bottom - top) / m_ratio),
                         color);
 }

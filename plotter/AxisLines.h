@@ -4,11 +4,11 @@ class QColor;
 class QPainter;
 
 /**
- * Draws lines along the axes as filled rectangles: QPainter::drawLine() takes up to 150 ns for each of their pixels.
+ * Draws horizontal and vertical lines as filled rectangles: QPainter::drawLine() takes up to 150 ns per pixel of them.
  *
  * At a pixel ratio of 1 the pixels are those of a painter's line with a pen of width 1. At any other ratio all lines
  * are equally wide, the ratio rounded to whole device pixels, and have hard edges. Positions are in widget pixels; both
- * ends belong to a line. Must not outlive the painter, which has no transformation.
+ * ends belong to a line. Must not outlive the painter, which must have no transformation.
  */
 class AxisLines
 {
@@ -17,7 +17,7 @@ public:
 
     void drawHorizontal(int left, int right, int y, const QColor &color) const;
     void drawVertical(int x, int top, int bottom, const QColor &color) const;
-    /// Every pixel once, so that a translucent colour shows no corners.
+    /// Fills every pixel once, so that the corners of a translucent frame are not darker.
     void drawFrame(int left, int top, int right, int bottom, const QColor &color) const;
 
 private:

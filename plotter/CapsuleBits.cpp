@@ -11,18 +11,19 @@ using Word = quint64;
 constexpr int wordBits = 64;
 constexpr int halfWordBits = 32;
 constexpr int byteBits = 8;
-constexpr int maximumShortColumns = wordBits - byteBits; // from any bit of a byte on they end in the word there
-constexpr float flatPixels = 1e-6F;                      // what rises less is as good as level, and has no usable slope
-constexpr int blockRows = 8;                             // whose edges are computed at once
+constexpr int maximumShortColumns =
+    wordBits - byteBits;            // starting at any bit of a byte, they fit in the word at that byte
+constexpr float flatPixels = 1e-6F; // a segment that rises less counts as level: its slope is not usable
+constexpr int blockRows = 8;        // rows whose edges are computed in one loop
 // Maximum width of a capsule for addNarrowRows(), columns: bit 31 of its 32 bits is the sign in powerOfTwo().
 constexpr int narrowColumns = 30;
-constexpr int tallRows = 40;     // are worth a loop of their own for the band
+constexpr int tallRows = 40;     // from this height on the band has a loop of its own
 constexpr int fractionBits = 32; // of columns in fixed point
 constexpr double fixedPointOne = 4294967296.0;
 
 static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "two neighbouring halves of words are read as one word");
 
-// Not those of the standard library, see addCapsule().
+// Instead of std::min and std::max, see addCapsule().
 template<typename Number> inline Number smaller(Number a, Number b)
 {
     return b < a ? b : a;
@@ -59,21 +60,21 @@ quint32 powerOfTwo(int exponent)
 }
 
 /**
- * What the points within the radius of a segment are in rows of pixels.
+ * The intervals of pixels, one per row, within the radius of a segment.
  *
  * The segment goes from its upper end in the direction (dx, dy), dy >= 0. The left edge in a row belongs to the circle
  * around one point of the segment: the one tilt = radius * dx / length above the row, or the end nearest to that. The
- * point of the right edge is as far below the row. For a row that the capsule does not touch both edges coincide, so
- * that its interval is empty.
+ * point of the right edge is as far below the row. In a row that the capsule does not touch, both edges are equal and
+ * the interval is empty.
  *
- * Positions count from a corner near the capsule, rows from their centres and columns from half a pixel before: the
- * whole part of an edge is the first column whose centre lies beyond it, and single precision is enough.
+ * Positions are relative to a corner near the capsule, so that single precision is enough. Rows are measured at their
+ * centres, columns half a pixel before: truncating an edge gives the first column whose centre lies beyond it.
  */
 struct Capsule
 {
     explicit Capsule(const PenSegment &segment)
     {
-        // Nothing here branches on the direction, which changes at random from one segment to the next.
+        // No branch on the direction: it is different for each segment, and would be mispredicted.
         const double downward = segment.toY < segment.fromY ? -1.0 : 1.0;
         const double deltaX = (segment.toX - segment.fromX) * downward;
         const double leftX = smaller(segment.fromX, segment.toX);
@@ -140,7 +141,7 @@ inline void addInterval(Word *row, int firstColumn, int endColumn)
     *last |= ~fromEnd;
 }
 
-/// All rows of a capsule, some at a time and a few beyond, which are empty; no row is looked at on its own.
+/// All rows of a capsule in blocks of blockRows; the rows of the last block beyond the capsule are empty.
 void addNarrowRows(const BitRows &rows, const Capsule &shape)
 {
     const Capsule capsule = shape; // local copy: the compiler knows that stores into the words do not alias it
@@ -166,7 +167,7 @@ void addNarrowRows(const BitRows &rows, const Capsule &shape)
     }
 }
 
-/// Any rows of a capsule.
+/// Some rows of a capsule, one at a time.
 void addRows(const BitRows &rows, const Capsule &capsule, int firstRow, int endRow)
 {
     Word *words = wordsOfRow(rows, firstRow);
@@ -189,7 +190,7 @@ inline void addShortInterval(Word *row, int firstColumn, int endColumn)
     memcpy(bytes, &word, sizeof word);
 }
 
-/// The rows of a capsule in which no end is near: both edges go down in a straight line.
+/// Rows of a capsule away from its ends, where both edges are straight lines.
 void addRowsOfBand(const BitRows &rows, const Capsule &capsule, int firstRow, int endRow)
 {
     const auto position = static_cast<float>(firstRow - capsule.firstRow);

@@ -22,10 +22,10 @@ struct PenSegment
 /**
  * Sets the bits of all pixels whose centre lies within the pen's radius of a segment.
  *
- * Nothing is checked: all coordinates are numbers, and around what the pen reaches there are another 8 rows and 64
- * columns of words.
+ * Without checks: all coordinates must be finite, and \a rows must extend 8 rows and 64 columns beyond all pixels that
+ * the pen reaches.
  *
- * The source of this function is compiled for finite numbers only. It uses no function that other sources share, so
- * that the linker takes no copy from it that does not know NaN.
+ * The source file is compiled with -ffinite-math-only. It calls no inline function that other files also use: the
+ * linker keeps one copy of such a function, and this file's copy would not handle NaN.
  */
 void addCapsule(const BitRows &rows, const PenSegment &segment);

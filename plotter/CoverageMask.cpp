@@ -9,20 +9,20 @@
 namespace
 {
 
-constexpr int spareRows = 8; // which addCapsule() may write to beyond the pen's reach
+constexpr int spareRows = 8; // addCapsule() may write to them
 
 /// Where the segment from (\a from, \a fromOther) to (\a to, \a toOther) crosses \a at in the first coordinate, which
 /// lies between \a from and \a to: the other coordinate there.
 double crossing(double from, double fromOther, double to, double toOther, double at)
 {
-    if (std::abs(from) > std::abs(to)) { // the end nearby is the exact one
+    if (std::abs(from) > std::abs(to)) { // computed from the nearer end, which has the smaller rounding error
         std::swap(from, to);
         std::swap(fromOther, toOther);
     }
     return fromOther + (at - from) / (to - from) * (toOther - fromOther);
 }
 
-/// Cuts off what lies outside of \a low to \a high in the first coordinate; false when that is all.
+/// Clips to \a low to \a high in the first coordinate; false when nothing is left.
 bool cut(double *from, double *fromOther, double *to, double *toOther, double low, double high)
 {
     if ((*from < low && *to < low) || (*from > high && *to > high)) {

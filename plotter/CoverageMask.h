@@ -9,8 +9,8 @@
 /**
  * Which pixels of a rectangle a round pen has covered, one bit each.
  *
- * A segment covers a capsule: the band of the pen's width along it and a half disc at either end. That is convex: every
- * row of pixels cuts it in one interval, and to cover it is to set the bits of these intervals.
+ * A segment covers a capsule: the band of the pen's width along it and a half disc at either end. A capsule is convex:
+ * it covers one interval in each row of pixels, and the bits of these intervals are set.
  *
  * All lengths and positions are in device pixels from the rectangle's upper left corner; the centre of the first pixel
  * is (0.5, 0.5). A plain value.
@@ -21,8 +21,8 @@ public:
     /// Nothing is covered. \a size is not negative, \a radius (half the pen's width) above 0.
     CoverageMask(const QSize &size, double radius);
 
-    /// The sides of the rectangle that a point is beyond by more than the radius, a bit for each. When two points are
-    /// beyond the same side, nothing between them covers a pixel.
+    /// A bit for each side of the rectangle that a point is beyond by more than the radius. A segment between two
+    /// points beyond the same side covers no pixel.
     unsigned sidesBeyond(const QPointF &point) const
     {
         return (point.x() < -m_radius ? 1U : 0U) | (point.x() > m_size.width() + m_radius ? 2U : 0U) |
@@ -32,22 +32,23 @@ public:
     /// Covers what lies within the radius of a segment; coordinates are within 1e300.
     void addSegment(const QPointF &from, const QPointF &to);
 
-    /// Calls \a visit(row, firstColumn, covered) for every 64 columns in a row of which some are covered; the bits of
-    /// \a covered stand for the columns from the first one on, and those right of the rectangle mean nothing. Some rows
-    /// before, \a expect(row, firstColumn) announces where the first one in 64 columns will be.
+    /// Calls \a visit(row, firstColumn, covered) for every word of 64 columns in which some are covered. The bits of
+    /// \a covered are these columns from \a firstColumn on; bits right of the rectangle are undefined. Some rows
+    /// earlier
+    /// \a expect(row, firstColumn) is called, for prefetching.
     template<typename Visitor, typename Expectation> void visitWords(Visitor visit, Expectation expect) const;
 
 private:
     using Word = quint64;
     static constexpr int wordBits = 64;
-    static constexpr int rowsAhead = 8; // far enough for memory to answer, near enough for the cache to keep it
+    static constexpr int rowsAhead = 8; // long enough for a memory access, short enough to stay in the cache
 
     bool cutToReach(QPointF *from, QPointF *to) const;
 
     QSize m_size;
     double m_radius;
-    // Margins on all sides, in which the capsule of a segment within the pen's reach stays: nothing is left to check
-    // where bits are set.
+    // Margins on all sides that contain the capsules of all segments within the pen's reach, so that bits are set
+    // without checks.
     int m_marginRows;
     int m_marginColumns; // whole words
     int m_wordsPerRow;
@@ -59,7 +60,7 @@ template<typename Visitor, typename Expectation> void CoverageMask::visitWords(V
     for (int row = 0; row < m_size.height(); ++row) {
         const size_t firstWord = static_cast<size_t>(row + m_marginRows) * static_cast<size_t>(m_wordsPerRow);
         const Word *const words = m_words.data() + firstWord + m_marginColumns / wordBits;
-        const Word *const wordsAhead = words + rowsAhead * m_wordsPerRow; // no farther than the margin
+        const Word *const wordsAhead = words + rowsAhead * m_wordsPerRow; // at most in the margin
         const bool isAnyAhead = row + rowsAhead < m_size.height();
         for (int column = 0; column < m_size.width(); column += wordBits) {
             const Word bitsAhead = wordsAhead[column / wordBits];

@@ -14,17 +14,17 @@
 namespace
 {
 
-constexpr int colorCount = 6; // entries of colorForIds
+constexpr int colorCount = 6; // of colorForIds, whose declaration has no size in some hosts
 constexpr double curvePenPixels = 2.0;
 constexpr double markerPenPixels = 3.0;
 constexpr int markerLightFactor = 150;
 constexpr double squareOffsetPixels = 3.0;
 constexpr double squareExtentPixels = 6.0;
 constexpr double ringOffsetPixels = 6.0;
-// Not twice the offset: the ring sits a quarter pixel right of and below its point, where it looks centred.
+// Not twice the offset: the ring looks centred a quarter pixel right of and below its point.
 constexpr double ringExtentPixels = 12.5;
 
-/// Both markers, unless out of sight: the painter's outlines are slow even where they are clipped away.
+/// Draws the markers that are visible: QPainter draws outlines slowly even when they are clipped away.
 void drawMarkers(const CurveCanvas &canvas, const QColor &color, const QPointF &oldest, const QPointF &newest)
 {
     QPainter *const painter = canvas.painter;

@@ -9,17 +9,17 @@ class PointMapping;
 class QImage;
 class QPainter;
 
-/// The colour of curve \a id, translucent for some; any id has one.
+/// The colour of curve \a id, which may be any number; some colours are translucent.
 QColor curveColor(int id);
 
-/// How one curve looks.
+/// The look of one curve.
 struct CurveStyle
 {
     QColor color;      ///< may be translucent
     bool lines = true; ///< one polyline through the points instead of separate dots
 };
 
-/// What a curve is drawn on, in two ways: its points straight into the image, its markers by the painter.
+/// The target of a curve: its points are drawn directly into the image, its markers by the painter.
 struct CurveCanvas
 {
     QPainter *painter; ///< on the image, clipped to \a clip
@@ -30,7 +30,7 @@ struct CurveCanvas
 /**
  * Draws one curve with its markers: a square on the oldest point, a ring around the newest.
  *
- * Changes the painter's pen and brush. No points draw nothing.
+ * Changes the painter's pen and brush. Without points nothing is drawn.
  * \param points data units, in the order of recording
  */
 void drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVector<QPointF> &points,

@@ -36,7 +36,7 @@ void clearWideRegisters()
 #endif
 }
 
-constexpr double reachPixels = 1e300; // sums and differences of coordinates within it are finite
+constexpr double reachPixels = 1e300; // sums and differences of smaller coordinates do not overflow
 
 /// A pen in device pixels, with positions from the upper left corner of its clip rectangle.
 struct DevicePen

@@ -10,7 +10,7 @@
 namespace
 {
 
-// Only whole values are labelled: the labels have no decimals, so any other value would be shown wrong.
+// Only integers are labelled: labels have no decimals, and would show other values wrong.
 QString tickLabel(double value)
 {
     if (!std::isfinite(value) || std::round(value) != value) {

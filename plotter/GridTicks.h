@@ -14,10 +14,11 @@ struct GridTick
  * The grid lines of one axis, both ends included.
  *
  * \param minimum,maximum the range shown, data units
- * \param intervals       number of tick intervals; 0 gives no line, for there is no step
+ * \param intervals       number of tick intervals; 0 gives no lines
  * \param origin          position of \a minimum, widget pixels
- * \param extent          signed way from there to the position of \a maximum, widget pixels
+ * \param extent          signed distance from there to the position of \a maximum, widget pixels
  *
- * More intervals than pixels are thinned out evenly to one line per pixel at most, so that any count is drawn in time.
+ * When there are more intervals than pixels, only every n-th line is returned, at most one per pixel, to limit the
+ * time.
  */
 QVector<GridTick> gridTicks(double minimum, double maximum, unsigned int intervals, double origin, double extent);

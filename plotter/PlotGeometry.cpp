@@ -13,8 +13,8 @@ constexpr int plotMarginsPixels = 101; // both margins of the plot area, in eith
 constexpr int bottomMarginPixels = 41;
 constexpr int clipInsetPixels = 2; // keeps curves off the frame
 constexpr int clipMarginsPixels = 104;
-// The press area takes the same margin on all sides and reaches above the plot area, so that a band can be begun above
-// the highest curve. Zooming counts from there, too.
+// The press area has the same margin on all sides and extends above the plot area, so that a band can start above the
+// highest curve. Zooming is relative to it.
 constexpr int pressOriginPixels = 50;
 constexpr int pressMarginsPixels = 100;
 constexpr double reachPixels = 1.0e9; // leaves room for offsets in integer arithmetic
@@ -80,7 +80,7 @@ int PlotGeometry::plotBottom() const
 
 QRect PlotGeometry::clipRectangle() const
 {
-    // Painters turn a negative extent round instead of clipping everything.
+    // QPainter would normalise a rectangle of negative size instead of clipping everything.
     return {plotLeftPixels + clipInsetPixels, plotTopPixels + clipInsetPixels, std::max(0, width() - clipMarginsPixels),
             std::max(0, height() - clipMarginsPixels)};
 }

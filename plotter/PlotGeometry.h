@@ -9,7 +9,7 @@
 /// \a value truncated toward zero to a whole pixel. NaN gives 0; values beyond +-1e9 are clamped.
 int truncated(double value);
 
-/// The way from data units to widget pixels: what PlotGeometry and PlotSettings say together.
+/// Maps data units to widget pixels, for a PlotGeometry and PlotSettings.
 class PointMapping
 {
 public:
@@ -30,9 +30,9 @@ private:
 };
 
 /**
- * Where things are in a plot widget of a given size; all values in widget pixels.
+ * The positions in a plot widget of a given size, in widget pixels.
  *
- * A plain value, made anew for each use. Drawing and zooming have areas of their own, see zoomed().
+ * A plain value. Drawing and zooming use different areas, see zoomed().
  */
 class PlotGeometry
 {
@@ -53,7 +53,7 @@ public:
     double plotHeight() const;
     int plotBottom() const; ///< y of the lower edge of the plot area.
 
-    /// Curves are cut off here. Does not follow a square plot area: what is right of the square stays visible.
+    /// The clip rectangle of curves. Not reduced for a square plot area: curves right of the square stay visible.
     QRect clipRectangle() const;
 
     /// Where a rubber band may be started.
@@ -62,9 +62,10 @@ public:
     PointMapping mapping(const PlotSettings &settings) const;
 
     /**
-     * The settings that a rubber band \a band (normalised) chooses out of \a previous; not adjusted, default ticks.
+     * The settings for the part of \a previous within a rubber band \a band (normalised); not adjusted, default ticks.
      *
-     * Uses the press area, not the plot area: the range is a few pixels off the band as drawn, about ten vertically.
+     * Relative to the press area instead of the plot area: the range differs from the band as drawn by a few pixels,
+     * about ten vertically.
      */
     PlotSettings zoomed(const PlotSettings &previous, const QRect &band) const;
 

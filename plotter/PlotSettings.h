@@ -3,8 +3,8 @@
 /**
  * The part of the data plane that a Plotter shows: a range and a number of tick intervals for each axis.
  *
- * A plain value. Nothing in it forbids swapped or empty ranges; adjust() puts them right. The tick counts are unsigned
- * because the host's axis rounding takes them so.
+ * A plain value. Swapped and empty ranges are possible; adjust() corrects them. The tick counts are unsigned as in
+ * BasicTools::adjustLinearAxis().
  */
 class PlotSettings
 {
@@ -20,12 +20,12 @@ public:
      */
     void scroll(int dx, int dy);
 
-    /// Widens both ranges to whole multiples of a nice tick step, see BasicTools::adjustLinearAxis().
+    /// Widens both ranges to multiples of a tick step, see BasicTools::adjustLinearAxis().
     void adjust();
 
     double minX = 0.0;          ///< data units, at the left edge of the plot area
     double maxX = 10.0;         ///< data units, at the right edge
-    unsigned int numXTicks = 5; ///< tick intervals along X: there is one grid line more than that
+    unsigned int numXTicks = 5; ///< tick intervals along X, one less than grid lines
     double minY = 0.0;          ///< data units, at the bottom edge
     double maxY = 10.0;         ///< data units, at the top edge
     unsigned int numYTicks = 5; ///< tick intervals along Y

@@ -18,9 +18,9 @@ constexpr char colorNameProperty[] = "ColorName";
 /**
  * The box of a curve.
  *
- * When a button of a group gets the focus, Qt takes all others from the Tab chain: of radio buttons the arrow keys
- * reach the rest. Curve boxes are independent of each other, and each stays a stop of its own. Has no meta-object of
- * its own: for others it is a QCheckBox.
+ * When a button of a group gets the focus, Qt removes all others from the Tab chain, because arrow keys move between
+ * radio buttons. Curve boxes are independent of each other: this class keeps each of them in the Tab chain. It has no
+ * Q_OBJECT, so that its class name stays QCheckBox.
  */
 class CurveBox final : public QCheckBox
 {
@@ -62,14 +62,15 @@ Plotter::Plotter(int curveCount, QWidget *parent) : QWidget(parent)
     showAllDataCheck->setObjectName(QStringLiteral("showAllDataCheck"));
     BasicTools::setButtonIconsColor(showAllDataCheck, palette().color(QPalette::Window), QColor(), QColor());
 
-    setPlotSettings(PlotSettings()); // the first image; without a legend, for there are no curve boxes yet
+    setPlotSettings(PlotSettings()); // before the curve boxes exist
 
     for (int id = 0; id < curveCount; ++id) {
         createCurveButton(id);
     }
     const QList<QAbstractButton *> buttons = curveButtons.buttons();
     if (!buttons.isEmpty()) {
-        // The last number is light instead of coloured, so that the end of the row stands out; "ColorName" stays.
+        // The last icon is light instead of coloured, to mark the end of the row; its "ColorName" is the curve's
+        // colour.
         BasicTools::setButtonIconsColor(buttons.last(), palette().color(QPalette::Light), QColor(), QColor());
         buttons.first()->setChecked(true);
     }
@@ -117,7 +118,7 @@ void Plotter::createCurveButton(int id)
 
 void Plotter::setPlotSettings(const PlotSettings &settings)
 {
-    zoomStack.resize(0); // unlike clear() keeps the storage
+    zoomStack.resize(0); // keeps the memory, unlike clear()
     zoomStack.append(settings);
     curZoom = 0;
     zoomInButton->hide();
@@ -137,7 +138,7 @@ void Plotter::clearCurve(int id)
     refreshPixmap();
 }
 
-// Each step shows the button of the way back only; a hidden one stays hidden until its own way has been used.
+// Each step shows the button for the opposite step only.
 void Plotter::zoomIn()
 {
     if (curZoom >= zoomStack.size() - 1) {

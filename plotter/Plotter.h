@@ -18,11 +18,10 @@ class QToolButton;
 /**
  * A plot of X/Y curves over a grid, with a history of zoom levels.
  *
- * Grid and curves are drawn into an off-screen image. Whatever changes data, view or look marks that image as outdated
- * and asks for a repaint; the next paint event, be it for the screen, for grab() or for render(), rebuilds it as a
- * whole, once for all changes since the last one, and shows the state of that moment. Any other paint event only copies
- * the image, so that neither an expose nor a rubber band costs more than that, and a plot that is hidden or minimised
- * draws nothing.
+ * Grid and curves are drawn into an off-screen image. Every change of data, view or look marks the image as outdated
+ * and calls update(). The next paint event (for the screen, grab() or render()) rebuilds the whole image, once for all
+ * changes since the last one. Other paint events only copy the image: exposes and rubber bands are cheap, and a hidden
+ * or minimised plot draws nothing.
  *
  * The widget floats its controls over its upper edge: a check box per curve and "Show all data" at the left, zoom
  * buttons and the options "line" and "as wide as high" at the right.
@@ -30,13 +29,13 @@ class QToolButton;
  * Gestures: a drag with the left button zooms to the band; + and - step through the zoom levels; arrow keys and wheel
  * (with Control: horizontally) scroll by whole tick intervals, in the level shown.
  *
- * States: idle, or dragging from a left press in the press area until the left release. The zoom buttons are hidden
- * until there is a way for them: a first band shows the zoom-out button, a first step back the zoom-in button, and
- * setPlotSettings() hides both.
+ * States: idle, or dragging from a left press in the press area until the left release. Both zoom buttons are hidden at
+ * first: the first band shows the zoom-out button, the first step back the zoom-in button, and setPlotSettings() hides
+ * both.
  *
- * The curve boxes carry dynamic properties for others: "ColorName" (set here only), and the names of the curve's
- * sources for the legend, which are read at every redraw (see host/DynamicProperty.h). Toggling a box redraws nothing
- * by itself: while curves are recorded the next redraw is never far, and the owner may connect to the boxes it needs.
+ * The curve boxes have dynamic properties: "ColorName" (set here), and the names of the curve's sources for the legend,
+ * which the owner sets and every redraw reads (see host/DynamicProperty.h). Toggling a box does not redraw: the next
+ * redraw shows it, and new points cause one at every refresh.
  *
  * Owned by its parent widget. GUI thread.
  */

@@ -34,14 +34,14 @@ constexpr double belowPlotPixels = 41.0;
 constexpr QLatin1String titleX(":X", 2);
 constexpr QLatin1String titleY("Y:", 2);
 
-/// Colours of the grid, taken anew at each redraw because the palette may change.
+/// Colours of the grid.
 struct GridColors
 {
     QColor quiteDark; // grid lines
     QColor light;     // the rest
 };
 
-/// Whether the colours of the image are others in a window that is not active.
+/// Whether the image has other colours in an inactive window.
 bool dependsOnActivation(const QPalette &palette)
 {
     const auto differs = [&palette](QPalette::ColorRole role) {
@@ -51,9 +51,10 @@ bool dependsOnActivation(const QPalette &palette)
 }
 
 /**
- * The painter's font, or a smaller one as large as a place holds.
+ * The painter's font, or the largest smaller one whose text fits.
  *
- * \param shareOfPlace what the text takes of its place in a font with the given metrics; at most 1 fits
+ * \param shareOfPlace the size of the text, in a font with the given metrics, as a fraction of the space; it fits up to
+ *                     1
  */
 template<typename Share> QFont fittingFont(const QPainter &painter, Share shareOfPlace)
 {
@@ -61,7 +62,7 @@ template<typename Share> QFont fittingFont(const QPainter &painter, Share shareO
     int sizePixels = QFontInfo(font).pixelSize();
     double share = shareOfPlace(painter.fontMetrics());
     while (share > 1.0 && sizePixels > 1) {
-        // Hinted letters are seldom as large as their size says: from a bit above what should fit downwards.
+        // Hinting changes the size of letters: starts a bit above the size that should fit.
         sizePixels = qMax(1, qMin(sizePixels - 1, static_cast<int>(sizePixels / share) + 1));
         font.setPixelSize(sizePixels);
         share = shareOfPlace(QFontMetrics(font, painter.device()));
@@ -69,8 +70,8 @@ template<typename Share> QFont fittingFont(const QPainter &painter, Share shareO
     return font;
 }
 
-/// The font for the labels of one axis. A number that is cut reads as another number, so all are drawn smaller when
-/// one is too wide or too high for its \a place.
+/// The font for the labels of one axis: when one is too large for its \a place, all are drawn smaller, because a number
+/// that is cut off is misread.
 QFont labelFont(const QPainter &painter, const QVector<GridTick> &ticks, const QSize &place)
 {
     return fittingFont(painter, [&](const QFontMetrics &metrics) {
@@ -78,18 +79,18 @@ QFont labelFont(const QPainter &painter, const QVector<GridTick> &ticks, const Q
         int belowBaseline = 0;
         for (const GridTick &tick : ticks) {
             width = qMax(width, metrics.horizontalAdvance(tick.label));
-            if (metrics.height() > place.height()) { // it may still fit: numbers have nothing below the baseline
+            if (metrics.height() > place.height()) { // may still fit: digits have no descent
                 belowBaseline = qMax(belowBaseline, metrics.tightBoundingRect(tick.label).bottom() + 1);
             }
         }
         const int height = qMin(metrics.height(), metrics.ascent() + belowBaseline);
-        // The widget's edge is no part of a number either.
+        // One pixel less than the place, which begins at the widget's edge.
         return qMax((width + 1.0) / place.width(), static_cast<double>(height) / place.height());
     });
 }
 
-/// What the legend takes of the space between controls and frame, and of that below the plot area, where its baseline
-/// is two lines down.
+/// The height of the legend as a fraction of the space between controls and frame, or of the space below the plot area,
+/// where its baseline is two line heights down: the larger one.
 double legendHeightShare(const QFontMetrics &metrics)
 {
     return qMax(qMax(metrics.ascent() / titleAscentPixels, metrics.descent() / titleDescentPixels),
@@ -163,7 +164,7 @@ QSize Plotter::minimumSizeHint() const
 void Plotter::refreshPixmap()
 {
     pixmapIsOutdated = true;
-    // An opaque image hides the widget's background: filling that first would cost as much as copying the image.
+    // An opaque image covers the widget's background, which need not be filled first.
     setAttribute(Qt::WA_OpaquePaintEvent, palette().color(QPalette::Shadow).alpha() == 255);
     update();
 }
@@ -172,12 +173,12 @@ void Plotter::rebuildPixmap()
 {
     pixmapIsOutdated = false;
     const qreal ratio = devicePixelRatioF();
-    // Darker than the background role (Mid): the plot lies in its frame like a screen.
+    // Darker than the background role (Mid), so that the plot stands out.
     const QColor background = palette().color(QPalette::Shadow);
     const QSize size(qCeil(width() * ratio), qCeil(height() * ratio));
     const QImage::Format format =
         background.alpha() == 255 ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
-    // The old image's memory serves again: asking for fresh pages may cost more than all drawing.
+    // Reuses the memory of the old image: allocating new pages may take longer than all drawing.
     QImage image = pixmap.toImage();
     pixmap = QPixmap();
     if (image.size() != size || image.format() != format) {
@@ -211,7 +212,7 @@ void Plotter::drawGrid(QPainter *painter)
     drawLegend(painter);
 }
 
-/// Y names run rightwards behind "Y:", X names leftwards before ":X".
+/// The Y names follow "Y:" to the right, the X names precede ":X" to the left.
 void Plotter::drawLegend(QPainter *painter)
 {
     painter->setFont(fittingFont(*painter, legendHeightShare));
@@ -232,7 +233,7 @@ void Plotter::drawLegend(QPainter *painter)
         const QString nameX = button->property(DynamicProperty::CaptureX).toString();
         cursorX -= metrics.horizontalAdvance(nameX);
         QColor color = curveColor(curveButtons.id(button));
-        color.setAlpha(255); // thin letters would fade in the translucent colour of the curve
+        color.setAlpha(255); // thin translucent letters are hard to read
         painter->setPen(color);
         painter->drawText(QPointF(cursorY, titleBaselinePixels), nameY);
         painter->drawText(cursorX, titleXBaseline, nameX);
@@ -268,7 +269,7 @@ void Plotter::changeEvent(QEvent *event)
         refreshPixmap();
         break;
     case QEvent::ActivationChange:
-        // Windows become active more often than anything looks different for it.
+        // With most palettes an inactive window looks the same.
         if (dependsOnActivation(palette())) {
             refreshPixmap();
         }
@@ -282,7 +283,7 @@ void Plotter::changeEvent(QEvent *event)
 void Plotter::paintEvent(QPaintEvent *event)
 {
     Q_UNUSED(event)
-    // No event reports another pixel ratio: a window that comes to another screen is only painted anew.
+    // No event reports a change of the pixel ratio: a window on another screen only gets a paint event.
     if (pixmapIsOutdated || pixmap.devicePixelRatioF() != devicePixelRatioF()) {
         rebuildPixmap();
     }
@@ -290,7 +291,7 @@ void Plotter::paintEvent(QPaintEvent *event)
     painter.drawPixmap(0, 0, pixmap);
     if (rubberBandIsShown) {
         painter.setPen(palette().color(QPalette::Light));
-        // Outlines reach one pixel beyond their rectangle; this one shall cover the band's own pixels.
+        // QPainter::drawRect() draws one pixel beyond the rectangle at the right and at the bottom.
         painter.drawRect(rubberBandRect.normalized().adjusted(0, 0, -1, -1));
     }
     if (hasFocus()) {

@@ -39,7 +39,7 @@ void Plotter::mouseReleaseEvent(QMouseEvent *event)
 
     const QRect band = rubberBandRect.normalized();
     if (band.width() < minimumBandPixels || band.height() < minimumBandPixels) {
-        return; // a click, or a slip of the hand
+        return; // a click, or an accidental move
     }
     PlotSettings settings = geometryOfPlot().zoomed(currentSettings(), band);
     settings.adjust();
@@ -56,7 +56,7 @@ void Plotter::mouseMoveEvent(QMouseEvent *event)
     updateRubberBandRegion();
 }
 
-/// Repaints the outline of the band only: four strips, not what they enclose.
+/// Repaints only the four sides of the band.
 void Plotter::updateRubberBandRegion()
 {
     const QRect band = rubberBandRect.normalized();
@@ -68,7 +68,7 @@ void Plotter::updateRubberBandRegion()
 
 void Plotter::wheelEvent(QWheelEvent *event)
 {
-    // delta() on purpose although deprecated: it is the same for tilting and turning, so that Control alone chooses the
+    // delta(), although deprecated: it is the same for horizontal and vertical wheels, so that only Control chooses the
     // axis.
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
@@ -80,7 +80,7 @@ void Plotter::wheelEvent(QWheelEvent *event)
     } else {
         scrollBy(0, steps);
     }
-    QWidget::wheelEvent(event); // leaves it unaccepted: an enclosing scroll area moves with the wheel, too
+    QWidget::wheelEvent(event); // ignores the event, so that an enclosing scroll area scrolls, too
 }
 
 void Plotter::keyPressEvent(QKeyEvent *event)
@@ -111,8 +111,8 @@ void Plotter::keyPressEvent(QKeyEvent *event)
 
 void Plotter::scrollBy(int dx, int dy)
 {
-    zoomStack[curZoom].scroll(dx, dy); // this level only: the way back leads to the ranges as they were
-    refreshPixmap(); // also after less than a notch of the wheel: options toggled meanwhile take effect
+    zoomStack[curZoom].scroll(dx, dy); // other zoom levels keep their ranges
+    refreshPixmap();                   // even for less than a wheel notch, so that toggled options take effect
 }
 
 void Plotter::resizeEvent(QResizeEvent *event)

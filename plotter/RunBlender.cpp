@@ -19,9 +19,9 @@ void blendSingly(quint32 *pixels, quint64 covered, const BlendColor &color)
 
 #ifdef HAS_VECTORS
 
-constexpr int groupPixels = 16; // looked at together: curves cover few of 64 pixels, and these are neighbours
+constexpr int groupPixels = 16; // skipped together if not covered: curves cover few of 64 pixels
 
-// Both do the same, the one four pixels at a time, which every such processor can, the other eight.
+// Two versions: four pixels at a time with SSE2, which every x86-64 has, and eight.
 
 __m128i faded(__m128i channels, __m128i kept)
 {

@@ -5,17 +5,17 @@
 #include <QRect>
 #include <QVector>
 
-/// What is added to a pixel, and how much of the pixel stays.
+/// A colour prepared for blending.
 struct BlendColor
 {
-    quint32 source; ///< premultiplied ARGB
-    quint16 kept;   ///< of 255
+    quint32 source; ///< added to a pixel: premultiplied ARGB
+    quint16 kept;   ///< share of the pixel that is kept, 0 to 255
 };
 
 /// One pixel with \a color over it, rounded as Qt's painter does.
 inline quint32 blended(quint32 pixel, const BlendColor &color)
 {
-    // All four channels at once, each in 16 bits of its own.
+    // All four channels in one multiplication, each in 16 bits.
     constexpr quint64 channels = 0x00ff00ff00ff00ff;
     constexpr quint64 halves = 0x0080008000800080;
     quint64 wide = ((static_cast<quint64>(pixel) << 24 | pixel) & channels) * color.kept;
@@ -26,10 +26,10 @@ inline quint32 blended(quint32 pixel, const BlendColor &color)
 constexpr int blendedPixels = 64; ///< by one call of a BlendWay
 
 /// Blends \a color over those of 64 \a pixels whose bit is set in \a covered, as blended() does. All 64 pixels are
-/// read; those that are not covered may be written with what they were.
+/// read; those that are not covered may be rewritten with their old value.
 using BlendWay = void (*)(quint32 *pixels, quint64 covered, const BlendColor &color);
 
-/// What this processor can, the fastest last.
+/// The ways that this processor supports, the fastest last.
 QVector<BlendWay> blendWays();
 
 /**
@@ -52,7 +52,7 @@ public:
     {
     }
 
-    /// Blends over \a count pixels from the given one on, which is counted from the corner of the part.
+    /// Blends over \a count pixels from the given one on; \a row and \a column count from the corner of the part.
     void blendRun(int row, int column, int count) const
     {
         quint32 *const pixels = pixelAt(row, column);
@@ -61,7 +61,7 @@ public:
         }
     }
 
-    /// Blends over those of 64 pixels from the given one on whose bit is set; bits beyond the part are ignored.
+    /// Blends over those of the 64 pixels from the given one on whose bit is set; bits beyond the part are ignored.
     void blendWord(int row, int column, quint64 covered) const
     {
         if (column + blendedPixels <= m_columns) {
@@ -76,8 +76,8 @@ public:
         }
     }
 
-    /// Has the pixels from the given one on, which is in the part, brought into the cache: a steep curve meets another
-    /// line of it in every row, and large images do not stay there from filling to blending.
+    /// Prefetches the pixels from the given one on, which is in the part: a steep curve touches other cache lines in
+    /// every row, and a large image is not in the cache when it is blended.
     void expect(int row, int column) const
     {
 #ifdef __GNUC__

@@ -8,8 +8,8 @@ class QFile;
 /**
  * Writes to the file of a recording: open from construction until append() or destruction.
  *
- * Neither opening nor writing waits for the reader of a FIFO: without a reader the FIFO is a file that cannot be opened,
- * and what a stalled reader leaves no room for is not written. To be used as a local variable; GUI thread.
+ * Neither opening nor writing waits for the reader of a FIFO: without a reader the FIFO is a file that cannot be
+ * opened, and what a stalled reader leaves no room for is not written. To be used as a local variable; GUI thread.
  */
 class LogFile
 {

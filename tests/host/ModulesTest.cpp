@@ -112,7 +112,7 @@ private slots:
         handler.addModulePlugin(new ScriptedModule(QStringLiteral("m")));
         QCOMPARE(last.notices.size(), 1);
 
-        // The first container removes the new module: the last one gets the removal, but not the arrival of a deleted module.
+        // The first container removes the new module: the last one is notified of the removal only.
         first.onNotice = [&] { handler.removeModulePlugin(QStringLiteral("n")); };
         handler.addModulePlugin(new ScriptedModule(QStringLiteral("n")));
         QCOMPARE(last.notices.size(), 2);

@@ -83,7 +83,7 @@ private slots:
         QCOMPARE(mapping.map(QPointF(4, 1)), QPointF(549, 329.1));
     }
 
-    void grid()
+    void gridLabels()
     {
         PlotterFixture fixture;
         PlotSettings settings = ranges(0.0, 1.0, 0.0, 10.0); // fractions along X
@@ -93,13 +93,10 @@ private slots:
         for (int index = 0; index <= 4; ++index) {
             const int x = 50 + 499 * index / 4;
             const bool isInside = index > 0 && index < 4;
-            QCOMPARE(image.pixelColor(x, 200), isInside ? QColor(90, 90, 90) : QColor(Qt::white));
-            QCOMPARE(ink(image, QRect(x - 5, 362, 10, 1)), QRect(x, 362, 1, 1));
             QCOMPARE(ink(image, QRect(x - 20, 367, 40, 11)).isEmpty(), isInside);
         }
         for (int index = 0; index <= 5; ++index) {
             const int y = static_cast<int>(359.0 - 299.0 * index / 5.0);
-            QCOMPARE(image.pixelColor(290, y), index % 5 != 0 ? QColor(90, 90, 90) : QColor(Qt::white));
             QVERIFY(ink(image, QRect(20, y - 3, 25, 7)).right() >= 42); // right-aligned
         }
     }
@@ -117,39 +114,32 @@ private slots:
     }
 
     /// Text that is too high for its place is drawn smaller instead of cut off: a cut letter is wider than high.
-    void highText_data()
-    {
-        QTest::addColumn<int>("points");
-        for (const int points : {7, 9, 10, 12, 16, 30, 60}) {
-            QTest::addRow("%d", points) << points;
-        }
-    }
-
     void highText()
     {
-        QFETCH(int, points);
-        PlotterFixture fixture;
-        fixture.plotter.setFont(QFont(QStringLiteral("DejaVu Sans"), points));
-        for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
-            button->setProperty(DynamicProperty::CaptureX, "E");
-            button->setProperty(DynamicProperty::CaptureY, "E");
+        for (const int points : {7, 9, 10, 12, 16, 30, 60}) {
+            PlotterFixture fixture;
+            fixture.plotter.setFont(QFont(QStringLiteral("DejaVu Sans"), points));
+            for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
+                button->setProperty(DynamicProperty::CaptureX, "E");
+                button->setProperty(DynamicProperty::CaptureY, "E");
+            }
+            fixture.plotter.setPlotSettings(ranges(8.0, 8.5, 7.5, 8.0, 1)); // one label on each axis
+            const QImage image = fixture.plotter.grab().toImage().convertToFormat(QImage::Format_RGB32);
+            const int fontHeight = fixture.plotter.fontMetrics().tightBoundingRect(QStringLiteral("8")).height();
+            const QRect letters[] = {
+                ink(image, QRect(20, 51, 25, 19)),              // the label on the Y axis
+                ink(image, QRect(0, 365, 100, 14)),             // the label on the X axis
+                textOfCurve(image, QRect(0, 35, 300, 25), 0),   // the legend of Y, below the controls' icons
+                textOfCurve(image, QRect(300, 379, 300, 21), 0) // the legend of X
+            };
+            for (const QRect &letter : letters) {
+                QVERIFY(letter.height() > letter.width());
+                QVERIFY(letter.height() >= qMin(fontHeight - 1, 9)); // as large as the place holds
+                QVERIFY(letter.height() <= fontHeight + 1);
+            }
+            QVERIFY(letters[2].bottom() < 60 && letters[3].bottom() < 399);
+            QCOMPARE(fixture.image().pixelColor(300, 60), QColor(Qt::white)); // the frame is not shrunk
         }
-        fixture.plotter.setPlotSettings(ranges(8.0, 8.5, 7.5, 8.0, 1)); // one label on each axis
-        const QImage image = fixture.plotter.grab().toImage().convertToFormat(QImage::Format_RGB32);
-        const int fontHeight = fixture.plotter.fontMetrics().tightBoundingRect(QStringLiteral("8")).height();
-        const QRect letters[] = {
-            ink(image, QRect(20, 51, 25, 19)),              // the label on the Y axis
-            ink(image, QRect(0, 365, 100, 14)),             // the label on the X axis
-            textOfCurve(image, QRect(0, 35, 300, 25), 0),   // the legend of Y, below the controls' icons
-            textOfCurve(image, QRect(300, 379, 300, 21), 0) // the legend of X
-        };
-        for (const QRect &letter : letters) {
-            QVERIFY(letter.height() > letter.width());
-            QVERIFY(letter.height() >= qMin(fontHeight - 1, 9)); // as large as the place holds
-            QVERIFY(letter.height() <= fontHeight + 1);
-        }
-        QVERIFY(letters[2].bottom() < 60 && letters[3].bottom() < 399);
-        QCOMPARE(fixture.image().pixelColor(300, 60), QColor(Qt::white)); // the frame is not shrunk
     }
 
     /// Numbers in the curves' colours, but for the last one.
@@ -195,6 +185,8 @@ private slots:
         QVERIFY(isNear(image.pixelColor(294, 250), marker) && isNear(image.pixelColor(300, 256), marker));
         QCOMPARE(image.pixelColor(297, 250), fixture.shadow); // outline only
 
+        fixture.plotter.setCurveData(0, {fixture.at(50, 200), fixture.at(300, 250)}); // cut off at the frame
+        QVERIFY(ink(fixture.image(), QRect(45, 190, 5, 20)).isEmpty());
         fixture.plotter.clearCurve(0);
         QVERIFY(ink(fixture.image(), QRect(51, 61, 497, 297)).isEmpty());
     }

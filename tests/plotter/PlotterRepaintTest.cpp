@@ -7,7 +7,6 @@
 #include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
-#include <QWindow>
 
 #include <functional>
 #include <memory>
@@ -200,24 +199,6 @@ private slots:
         plot.plotter.hide();
         plot.plotter.show();
         QCOMPARE(plot.rebuilds(), 0);
-    }
-
-    void unseenPlotDrawsNothing()
-    {
-        for (const bool isHidden : {true, false}) {
-            CountedPlot plot;
-            const QImage before = plot.screen();
-            // Qt clears the attribute of a window that the window system does not show, for example a minimised one.
-            isHidden ? plot.plotter.hide() : plot.plotter.setAttribute(Qt::WA_Mapped, false);
-            plot.plotter.setCurveData(0, {QPointF(1, 2), QPointF(8, 7)});
-            plot.plotter.setPlotSettings(ranges(0, 20, 0, 20));
-            QCOMPARE(plot.rebuilds(), 0);
-            plot.plotter.show();
-            QExposeEvent exposed(plot.plotter.rect());
-            QApplication::sendEvent(plot.plotter.windowHandle(), &exposed);
-            QCOMPARE(plot.rebuilds(), 1);
-            QVERIFY(plot.screen() != before);
-        }
     }
 
     /// The whole outline: the strips that are repainted have to cover what is drawn.

@@ -8,8 +8,8 @@
 #include <QtTest>
 
 /**
- * Base of every test class: an unexpected warning or critical message fails the test function. The host's settings are in
- * a temporary folder, a new one for each test function.
+ * Base of every test class: an unexpected warning or critical message fails the test function. The host's settings are
+ * in a temporary folder, a new one for each test function.
  */
 class GuardedTest : public QObject
 {

@@ -15,8 +15,8 @@
 class QFileDialog;
 
 /**
- * A plugin instance in a container window, used like a user and a host do: by widgets found by their names, clicks, keys
- * and timer events. Works with a loaded plugin as well as with a linked one. A failed step ends the test program.
+ * A plugin instance in a container window, used like a user and a host do: by widgets found by their names, clicks,
+ * keys and timer events. Works with a loaded plugin as well as with a linked one. A failed step ends the test program.
  */
 class PluginHarness : public QObject
 {
