@@ -125,7 +125,7 @@ private:
     void exportPoints();
     void clearPoints();
     void stopRecording();
-    bool isRecorded(int index) const;
+    bool isSwitchedOn(int index) const;
 
     Ui_XYPlotter *ui = nullptr;
     AppSettings settings;

@@ -78,7 +78,7 @@ void XYPlotter::exportPoints()
         rows = qMax(rows, size);
         // Not the rule by which columns are filled below: a curve of one point whose box is off gets columns beyond the
         // counted ones, and a curve without points whose box is on leaves two columns empty.
-        if (size > 1 || isRecorded(index)) {
+        if (size > 1 || isSwitchedOn(index)) {
             ++pairs;
         }
     }
@@ -126,7 +126,7 @@ void XYPlotter::stopRecording()
     }
 }
 
-bool XYPlotter::isRecorded(int index) const
+bool XYPlotter::isSwitchedOn(int index) const
 {
     const QAbstractButton *const button = plotter->curveButtons.button(index);
     return button != nullptr && button->isChecked();

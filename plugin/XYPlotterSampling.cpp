@@ -97,7 +97,7 @@ void XYPlotter::sampleAll()
     bool hasNewData = false;
     for (int index = 0; index < axisCombos.size(); ++index) {
         XYaxisCombo *const curve = axisCombos.at(index);
-        if (!isRecorded(index) || !curve->x->isOn() || !curve->y->isOn()) {
+        if (!isSwitchedOn(index) || !curve->x->isOn() || !curve->y->isOn()) {
             continue;
         }
         const bool wasRead = exchangeBoth(curve->x, curve->y);
@@ -178,13 +178,13 @@ void XYPlotter::refreshAll()
     QRectF bounds;
     for (int index = 0; index < axisCombos.size(); ++index) {
         const XYaxisCombo *const curve = axisCombos.at(index);
-        if (curve->points->isEmpty() || !isRecorded(index)) {
+        if (curve->points->isEmpty() || !isSwitchedOn(index)) {
             continue;
         }
         if (curve->points->size() > curveCapPoints) {
             curve->points->remove(0, curveCutPoints);
             bounds = bounds.united(QPolygonF(*curve->points).boundingRect());
-        } else if (widenRange(*curve->point)) {
+        } else if (widenRange(*curve->point)) { // by the latest point alone, whatever came since the last refresh
             isWidened = true;
         }
         plotter->setCurveData(index, *curve->points);

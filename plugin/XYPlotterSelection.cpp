@@ -232,7 +232,7 @@ void XYPlotter::itemClicked(QModelIndex index)
 
 void XYPlotter::stopRecordingForNewSource(const XYaxisCombo &curve, int curveIndex, bool isX, const QString &name)
 {
-    if (!recording || !(isRecorded(curveIndex) || plotter->showAllDataCheck->isChecked())) {
+    if (!recording || !(isSwitchedOn(curveIndex) || plotter->showAllDataCheck->isChecked())) {
         return;
     }
     if (name != (isX ? curve.xName : curve.yName)) {

@@ -16,7 +16,7 @@ class QWidget;
 namespace PlotterWindow
 {
 
-/// ms between two samples, unless the slider was moved.
+/// ms between two samples, unless the hidden slider was moved.
 constexpr int samplingIntervalMs = 14;
 
 /// Columns of the table on a selector page.
