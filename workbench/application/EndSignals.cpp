@@ -36,7 +36,7 @@ void handle(int number)
 {
     const int savedError = errno;
     restoreDefaults(); // a second signal means: at once
-    const auto byte = static_cast<char>(number);
+    const auto byte = static_cast<unsigned char>(number);
     [[maybe_unused]] const auto written = write(wakePipe[1], &byte, 1);
     errno = savedError;
 }
@@ -117,7 +117,7 @@ int EndSignals::exitCodeOr(int exitCode) const
 void EndSignals::read()
 {
 #ifdef Q_OS_UNIX
-    char number = 0;
+    unsigned char number = 0;
     if (::read(wakePipe[0], &number, 1) == 1) {
         m_received = number;
         emit received();

@@ -151,7 +151,7 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
     const QAbstractItemModel *const model = table->model();
     const QStringList names = model == nullptr || table->isHidden() ? QStringList() : namesIn(model);
     const int row = names.indexOf(source.value);
-    if (row < 0) {
+    if (model == nullptr || row < 0) {
         fail(Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"; the nearest are: %4")
                  .arg(source.module, source.value, source.motor, quotedList(nearestTexts(source.value, names))));
         return;
