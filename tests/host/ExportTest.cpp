@@ -32,7 +32,8 @@ QStandardItemModel *makeModel(QObject *parent)
 
 void click(const QWidget &window, const QString &text)
 {
-    for (QPushButton *const button : window.findChildren<QPushButton *>()) {
+    const QList<QPushButton *> buttons = window.findChildren<QPushButton *>();
+    for (QPushButton *const button : buttons) {
         if (button->text() == text) {
             QTest::mouseClick(button, Qt::LeftButton);
         }
@@ -93,7 +94,8 @@ private slots:
         click(window, QStringLiteral("&Copy"));
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("-1.5;\r\n;v1.5\r\n"));
 
-        for (QComboBox *const box : window.findChildren<QComboBox *>()) {
+        const QList<QComboBox *> boxes = window.findChildren<QComboBox *>();
+        for (QComboBox *const box : boxes) {
             box->setCurrentIndex(1); // separator and decimal mark: a comma
         }
         const QPointer<ExportCSV> next = new ExportCSV(model, nullptr, Qt::Tool); // remembers both

@@ -119,7 +119,8 @@ private slots:
         for (const int points : {7, 9, 10, 12, 16, 30, 60}) {
             PlotterFixture fixture;
             fixture.plotter.setFont(QFont(QStringLiteral("DejaVu Sans"), points));
-            for (QAbstractButton *const button : fixture.plotter.curveButtons.buttons()) {
+            const QList<QAbstractButton *> buttons = fixture.plotter.curveButtons.buttons();
+            for (QAbstractButton *const button : buttons) {
                 button->setProperty(DynamicProperty::CaptureX, "E");
                 button->setProperty(DynamicProperty::CaptureY, "E");
             }

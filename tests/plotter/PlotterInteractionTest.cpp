@@ -216,7 +216,8 @@ private slots:
             it.plotter.resize(width, 400);
             int x = 10;
             QList<QWidget *> row;
-            for (QAbstractButton *const box : it.plotter.curveButtons.buttons()) {
+            const QList<QAbstractButton *> boxes = it.plotter.curveButtons.buttons();
+            for (QAbstractButton *const box : boxes) {
                 row.append(box);
             }
             row.append(it.plotter.showAllDataCheck);

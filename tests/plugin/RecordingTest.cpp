@@ -101,8 +101,8 @@ private slots:
             recorder.sampleTick(); // sampling continues, and writes nothing
             dialog->reject();
         });
-        const QString pattern = QStringLiteral("^\\d{8}_\\d\\d\\.\\d\\d\\.\\d\\d_xyPlotter\\.csv$");
-        QVERIFY(QRegularExpression(pattern).match(QFileInfo(proposed).fileName()).hasMatch());
+        static const QRegularExpression pattern(QStringLiteral("^\\d{8}_\\d\\d\\.\\d\\d\\.\\d\\d_xyPlotter\\.csv$"));
+        QVERIFY(pattern.match(QFileInfo(proposed).fileName()).hasMatch());
         QCOMPARE(QFileInfo(proposed).absolutePath(), QDir::currentPath());
         QVERIFY(!recorder.logBox()->isChecked());
         QVERIFY(!QFile::exists(proposed));

@@ -144,7 +144,7 @@ bool PluginHarness::choose(int curve, char axis, const QString &module, const QS
 void PluginHarness::clickLog(const std::function<void(QFileDialog *)> &answer) const
 {
     bool isAnswered = false;
-    QTimer::singleShot(0, [&] {
+    QTimer::singleShot(0, qApp, [&] {
         auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
         REQUIRE(dialog != nullptr);
         isAnswered = true;

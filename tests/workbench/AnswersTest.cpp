@@ -133,7 +133,8 @@ private slots:
         rack.click(second, "Plugged in");
         QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(first));
         QVERIFY(!rack.boxes<QComboBox>(second).constFirst()->isEnabled());
-        for (const QCheckBox *const box : rack.boxes<QCheckBox>(second)) {
+        const QList<QCheckBox *> boxes = rack.boxes<QCheckBox>(second);
+        for (const QCheckBox *const box : boxes) {
             QCOMPARE(box->isEnabled(), box->text() == QLatin1String("Plugged in"));
         }
         rack.click(second, "Plugged in"); // as it was

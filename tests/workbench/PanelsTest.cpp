@@ -84,7 +84,8 @@ private slots:
         auto *const view = panel.findChild<QTreeView *>();
         const auto copied = [copy] {
             copy->click();
-            return QGuiApplication::clipboard()->text().replace(QRegularExpression("[0-9:.]+\t"), QString());
+            static const QRegularExpression time(QStringLiteral("[0-9:.]+\t"));
+            return QGuiApplication::clipboard()->text().replace(time, QString());
         };
         const QString both = QStringLiteral("Critical\tdefault\tbroken\nDebug\tdefault\tdetail\n");
         QCOMPARE(copied(), both); // nothing is selected

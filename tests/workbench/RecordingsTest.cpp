@@ -111,7 +111,7 @@ private slots:
                 const QWidgetList windows = QApplication::topLevelWidgets();
                 for (const QWidget *const window : windows) {
                     if (const auto *const panel = window->findChild<ModulePanel *>()) {
-                        panel->findChildren<QCheckBox *>().last()->click(); // "Silent" of the second module
+                        panel->findChildren<QCheckBox *>().constLast()->click(); // "Silent" of the second module
                     }
                 }
             }
@@ -140,7 +140,7 @@ private slots:
         QVERIFY(plot.watch->problem().startsWith("1 line sampled but not in run.csv"));
         plot.window->recordings()->poll(); // no more are lost
         QCOMPARE(plot.watch->problem(), QString());
-        QVERIFY(plot.recordingPanel().last().contains("1 line sampled but not in run.csv")); // the last failure
+        QVERIFY(plot.recordingPanel().constLast().contains("1 line sampled but not in run.csv")); // the last failure
     }
 
     /// The plugin continues to write after each of these, without a header: only the workbench reports it.

@@ -33,7 +33,8 @@ private slots:
     void soundScenes()
     {
         QStringList paths = {startScenePath()};
-        for (const QString &name : shippedScenes()) {
+        const QStringList names = shippedScenes();
+        for (const QString &name : names) {
             paths.append(shippedScenePath(name));
         }
         QVERIFY(paths.size() > 4);
@@ -64,7 +65,8 @@ private slots:
         QCOMPARE(nearestTexts("actual velocity [mm/s]", names, 1), QStringList(names.at(3)));
         QCOMPARE(nearestTexts("Windign temperature", names, 1), QStringList(names.at(2)));
         QCOMPARE(nearestTexts("position", names, 2), names.mid(0, 2));
-        QCOMPARE(nearestTexts("Actual position", names, 2).last(), names.at(0)); // the units do not make it less alike
+        QCOMPARE(nearestTexts("Actual position", names, 2).constLast(),
+                 names.at(0)); // the units do not make it less alike
         QCOMPARE(nearestTexts("x", names).size(), 3);
         QCOMPARE(nearestTexts("x", {}), QStringList());
     }

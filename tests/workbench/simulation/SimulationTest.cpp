@@ -177,7 +177,7 @@ private slots:
         const double halfPlay = mechanics.backlash / 2.0;
         QVERIFY(qAbs(maximumPlay - halfPlay) < 50.0 && qAbs(minimumPlay + halfPlay) < 50.0);
         QCOMPARE(closed, 3);
-        QVERIFY(stepper.ask({0x06'00'36}).first() > 260); // the winding has warmed up, 0.1 degC
+        QVERIFY(stepper.ask({0x06'00'36}).constFirst() > 260); // the winding has warmed up, 0.1 degC
 
         constexpr Request brakeReleased = 0x0F'02'00;
         constexpr Request drivesEnabled = 0x0F'02'01;
