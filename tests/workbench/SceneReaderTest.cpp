@@ -41,7 +41,7 @@ private slots:
         for (const QString &path : paths) {
             QCOMPARE(readSceneFile(path).error, QString());
         }
-        QFile document(QFINDTESTDATA("../../docs/scenes.md"));
+        QFile document(QStringLiteral(DOCUMENT_FOLDER "/scenes.md"));
         QVERIFY(document.open(QIODevice::ReadOnly));
         const QString example = QString::fromUtf8(document.readAll()).section("```json", 1).section("```", 0, 0);
         QCOMPARE(readScene(example.toUtf8(), QStringLiteral("example")).error, QString());
