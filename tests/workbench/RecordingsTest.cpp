@@ -38,6 +38,15 @@ private slots:
         follower.poll();
         QCOMPARE(follower.lastLineTime(), last); // no line came
         QVERIFY(!follower.wasReplaced());
+
+        append(QByteArray("4;8;9;\r\n").repeated(100));
+        follower.poll();
+        QCOMPARE(follower.dataLines(), 103);
+        QVERIFY(
+            QFile::resize(follower.path(), follower.bytes() - 80)); // far behind its beginning, which stays the same
+        follower.poll();
+        QVERIFY(follower.wasReplaced());
+        QCOMPARE(follower.dataLines(), 93);
     }
 
     void linesAreCountedUntilTheBoxIsUnchecked()
