@@ -160,8 +160,8 @@
         <translation>Das Fenster des Containers schließen; seine Kurven und Quellen bleiben erhalten</translation>
     </message>
     <message>
-        <source>Simulated Modules</source>
-        <translation>Simulierte Module</translation>
+        <source>Modules</source>
+        <translation>Module</translation>
     </message>
     <message>
         <source>Messages</source>
@@ -310,11 +310,28 @@
     </message>
 </context>
 <context>
+    <name>ModuleFactory</name>
+    <message>
+        <source>%1: there is no kind of module called &quot;%2&quot;</source>
+        <translation>%1: Es gibt keine Art von Modul namens „%2“</translation>
+    </message>
+</context>
+<context>
     <name>ModulePanel</name>
     <message>
-        <source>Simulated modules</source>
-        <translation>Simulierte Module</translation>
+        <source>Modules</source>
+        <translation>Module</translation>
     </message>
+</context>
+<context>
+    <name>ModuleRack</name>
+    <message>
+        <source>%1: there is a module of this key already</source>
+        <translation>%1: Ein Modul mit diesem Schlüssel gibt es schon</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleRow</name>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
@@ -327,6 +344,9 @@
         <source>Whether containers find this module</source>
         <translation>Ob Container dieses Modul finden</translation>
     </message>
+</context>
+<context>
+    <name>SimulatedModuleRow</name>
     <message>
         <source>Moving</source>
         <translation>Fährt</translation>

@@ -207,7 +207,7 @@ void MainWindow::makeNewContainerActions(QMenu *menu)
 
 void MainWindow::makeDocks()
 {
-    QDockWidget *const modules = addDock(Qt::RightDockWidgetArea, tr("Simulated Modules"), "moduleDock",
+    QDockWidget *const modules = addDock(Qt::RightDockWidgetArea, tr("Modules"), "moduleDock",
                                          new ModulePanel(&m_workbench->modules(), m_answers), "Ctrl+M");
     resizeDocks({modules}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
 
@@ -259,7 +259,11 @@ void MainWindow::makeStatusBar()
         m_recordingDock->raise();
     });
     watchAnswers();
-    connect(&m_workbench->modules(), &ModuleRack::changed, this, &MainWindow::showModuleCount);
+    const ModuleRack *const modules = &m_workbench->modules();
+    connect(modules, &ModuleRack::changed, this, &MainWindow::showModuleCount);
+    connect(modules, &ModuleRack::removed, this, &MainWindow::showModuleCount);
+    connect(modules, &ModuleRack::failed, this,
+            [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
     // What a container reports through the logger only, such as where its screenshot went, is shown for a while.
     connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
         for (const LogMessage &message : messages) {
@@ -337,11 +341,11 @@ void MainWindow::watchAnswers()
 {
     connect(m_answers, &AnswerWatch::polled, this, &MainWindow::showAnswers);
     connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
-        const QString &key = m_workbench->modules().description(index).key;
+        const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));
     });
     connect(m_answers, &AnswerWatch::answersAgain, this, [this](int index, int seconds) {
-        const QString &key = m_workbench->modules().description(index).key;
+        const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtInfoMsg, tr("%1 answers again, after %2 s").arg(key).arg(seconds));
     });
     showAnswers();
