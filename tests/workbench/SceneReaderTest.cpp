@@ -1,6 +1,6 @@
 #include "setup/SceneReader.h"
 #include "GuardedTest.h"
-#include "setup/TextLists.h"
+#include "reading/TextLists.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 #include "setup/SceneReader.h"
 
 #include "modules/simulation/ModuleKind.h"
-#include "setup/FieldReader.h"
-#include "setup/TextLists.h"
+#include "reading/FieldReader.h"
+#include "reading/TextLists.h"
 
 #include <QCoreApplication>
 #include <QDir>

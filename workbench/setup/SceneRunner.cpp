@@ -1,7 +1,7 @@
 #include "setup/SceneRunner.h"
 
 #include "setup/MouseClick.h"
-#include "setup/TextLists.h"
+#include "reading/TextLists.h"
 
 #include <QAbstractItemModel>
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "setup/FieldReader.h"
+#include "reading/FieldReader.h"
 
 #include <QCoreApplication>
 #include <QJsonValue>
