@@ -160,32 +160,12 @@
         <translation>Das Fenster des Containers schließen; seine Kurven und Quellen bleiben erhalten</translation>
     </message>
     <message>
-        <source>Simulated Modules</source>
-        <translation>Simulierte Module</translation>
-    </message>
-    <message>
-        <source>Messages</source>
-        <translation>Meldungen</translation>
-    </message>
-    <message>
-        <source>Recording</source>
-        <translation>Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>Exchanges</source>
-        <translation>Abfragen</translation>
-    </message>
-    <message>
         <source>Open %1, or bring its window to the front</source>
         <translation>%1 öffnen oder das Fenster nach vorn holen</translation>
     </message>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
-    </message>
-    <message>
-        <source>%1 of %2 modules plugged in</source>
-        <translation>%1 von %2 Modulen eingesteckt</translation>
     </message>
     <message>
         <source>New %1</source>
@@ -198,14 +178,6 @@
     <message>
         <source>%1 answers again, after %2 s</source>
         <translation>%1 antwortet wieder, nach %2 s</translation>
-    </message>
-    <message>
-        <source>%1 answers/s</source>
-        <translation>%1 Antworten/s</translation>
-    </message>
-    <message>
-        <source>, not answering: %1</source>
-        <translation>, antwortet nicht: %1</translation>
     </message>
 </context>
 <context>
@@ -483,6 +455,25 @@ Optionen:
     <message>
         <source>Show the version and end.</source>
         <translation>Die Version zeigen und enden.</translation>
+    </message>
+</context>
+<context>
+    <name>PanelDocks</name>
+    <message>
+        <source>Simulated Modules</source>
+        <translation>Simulierte Module</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Exchanges</source>
+        <translation>Abfragen</translation>
     </message>
 </context>
 <context>
@@ -879,6 +870,21 @@ Optionen:
     <message>
         <source>container: &quot;%1&quot; opens and shows something</source>
         <translation>Container: „%1“ öffnet sich und zeigt etwas</translation>
+    </message>
+</context>
+<context>
+    <name>StatusSummary</name>
+    <message>
+        <source>%1 answers/s</source>
+        <translation>%1 Antworten/s</translation>
+    </message>
+    <message>
+        <source>, not answering: %1</source>
+        <translation>, antwortet nicht: %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 modules plugged in</source>
+        <translation>%1 von %2 Modulen eingesteckt</translation>
     </message>
 </context>
 <context>
