@@ -56,7 +56,10 @@ int WorkbenchRun::exec()
     }
     quint32 seed = m_plan.scene.seed;
     for (const ModuleSettings &module : m_plan.scene.modules) {
-        m_workbench.modules().add(module, seed++);
+        const QString problem = m_workbench.modules().add(module, seed++);
+        if (!problem.isEmpty()) {
+            return fail(problem);
+        }
     }
     m_window = std::make_unique<MainWindow>(&m_workbench);
     if (!addContainers()) {

@@ -73,10 +73,10 @@ QString expectedAxis(const QString &kind, int axes)
 ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const QString &place)
 {
     reader.allowOnly(object, place, {QStringLiteral("kind"), QStringLiteral("key"), QStringLiteral("axes")});
-    ModuleSettings module;
-    module.kind = reader.text(object, place, QStringLiteral("kind"));
-    module.key = reader.text(object, place, QStringLiteral("key"));
-    const ModuleKind *const kind = findModuleKind(module.kind);
+    SimulationSettings simulation;
+    simulation.kind = reader.text(object, place, QStringLiteral("kind"));
+    const QString key = reader.text(object, place, QStringLiteral("key"));
+    const ModuleKind *const kind = findModuleKind(simulation.kind);
     if (kind == nullptr) {
         reader.addError(place, QStringLiteral("kind"), Text::tr("one of %1").arg(quotedList(kindNames())));
     }
@@ -91,14 +91,14 @@ ModuleSettings readModule(FieldReader &reader, const QJsonObject &object, const 
         const int axis =
             int(reader.integer(axes.at(i), axisPlace, QStringLiteral("axis"), Limits::min(), Limits::max(), i));
         if (axis < 0 || axis >= axisCount) {
-            reader.addError(axisPlace, QStringLiteral("axis"), expectedAxis(module.kind, axisCount));
+            reader.addError(axisPlace, QStringLiteral("axis"), expectedAxis(simulation.kind, axisCount));
         }
-        if (module.motions.contains(axis)) {
+        if (simulation.motions.contains(axis)) {
             reader.addError(axisPlace, QStringLiteral("axis"), Text::tr("an axis that has no motion yet"));
         }
-        module.motions.insert(axis, readMotion(reader, axes.at(i), axisPlace));
+        simulation.motions.insert(axis, readMotion(reader, axes.at(i), axisPlace));
     }
-    return module;
+    return {key, simulation};
 }
 
 SceneSource readSource(FieldReader &reader, const QJsonObject &object, const QString &place, const Scene &scene)

@@ -183,32 +183,12 @@
         <translation>Das Fenster des Containers schließen; seine Kurven und Quellen bleiben erhalten</translation>
     </message>
     <message>
-        <source>Simulated Modules</source>
-        <translation>Simulierte Module</translation>
-    </message>
-    <message>
-        <source>Messages</source>
-        <translation>Meldungen</translation>
-    </message>
-    <message>
-        <source>Recording</source>
-        <translation>Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>Exchanges</source>
-        <translation>Abfragen</translation>
-    </message>
-    <message>
         <source>Open %1, or bring its window to the front</source>
         <translation>%1 öffnen oder das Fenster nach vorn holen</translation>
     </message>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
-    </message>
-    <message>
-        <source>%1 of %2 modules plugged in</source>
-        <translation>%1 von %2 Modulen eingesteckt</translation>
     </message>
     <message>
         <source>New %1</source>
@@ -221,14 +201,6 @@
     <message>
         <source>%1 answers again, after %2 s</source>
         <translation>%1 antwortet wieder, nach %2 s</translation>
-    </message>
-    <message>
-        <source>%1 answers/s</source>
-        <translation>%1 Antworten/s</translation>
-    </message>
-    <message>
-        <source>, not answering: %1</source>
-        <translation>, antwortet nicht: %1</translation>
     </message>
 </context>
 <context>
@@ -318,6 +290,13 @@
     </message>
 </context>
 <context>
+    <name>ModuleFactory</name>
+    <message>
+        <source>%1: there is no kind of module called &quot;%2&quot;</source>
+        <translation>%1: Es gibt keine Art von Modul namens „%2“</translation>
+    </message>
+</context>
+<context>
     <name>ModuleKind</name>
     <message>
         <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
@@ -335,9 +314,19 @@
 <context>
     <name>ModulePanel</name>
     <message>
-        <source>Simulated modules</source>
-        <translation>Simulierte Module</translation>
+        <source>Modules</source>
+        <translation>Module</translation>
     </message>
+</context>
+<context>
+    <name>ModuleRack</name>
+    <message>
+        <source>%1: there is a module of this key already</source>
+        <translation>%1: Ein Modul mit diesem Schlüssel gibt es schon</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleRow</name>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
@@ -349,42 +338,6 @@
     <message>
         <source>Whether containers find this module</source>
         <translation>Ob Container dieses Modul finden</translation>
-    </message>
-    <message>
-        <source>Moving</source>
-        <translation>Fährt</translation>
-    </message>
-    <message>
-        <source>Off: the axes brake and stay where they are</source>
-        <translation>Aus: Die Achsen bremsen und bleiben stehen</translation>
-    </message>
-    <message>
-        <source>Silent</source>
-        <translation>Stumm</translation>
-    </message>
-    <message>
-        <source>A silent module gets requests and answers none</source>
-        <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
-    </message>
-    <message>
-        <source>%1: time of an answer</source>
-        <translation>%1: Zeit einer Antwort</translation>
-    </message>
-    <message>
-        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
-        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
-    </message>
-    <message>
-        <source>Answers at once</source>
-        <translation>Antwortet sofort</translation>
-    </message>
-    <message>
-        <source>Slow: %1 ms</source>
-        <translation>Langsam: %1 ms</translation>
-    </message>
-    <message>
-        <source>Too late: %1 ms</source>
-        <translation>Zu spät: %1 ms</translation>
     </message>
 </context>
 <context>
@@ -506,6 +459,25 @@ Optionen:
     <message>
         <source>Show the version and end.</source>
         <translation>Die Version zeigen und enden.</translation>
+    </message>
+</context>
+<context>
+    <name>PanelDocks</name>
+    <message>
+        <source>Modules</source>
+        <translation>Module</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Exchanges</source>
+        <translation>Abfragen</translation>
     </message>
 </context>
 <context>
@@ -1003,6 +975,60 @@ Optionen:
     <message>
         <source>container: &quot;%1&quot; opens and shows something</source>
         <translation>Container: „%1“ öffnet sich und zeigt etwas</translation>
+    </message>
+</context>
+<context>
+    <name>SimulatedModuleRow</name>
+    <message>
+        <source>Moving</source>
+        <translation>Fährt</translation>
+    </message>
+    <message>
+        <source>Off: the axes brake and stay where they are</source>
+        <translation>Aus: Die Achsen bremsen und bleiben stehen</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>A silent module gets requests and answers none</source>
+        <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
+    </message>
+    <message>
+        <source>%1: time of an answer</source>
+        <translation>%1: Zeit einer Antwort</translation>
+    </message>
+    <message>
+        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
+        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
+    </message>
+    <message>
+        <source>Answers at once</source>
+        <translation>Antwortet sofort</translation>
+    </message>
+    <message>
+        <source>Slow: %1 ms</source>
+        <translation>Langsam: %1 ms</translation>
+    </message>
+    <message>
+        <source>Too late: %1 ms</source>
+        <translation>Zu spät: %1 ms</translation>
+    </message>
+</context>
+<context>
+    <name>StatusSummary</name>
+    <message>
+        <source>%1 answers/s</source>
+        <translation>%1 Antworten/s</translation>
+    </message>
+    <message>
+        <source>, not answering: %1</source>
+        <translation>, antwortet nicht: %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 modules plugged in</source>
+        <translation>%1 von %2 Modulen eingesteckt</translation>
     </message>
 </context>
 <context>

@@ -15,7 +15,7 @@
 class ContainerInterface;
 
 /**
- * The stand-in host without its windows: registry, simulated modules, the plugins and their clones.
+ * The stand-in host without its windows: registry, modules, the plugins and their clones.
  *
  * Owns them all and ends them in the order that they rely on: clones, plugins, modules, registry. Container windows
  * have to be gone before, the application object has to live longer. GUI thread.
