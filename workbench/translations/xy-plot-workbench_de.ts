@@ -252,6 +252,29 @@
     </message>
 </context>
 <context>
+    <name>JsonFile</name>
+    <message>
+        <source>%1:%2: expected JSON: %3</source>
+        <translation>%1:%2: JSON erwartet: %3</translation>
+    </message>
+    <message>
+        <source>%1: expected an object in braces</source>
+        <translation>%1: ein Objekt in geschweiften Klammern erwartet</translation>
+    </message>
+    <message>
+        <source>%1: expected a file</source>
+        <translation>%1: eine Datei erwartet</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1: nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected up to %2 KiB</source>
+        <translation>%1: höchstens %2 KiB erwartet</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Container Workbench</source>
@@ -826,6 +849,107 @@ Optionen:
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapCheck</name>
+    <message>
+        <source>an address that no other value has, but &quot;%1&quot; has it</source>
+        <translation>eine Adresse, die kein anderer Wert hat, aber „%1“ hat sie</translation>
+    </message>
+    <message>
+        <source>an address beside that of &quot;%1&quot;, which it overlaps</source>
+        <translation>eine Adresse neben der von „%1“, mit der er sich überschneidet</translation>
+    </message>
+    <message>
+        <source>a name that no other value beside it has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein anderer Wert daneben hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>a name that no value of the module has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein Wert des Moduls hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>at most %1 values and fields on an axis or in a group</source>
+        <translation>höchstens %1 Werte und Felder an einer Achse oder in einer Gruppe</translation>
+    </message>
+    <message>
+        <source>axes from 0 on without a gap, but axis %1 has no value</source>
+        <translation>Achsen ab 0 ohne Lücke, aber Achse %1 hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>&quot;register&quot;, because a device without an axis shows registers only</source>
+        <translation>&quot;register&quot;, weil ein Gerät ohne Achse nur Register zeigt</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapReader</name>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>no such field, because an entry of this table is one bit</source>
+        <translation>kein solches Feld, weil ein Eintrag dieser Tabelle ein Bit ist</translation>
+    </message>
+    <message>
+        <source>a number other than 0</source>
+        <translation>eine Zahl, aber nicht 0</translation>
+    </message>
+    <message>
+        <source>the step in which a float32 is shown, for example 0.001</source>
+        <translation>die Stufe, in der ein float32 gezeigt wird, zum Beispiel 0.001</translation>
+    </message>
+    <message>
+        <source>a number above 0</source>
+        <translation>eine Zahl über 0</translation>
+    </message>
+    <message>
+        <source>no bit fields, because the number is scaled, moved or a float32</source>
+        <translation>keine Bitfelder, weil die Zahl skaliert, verschoben oder ein float32 ist</translation>
+    </message>
+    <message>
+        <source>the lowest bit of the field, 0 to %1</source>
+        <translation>das niedrigste Bit des Felds, 0 bis %1</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2, or a text with one, such as &quot;0x%3&quot;</source>
+        <translation>eine ganze Zahl von %1 bis %2, oder ein Text mit einer, wie &quot;0x%3&quot;</translation>
+    </message>
+    <message>
+        <source>no such field, because the value belongs to an axis</source>
+        <translation>kein solches Feld, weil der Wert zu einer Achse gehört</translation>
+    </message>
+    <message>
+        <source>up to %1 characters in one line, without blanks around them</source>
+        <translation>bis zu %1 Zeichen in einer Zeile, ohne Leerzeichen darum</translation>
+    </message>
+    <message>
+        <source>up to %1 characters</source>
+        <translation>bis zu %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>at least one value</source>
+        <translation>mindestens ein Wert</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapRows</name>
+    <message>
+        <source>Coil</source>
+        <translation>Coil</translation>
+    </message>
+    <message>
+        <source>Discrete input</source>
+        <translation>Diskreter Eingang</translation>
+    </message>
+    <message>
+        <source>Input register</source>
+        <translation>Eingangsregister</translation>
+    </message>
+    <message>
+        <source>Holding register</source>
+        <translation>Halteregister</translation>
     </message>
 </context>
 <context>
