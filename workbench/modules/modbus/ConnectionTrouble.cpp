@@ -43,6 +43,8 @@ QString ConnectionTrouble::words() const
         return tr("The answers do not have the length that was asked for.");
     case Kind::Garbage:
         return tr("Garbage on the line. Do rate, parity and stop bits match?");
+    case Kind::NotModbus:
+        return tr("What the host sends is no Modbus.");
     case Kind::Exception:
         return tr("The device answers with exception %1: %2.").arg(number).arg(exceptionName(number));
     }

@@ -34,7 +34,8 @@ public:
         WrongUnit,        ///< number is the unit that answered
         WrongTransaction, ///< answers belong to no request
         WrongLength,      ///< an answer has more or less than was asked for
-        Garbage,          ///< what comes is no Modbus, or damaged
+        Garbage,          ///< what comes over a serial line is no Modbus, or damaged
+        NotModbus,        ///< the same, over TCP
         Exception         ///< number is the exception code of the device
     };
 
