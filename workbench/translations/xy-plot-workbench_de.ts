@@ -165,6 +165,10 @@
         <source>What the host sends is no Modbus.</source>
         <translation>Was der Rechner sendet, ist kein Modbus.</translation>
     </message>
+    <message>
+        <source>No answer. Is the unit right?</source>
+        <translation>Keine Antwort. Stimmt die Einheit?</translation>
+    </message>
 </context>
 <context>
     <name>ExchangePanel</name>

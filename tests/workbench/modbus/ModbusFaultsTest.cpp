@@ -145,8 +145,8 @@ void ModbusFaultsTest::troubleIsNamed_data()
     QTest::addColumn<QString>("serial");
     QTest::addColumn<QString>("tcp");
 
-    QTest::newRow("silent") << int{FaultyLine::AnswerLost} << "No answer"
-                            << "No answer";
+    QTest::newRow("silent") << int{FaultyLine::AnswerLost} << "cable and rate"
+                            << "No answer. Is the unit";
     QTest::newRow("unit") << int{FaultyLine::WrongUnit} << "Another unit answered"
                           << "Unit 2 answered";
     QTest::newRow("noise") << int{FaultyLine::Corrupted} << "Garbage"

@@ -34,6 +34,8 @@ QString ConnectionTrouble::words() const
     case Kind::Closed:
         return tr("The connection was closed.");
     case Kind::NoAnswer:
+        return tr("No answer. Is the unit right?");
+    case Kind::NoAnswerOnLine:
         return tr("No answer. Are unit, cable and rate right?");
     case Kind::WrongUnit:
         return number < 0 ? tr("Another unit answered instead.") : tr("Unit %1 answered instead.").arg(number);

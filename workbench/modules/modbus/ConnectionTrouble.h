@@ -31,6 +31,7 @@ public:
         SystemError,      ///< number is errno
         Closed,           ///< the other side ended the connection, or the port was pulled out
         NoAnswer,         ///< in time
+        NoAnswerOnLine,   ///< the same, over a serial line
         WrongUnit,        ///< number is the unit that answered
         WrongTransaction, ///< answers belong to no request
         WrongLength,      ///< an answer has more or less than was asked for
