@@ -161,6 +161,14 @@
         <source>the gateway&apos;s target does not answer</source>
         <translation>das Ziel hinter dem Gateway antwortet nicht</translation>
     </message>
+    <message>
+        <source>What the host sends is no Modbus.</source>
+        <translation>Was der Rechner sendet, ist kein Modbus.</translation>
+    </message>
+    <message>
+        <source>No answer. Is the unit right?</source>
+        <translation>Keine Antwort. Stimmt die Einheit?</translation>
+    </message>
 </context>
 <context>
     <name>ExchangePanel</name>
