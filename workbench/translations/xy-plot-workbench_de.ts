@@ -13,6 +13,156 @@
     </message>
 </context>
 <context>
+    <name>ConnectionSettings</name>
+    <message>
+        <source>The host is missing.</source>
+        <translation>Der Rechnername fehlt.</translation>
+    </message>
+    <message>
+        <source>The port has to be 1 to 65535.</source>
+        <translation>Der Port muss 1 bis 65535 sein.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 0 to %1, or %2.</source>
+        <translation>Die Einheit muss 0 bis %1 oder %2 sein.</translation>
+    </message>
+    <message>
+        <source>The serial port is missing.</source>
+        <translation>Die serielle Schnittstelle fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 baud is none of the usual rates.</source>
+        <translation>%1 Baud ist keine der üblichen Raten.</translation>
+    </message>
+    <message>
+        <source>There are 1 or 2 stop bits.</source>
+        <translation>Es gibt 1 oder 2 Stoppbits.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 1 to %1.</source>
+        <translation>Die Einheit muss 1 bis %1 sein.</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionTrouble</name>
+    <message>
+        <source>Connecting…</source>
+        <translation>Verbindung wird aufgebaut …</translation>
+    </message>
+    <message>
+        <source>The name of the host has no address: %1</source>
+        <translation>Der Rechnername hat keine Adresse: %1</translation>
+    </message>
+    <message>
+        <source>The host refuses the connection: no server listens at this port.</source>
+        <translation>Der Rechner lehnt die Verbindung ab: An diesem Port wartet kein Server.</translation>
+    </message>
+    <message>
+        <source>There is no route to the host.</source>
+        <translation>Es gibt keinen Weg zum Rechner.</translation>
+    </message>
+    <message>
+        <source>The host does not react.</source>
+        <translation>Der Rechner reagiert nicht.</translation>
+    </message>
+    <message>
+        <source>There is no such serial port. Is it plugged in?</source>
+        <translation>Diese serielle Schnittstelle gibt es nicht. Ist sie eingesteckt?</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port: members of the group &quot;%1&quot; have it.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle: Mitglieder der Gruppe „%1“ haben sie.</translation>
+    </message>
+    <message>
+        <source>The serial port is in use, by another program or with other settings.</source>
+        <translation>Die serielle Schnittstelle ist belegt, von einem anderen Programm oder mit anderen Einstellungen.</translation>
+    </message>
+    <message>
+        <source>This file is no serial port.</source>
+        <translation>Diese Datei ist keine serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>The connection failed: %1</source>
+        <translation>Die Verbindung ist gescheitert: %1</translation>
+    </message>
+    <message>
+        <source>The connection was closed.</source>
+        <translation>Die Verbindung wurde geschlossen.</translation>
+    </message>
+    <message>
+        <source>No answer. Are unit, cable and rate right?</source>
+        <translation>Keine Antwort. Stimmen Einheit, Kabel und Rate?</translation>
+    </message>
+    <message>
+        <source>Another unit answered instead.</source>
+        <translation>Stattdessen hat eine andere Einheit geantwortet.</translation>
+    </message>
+    <message>
+        <source>Unit %1 answered instead.</source>
+        <translation>Stattdessen hat Einheit %1 geantwortet.</translation>
+    </message>
+    <message>
+        <source>The answers belong to other requests.</source>
+        <translation>Die Antworten gehören zu anderen Anfragen.</translation>
+    </message>
+    <message>
+        <source>The answers do not have the length that was asked for.</source>
+        <translation>Die Antworten haben nicht die verlangte Länge.</translation>
+    </message>
+    <message>
+        <source>Garbage on the line. Do rate, parity and stop bits match?</source>
+        <translation>Unlesbares auf der Leitung. Stimmen Rate, Parität und Stoppbits überein?</translation>
+    </message>
+    <message>
+        <source>The device answers with exception %1: %2.</source>
+        <translation>Das Gerät antwortet mit Ausnahme %1: %2.</translation>
+    </message>
+    <message>
+        <source>illegal function</source>
+        <translation>unzulässige Funktion</translation>
+    </message>
+    <message>
+        <source>illegal data address</source>
+        <translation>unzulässige Datenadresse</translation>
+    </message>
+    <message>
+        <source>illegal data value</source>
+        <translation>unzulässiger Datenwert</translation>
+    </message>
+    <message>
+        <source>device failure</source>
+        <translation>Gerätefehler</translation>
+    </message>
+    <message>
+        <source>acknowledge, it takes longer</source>
+        <translation>angenommen, es dauert länger</translation>
+    </message>
+    <message>
+        <source>device busy</source>
+        <translation>Gerät beschäftigt</translation>
+    </message>
+    <message>
+        <source>negative acknowledge</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>memory parity error</source>
+        <translation>Paritätsfehler im Speicher</translation>
+    </message>
+    <message>
+        <source>gateway path unavailable</source>
+        <translation>Weg über das Gateway nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>the gateway&apos;s target does not answer</source>
+        <translation>das Ziel hinter dem Gateway antwortet nicht</translation>
+    </message>
+</context>
+<context>
     <name>ExchangePanel</name>
     <message>
         <source>Exchanges with the modules</source>

@@ -5,9 +5,9 @@
 /// The four tables of a Modbus device. Each has addresses of its own.
 enum class ModbusTable
 {
-    Coil,          ///< one bit
-    DiscreteInput, ///< one bit
-    InputRegister, ///< 16 bit
+    Coil,           ///< one bit
+    DiscreteInput,  ///< one bit
+    InputRegister,  ///< 16 bit
     HoldingRegister ///< 16 bit
 };
 
