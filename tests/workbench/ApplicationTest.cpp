@@ -67,8 +67,8 @@ private slots:
         }
         for (const char *const unsound :
              {"--seconds 86400.1", "--seconds 0", "--seconds nan", "--size 8193x1", "--size 1x8193", "--size 0x5",
-              "--size 5X5", "--seed 4294967296", "--seed -1", "--palette pink", "--language fr", "stray", "--picture ",
-              "--plugin ", "--seed"}) {
+              "--size 5X5", "--seed 4294967296", "--seed -1", "--palette pink", "--language fr", "stray second",
+              "--scene circle stray", "--picture ", "--plugin ", "--seed"}) {
             QTest::newRow(unsound) << false;
         }
     }
@@ -169,7 +169,7 @@ private slots:
             const QWidgetList windows = QApplication::allWidgets();
             for (QWidget *const window : windows) {
                 isTitled =
-                    isTitled || window->windowTitle().startsWith("One module of each kind - Container Workbench");
+                    isTitled || window->windowTitle().startsWith("One module of each kind[*] - XY Plot Workbench");
                 hasHint = hasHint || window->inherits("HintBar");
                 if (isPlotOnly ? window->inherits("QMdiSubWindow") : window->isWindow()) {
                     window->close();

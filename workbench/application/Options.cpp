@@ -26,7 +26,11 @@ QList<QCommandLineOption> allOptions()
                                   value == nullptr ? QString() : QString::fromLatin1(value));
     };
     return {
-        option("scene", Text::tr("Set up a scene: a name from --list-scenes, or a scene file."), "NAME|FILE"),
+        option(
+            "scene",
+            Text::tr("Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from "
+                     "earlier runs has a part in it."),
+            "NAME|FILE"),
         option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
                "N"),
         option("picture", Text::tr("Where to save that picture, a PNG; default ./xy-plot.png."), "FILE"),
@@ -145,11 +149,13 @@ OptionsResult parseOptions(const QStringList &arguments)
         result.error = parser.errorText();
         return result;
     }
-    if (!parser.positionalArguments().isEmpty()) {
-        result.error = Text::tr("Unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
+    Options &options = result.options;
+    const QStringList files = parser.positionalArguments();
+    options.file = files.value(0);
+    if (files.size() > 1 || (files.size() == 1 && parser.isSet(QStringLiteral("scene")))) {
+        result.error = Text::tr("Unexpected argument \"%1\"").arg(files.constLast());
         return result;
     }
-    Options &options = result.options;
     options.wantsHelp = parser.isSet(QStringLiteral("help"));
     options.wantsVersion = parser.isSet(QStringLiteral("version"));
     options.wantsSceneList = parser.isSet(QStringLiteral("list-scenes"));
@@ -179,9 +185,10 @@ OptionsResult parseOptions(const QStringList &arguments)
 
 QString optionsHelp()
 {
-    QString text = Text::tr("Usage: xy-plot-workbench [options]\n\n"
+    QString text = Text::tr("Usage: xy-plot-workbench [options] [FILE]\n\n"
                             "A stand-in host for container plugins, with simulated motor-controller modules.\n"
-                            "Without a display it runs a scene off screen, saves a picture of the plot and ends.\n\n"
+                            "FILE is a set-up to open, as the File menu saves it.\n"
+                            "Without a display it runs a scene off screen, saves a picture of its window and ends.\n\n"
                             "Options:\n");
     constexpr int columnWidth = 22;
     const QList<QCommandLineOption> options = allOptions();
