@@ -90,7 +90,7 @@
     <name>HintBar</name>
     <message>
         <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
-        <translation>Wählen Sie unter „Device X“ und unter „Device Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
+        <translation>Wählen Sie unter „Gerät X“ und unter „Gerät Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
     </message>
     <message>
         <source>&amp;Got it</source>
