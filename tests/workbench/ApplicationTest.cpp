@@ -1,5 +1,6 @@
 #include "GuardedTest.h"
 #include "application/Language.h"
+#include "application/PluginFolders.h"
 #include "application/RunPlan.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
@@ -238,6 +239,20 @@ private slots:
         test.checkLog(file.fileName(), 1, recorded);
         const bool isSound = qstrcmp(QTest::currentDataTag(), "sound") == 0;
         QVERIFY2(test.hasFailed() != isSound, qPrintable(Paper::linesOf(paper.output)));
+    }
+
+    /// A plugin of one's own is tested beside the plot that the scene needs.
+    void selfTestLoadsThePlot()
+    {
+        const Paper paper;
+        const SelfTest test(paper.terminal);
+        const auto plugins = [&](const QString &arguments) {
+            return test.completed(parsed(arguments).options).plugins;
+        };
+        const QStringList beside = plugins(QStringLiteral("--plugin ") + minimalPlugin);
+        QCOMPARE(beside, QStringList({PluginFolders::plotterFile(), minimalPlugin}));
+        QCOMPARE(plugins(QStringLiteral("--plugin /x/container_xy_plot.so")).size(), 1);
+        QVERIFY(plugins(QStringLiteral("--self-test")).isEmpty()); // all that are found
     }
 
     /// The last function: the translations stay until the program ends.
