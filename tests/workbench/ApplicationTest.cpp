@@ -62,14 +62,15 @@ private slots:
     void valuesOfOptions_data()
     {
         QTest::addColumn<bool>("isSound");
-        for (const char *const sound : {"--seconds 86400", "--seconds 1e-3", "--size 8192x1", "--size 1x8192",
-                                        "--seed 4294967295", "--seed 0", "--palette dark", "--language en"}) {
+        for (const char *const sound :
+             {"--seconds 86400", "--seconds 1e-3", "--size 8192x1", "--size 1x8192", "--seed 4294967295", "--seed 0",
+              "--palette dark", "--language en", "--picture a.PNG", "--picture a"}) {
             QTest::newRow(sound) << true;
         }
         for (const char *const unsound :
              {"--seconds 86400.1", "--seconds 0", "--seconds nan", "--size 8193x1", "--size 1x8193", "--size 0x5",
               "--size 5X5", "--seed 4294967296", "--seed -1", "--palette pink", "--language fr", "stray", "--picture ",
-              "--plugin ", "--seed"}) {
+              "--picture a.Jpg", "--plugin ", "--seed"}) {
             QTest::newRow(unsound) << false;
         }
     }

@@ -511,8 +511,12 @@ Ein zweites beendet ihn sofort.
         <translation>Die Szene (Vorgabe: circle) so lange laufen lassen, ein Bild speichern und enden; Vorgabe 5.</translation>
     </message>
     <message>
-        <source>Where to save that picture, a PNG; default ./xy-plot.png.</source>
-        <translation>Wohin dieses Bild gespeichert wird, ein PNG; Vorgabe ./xy-plot.png.</translation>
+        <source>Where to save that picture, a PNG of the whole container; default ./xy-plot.png.</source>
+        <translation>Wohin dieses Bild gespeichert wird, ein PNG des ganzen Containers; Vorgabe ./xy-plot.png.</translation>
+    </message>
+    <message>
+        <source>--picture: expected the name of a PNG file, found &quot;%1&quot;</source>
+        <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
     </message>
     <message>
         <source>Record the run to a CSV file, by the window&apos;s own box and dialog; an existing file is overwritten. A picture is then saved only with --picture.</source>
