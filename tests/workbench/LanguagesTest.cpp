@@ -2,6 +2,7 @@
 #include "application/Language.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLibraryInfo>
@@ -25,6 +26,7 @@ struct Texts
     }
 
     QSet<QString> found;
+    QSet<QString> keys; ///< shortcuts, as they are shown
 };
 
 void collectCell(const QAbstractItemModel *model, const QModelIndex &cell, bool isPluginTable, Texts &texts)
@@ -69,6 +71,9 @@ void collect(const QObject *top, Texts &texts)
             if (property.type() == QVariant::String && !unseenProperties.contains(property.name())) {
                 texts << property.read(object).toString();
             }
+        }
+        if (const auto *const action = qobject_cast<const QAction *>(object)) {
+            texts.keys.insert(action->shortcut().toString(QKeySequence::NativeText));
         }
         if (const auto *const box = qobject_cast<const QComboBox *>(object)) {
             for (int entry = 0; entry < box->count(); ++entry) {
@@ -128,39 +133,126 @@ bool isInternational(const QString &text)
     return pattern.match(text).hasMatch();
 }
 
+/// The lines of a page of the guide.
+QStringList guide(const char *path)
+{
+    QFile file(QLatin1String(DOCUMENT_FOLDER "/") + QLatin1String(path));
+    REQUIRE(file.open(QIODevice::ReadOnly));
+    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+}
+
+/// All that \a pattern, with one group, finds in a page, whose paragraphs are joined to lines.
+QStringList found(const char *path, const char *pattern)
+{
+    const QString text = guide(path).join(QLatin1Char(' '));
+    QStringList all;
+    auto match = QRegularExpression(QLatin1String(pattern)).globalMatch(text);
+    while (match.hasNext()) {
+        all.append(match.next().captured(1).simplified());
+    }
+    return all;
+}
+
+/// What a page has to have in common with its translation: headings, entries, cells, pictures, links, numbers of code.
+QStringList skeleton(const char *path)
+{
+    static const QRegularExpression beginning(QStringLiteral("^(#+|-|[0-9]\\.|\\|) |^(```|!)"));
+    static const QRegularExpression target(QStringLiteral("\\]\\((?:\\.\\./)?([^)]*)\\)"));
+    QStringList bones;
+    const QStringList lines = guide(path);
+    for (const QString &line : lines) {
+        const QString mark = beginning.match(line).captured(0).trimmed();
+        if (!mark.isEmpty()) {
+            bones.append(mark == QLatin1String("|") ? QString(line.count(QLatin1Char('|')), u'|') : mark);
+        }
+        auto links = target.globalMatch(line);
+        while (links.hasNext()) {
+            bones.append(links.next().captured(1));
+        }
+    }
+    return bones;
+}
+
 } // namespace
 
-/// The program in German: no text of any window is left in English.
-class GermanWindowTest : public GuardedTest
+/// The program and its guide in both languages.
+class LanguagesTest : public GuardedTest
 {
     Q_OBJECT
 
 private slots:
+    /// The first function: the others use what it collects, and the translations stay until the program ends.
     void noTextIsLeftInEnglish()
     {
         if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) + QStringLiteral("/qtbase_de.qm"))) {
             QSKIP("Qt's own translations are not installed");
         }
-        Texts english;
-        collectAllWindows(temporaryPath("english.csv"), english);
+        collectAllWindows(temporaryPath("english.csv"), m_english);
         Language::use(QStringLiteral("de"));
         Language::useForPlugin(QStringLiteral(PLUGIN));
-        Texts german;
-        collectAllWindows(temporaryPath("german.csv"), german);
+        collectAllWindows(temporaryPath("german.csv"), m_german);
         for (const char *const expected :
              {"Aktualisieren", "Meldungen", "Tabelle exportieren", "Speichern", "Befehl"}) {
-            QVERIFY2(german.found.contains(QString::fromUtf8(expected)), expected);
+            QVERIFY2(m_german.found.contains(QString::fromUtf8(expected)), expected);
         }
         QStringList left;
-        for (const QString &text : qAsConst(german.found)) {
-            if (english.found.contains(text) && !isInternational(text)) {
+        for (const QString &text : qAsConst(m_german.found)) {
+            if (m_english.found.contains(text) && !isInternational(text)) {
                 left.append(text);
             }
         }
         left.sort();
         QVERIFY2(left.isEmpty(), qPrintable(left.join(QLatin1Char('\n'))));
     }
+
+    void guideNamesWhatIsThere_data()
+    {
+        QTest::addColumn<bool>("isGerman");
+        QTest::newRow("user-guide.md") << false;
+        QTest::newRow("de/user-guide.md") << true;
+    }
+
+    /// What is bold in the guide can be read in the window, and keys in the guide are those of the window.
+    void guideNamesWhatIsThere()
+    {
+        QFETCH(bool, isGerman);
+        const Texts &window = isGerman ? m_german : m_english;
+        if (window.found.isEmpty()) {
+            QSKIP("the texts of the windows are not known");
+        }
+        QSet<QString> shown;
+        for (QString text : qAsConst(window.found)) {
+            shown.insert(text.remove(QLatin1Char('&')).remove(QStringLiteral("...")).remove(u'\u2026').trimmed());
+        }
+        const char *const page = QTest::currentDataTag();
+        const QStringList names = found(page, "\\*\\*([^*]+)\\*\\*");
+        QVERIFY(names.size() > 15);
+        QStringList unknown;
+        for (const QString &name : names) {
+            if (!shown.contains(name)) {
+                unknown.append(name);
+            }
+        }
+        QVERIFY2(unknown.isEmpty(), qPrintable(unknown.join(QLatin1Char('\n'))));
+    }
+
+    void guidesSayTheSame()
+    {
+        QCOMPARE(skeleton("de/user-guide.md"), skeleton("user-guide.md"));
+        for (const char *const page : {"user-guide.md", "de/user-guide.md"}) {
+            const QDir folder = QFileInfo(QLatin1String(DOCUMENT_FOLDER "/") + QLatin1String(page)).dir();
+            const QStringList targets = found(page, "\\]\\(([^)#]+)[^)]*\\)");
+            QVERIFY(targets.size() > 3);
+            for (const QString &target : targets) {
+                QVERIFY2(folder.exists(target), qPrintable(target));
+            }
+        }
+    }
+
+private:
+    Texts m_english;
+    Texts m_german;
 };
 
-GUARDED_TEST_MAIN(GermanWindowTest)
-#include "GermanWindowTest.moc"
+GUARDED_TEST_MAIN(LanguagesTest)
+#include "LanguagesTest.moc"
