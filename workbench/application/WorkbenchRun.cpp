@@ -2,6 +2,7 @@
 
 #include "PlotterWindow.h"
 #include "application/EndSignals.h"
+#include "application/Language.h"
 #include "application/RecordingDriver.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
@@ -95,6 +96,7 @@ bool WorkbenchRun::loadPlugins()
 {
     int required = m_plan.requiredPlugins;
     for (const QString &file : m_plan.plugins) {
+        Language::useForPlugin(file);
         const QString problem = m_workbench.loadPlugin(file);
         if (m_selfTest != nullptr) {
             m_selfTest->check(problem.isEmpty(), Text::tr("plugin: %1").arg(problem.isEmpty() ? file : problem));

@@ -449,7 +449,7 @@
     <name>HintBar</name>
     <message>
         <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
-        <translation>Wählen Sie unter „Device X“ und unter „Device Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
+        <translation>Wählen Sie unter „Gerät X“ und unter „Gerät Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
     </message>
     <message>
         <source>&amp;Got it</source>
@@ -692,10 +692,6 @@ Ein zweites beendet ihn sofort.
         <translation>Die Szene (Vorgabe: circle) so lange laufen lassen, ein Bild speichern und enden; Vorgabe 5.</translation>
     </message>
     <message>
-        <source>Where to save that picture, a PNG; default ./xy-plot.png.</source>
-        <translation>Wohin dieses Bild gespeichert wird, ein PNG; Vorgabe ./xy-plot.png.</translation>
-    </message>
-    <message>
         <source>Record the run to a CSV file, by the window&apos;s own box and dialog; an existing file is overwritten. A picture is then saved only with --picture.</source>
         <translation>Den Lauf in eine CSV-Datei aufzeichnen, über Kästchen und Dialog des Fensters; eine vorhandene Datei wird überschrieben. Ein Bild wird dann nur mit --picture gespeichert.</translation>
     </message>
@@ -796,6 +792,14 @@ Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild ihres Fensters wird ge
 
 Optionen:
 </translation>
+    </message>
+    <message>
+        <source>Where to save that picture, a PNG of the whole container; default ./xy-plot.png.</source>
+        <translation>Wohin dieses Bild gespeichert wird, ein PNG des ganzen Containers; Vorgabe ./xy-plot.png.</translation>
+    </message>
+    <message>
+        <source>--picture: expected the name of a PNG file, found &quot;%1&quot;</source>
+        <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
     </message>
 </context>
 <context>
