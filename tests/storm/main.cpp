@@ -23,8 +23,8 @@ struct Chapter
 };
 
 constexpr Chapter chapters[] = {
-    {"events", Chapters::events}, {"hotplug", Chapters::hotplug}, {"slow", Chapters::slow},
-    {"log", Chapters::log},       {"life", Chapters::life},
+    {"events", Chapters::events}, {"hotplug", Chapters::hotplug}, {"slow", Chapters::slow}, {"log", Chapters::log},
+    {"life", Chapters::life},     {"files", Chapters::files},     {"day", Chapters::day},
 };
 
 struct ChildTask
@@ -35,6 +35,8 @@ struct ChildTask
 
 constexpr ChildTask childTasks[] = {
     {"events", Chapters::playEvents},
+    {"pace", Chapters::pace},
+    {"read", Chapters::readFile},
     {"record", Chapters::recordLines},
 };
 
