@@ -85,7 +85,7 @@ private slots:
         plot.window->recordings()->poll();
         QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->file().dataLines() - fresh);
 
-        const QString key = plot.workbench.modules().description(1).key;
+        const QString key = plot.workbench.modules().settings(1).key;
         QTRY_VERIFY_WITH_TIMEOUT(plot.watch->warning().endsWith("with old values; not answering: " + key),
                                  maximumWaitMs);
         QVERIFY(plot.watch->headline().contains(plot.watch->warning()) && plot.window->recordings()->hasTrouble());

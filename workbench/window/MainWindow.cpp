@@ -3,12 +3,11 @@
 #include "logging/Recordings.h"
 #include "modules/AnswerWatch.h"
 #include "window/ContainerWindow.h"
-#include "window/ExchangePanel.h"
+#include "window/FileMenu.h"
 #include "window/HintBar.h"
-#include "window/MessagePanel.h"
-#include "window/ModulePanel.h"
-#include "window/RecordingPanel.h"
+#include "window/PanelDocks.h"
 #include "window/ScreenFit.h"
+#include "window/StatusSummary.h"
 #include "window/Workbench.h"
 #include "window/WorkspaceWindow.h"
 
@@ -19,9 +18,6 @@
 #include <QApplication>
 #include <QChildEvent>
 #include <QCloseEvent>
-#include <QDockWidget>
-#include <QLabel>
-#include <QLocale>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -35,17 +31,12 @@ namespace
 
 constexpr int minimumWidthPixels = 640;
 constexpr int minimumHeightPixels = 420;
-constexpr int bottomHeight = 130;      // widget pixels
-constexpr int minimumStateWidth = 160; // widget pixels
-constexpr int maximumKeyWidth = 20;    // average characters
-constexpr int statusMargin = 6;        // widget pixels
-constexpr int messageTimeMs = 8000;
 constexpr int maximumShortcuts = 9; // Alt+1 to Alt+9
 
-ScreenFit screenFit()
+QSize availableSize()
 {
     const QScreen *const screen = QGuiApplication::primaryScreen();
-    return ScreenFit(screen == nullptr ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : screen->availableSize());
+    return screen == nullptr ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : screen->availableSize();
 }
 
 } // namespace
@@ -57,9 +48,8 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     , m_answers(new AnswerWatch(&workbench->modules(), this))
     , m_recordings(new Recordings(&workbench->messages(), &workbench->modules(), this))
 {
-    setWindowTitle(tr("Container Workbench"));
+    setWindowTitle(FileMenu::programTitle());
     setMinimumSize(minimumWidthPixels, minimumHeightPixels);
-    resize(screenFit().size);
 
     m_workspace->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_workspace->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -72,8 +62,13 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     setCentralWidget(centre);
 
     makeMenus();
-    makeDocks();
-    makeStatusBar();
+    auto *const panels = new PanelDocks(this, workbench, m_answers, m_recordings);
+    m_viewMenu->addActions(panels->actions());
+    const QSize available = availableSize();
+    panels->fit(available);
+    resize(ScreenFit(available).size);
+    new StatusSummary(statusBar(), workbench, m_answers, m_recordings, this);
+    watchAnswers();
 }
 
 MainWindow::~MainWindow()
@@ -115,6 +110,74 @@ void MainWindow::openContainer(ContainerInterface *container)
     subWindow->showMaximized();
 }
 
+void MainWindow::removeContainer(ContainerInterface *container)
+{
+    if (const QPointer<ContainerWindow> window = m_windows.take(container)) {
+        window->close();
+    }
+    delete m_openActions.take(container);
+    m_recordings->containerRemoved(container);
+    m_workbench->removeContainer(container);
+}
+
+WindowPlace MainWindow::placeOf(ContainerInterface *container) const
+{
+    WindowPlace place;
+    const QPointer<ContainerWindow> window = m_windows.value(container);
+    if (window.isNull() || window->container() == nullptr) {
+        place.state = WindowPlace::State::Closed;
+        return place;
+    }
+    const WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
+    const QWidget *const outer = subWindow != nullptr ? static_cast<const QWidget *>(subWindow) : window;
+    if (outer->isMinimized()) {
+        place.state = WindowPlace::State::Minimised;
+    } else if (!outer->isMaximized()) {
+        place.state = WindowPlace::State::Normal;
+        place.geometry = QRect(outer->pos(), outer->size());
+    }
+    return place;
+}
+
+void MainWindow::setPlace(ContainerInterface *container, const WindowPlace &place)
+{
+    const QPointer<ContainerWindow> window = m_windows.value(container);
+    if (window.isNull()) {
+        return;
+    }
+    WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
+    QWidget *const outer = subWindow != nullptr ? static_cast<QWidget *>(subWindow) : window;
+    switch (place.state) {
+    case WindowPlace::State::Maximised:
+        outer->showMaximized();
+        break;
+    case WindowPlace::State::Normal:
+        outer->showNormal();
+        if (place.geometry.isValid()) {
+            outer->move(place.geometry.topLeft());
+            outer->resize(place.geometry.size());
+        }
+        break;
+    case WindowPlace::State::Minimised:
+        outer->showMinimized();
+        break;
+    case WindowPlace::State::Closed:
+        window->close();
+        break;
+    }
+}
+
+ContainerInterface *MainWindow::frontContainer() const
+{
+    const QMdiSubWindow *const front = m_workspace->currentSubWindow();
+    for (auto window = m_windows.cbegin(); window != m_windows.cend(); ++window) {
+        if (front != nullptr && !window.value().isNull() && WorkspaceWindow::of(window.value()) == front) {
+            return window.key();
+        }
+    }
+    return nullptr;
+}
+
 QSize MainWindow::resizeContainer(ContainerInterface *container, const QSize &size)
 {
     const QPointer<ContainerWindow> window = m_windows.value(container);
@@ -144,6 +207,11 @@ void MainWindow::showHint()
     }
 }
 
+FileMenu *MainWindow::fileMenu() const
+{
+    return m_fileMenu;
+}
+
 Recordings *MainWindow::recordings() const
 {
     return m_recordings;
@@ -151,6 +219,10 @@ Recordings *MainWindow::recordings() const
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (!m_fileMenu->mayEnd()) {
+        event->ignore();
+        return;
+    }
     closeContainers();
     event->accept();
 }
@@ -170,11 +242,8 @@ void MainWindow::makeMenus()
     m_toolBar->setObjectName(QStringLiteral("containerToolBar"));
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 
-    QMenu *const fileMenu = menuBar()->addMenu(tr("&File"));
-    makeNewContainerActions(fileMenu);
-    QAction *const quitAction = fileMenu->addAction(tr("&Quit"), this, &QWidget::close);
-    quitAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
-    quitAction->setMenuRole(QAction::QuitRole);
+    m_fileMenu = new FileMenu(this, m_workbench);
+    menuBar()->addMenu(m_fileMenu->menu());
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->addAction(m_toolBar->toggleViewAction());
@@ -185,91 +254,6 @@ void MainWindow::makeMenus()
     QAction *const closeAction = m_containerMenu->addAction(tr("&Close"), m_workspace, &QMdiArea::closeActiveSubWindow);
     closeAction->setStatusTip(tr("Close the container's window; its curves and sources are kept"));
     m_containerMenu->addSeparator();
-}
-
-void MainWindow::makeNewContainerActions(QMenu *menu)
-{
-    for (int plugin = 0; plugin < m_workbench->pluginCount(); ++plugin) {
-        // The text does not name the container while there is but one kind.
-        const QString text =
-            m_workbench->pluginCount() == 1 ? tr("&New Container") : tr("New %1").arg(m_workbench->pluginTitle(plugin));
-        QAction *const action = menu->addAction(text, this, [this, plugin] {
-            if (ContainerInterface *const container = addContainer(plugin)) {
-                openContainer(container);
-            }
-        });
-        if (plugin == 0) {
-            action->setShortcut(QKeySequence::New);
-        }
-        action->setStatusTip(tr("Make one more container and open it"));
-    }
-}
-
-void MainWindow::makeDocks()
-{
-    QDockWidget *const modules = addDock(Qt::RightDockWidgetArea, tr("Simulated Modules"), "moduleDock",
-                                         new ModulePanel(&m_workbench->modules(), m_answers), "Ctrl+M");
-    resizeDocks({modules}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
-
-    auto *const exchangePanel = new ExchangePanel(&m_workbench->modules(), m_answers);
-    QDockWidget *const messages = addDock(Qt::BottomDockWidgetArea, tr("Messages"), "messageDock",
-                                          new MessagePanel(&m_workbench->messages()), "Ctrl+G");
-    m_recordingDock =
-        addDock(Qt::BottomDockWidgetArea, tr("Recording"), "recordingDock", new RecordingPanel(m_recordings), "Ctrl+R");
-    QDockWidget *const exchanges =
-        addDock(Qt::BottomDockWidgetArea, tr("Exchanges"), "exchangeDock", exchangePanel, "Ctrl+E");
-    tabifyDockWidget(messages, m_recordingDock);
-    tabifyDockWidget(m_recordingDock, exchanges);
-    messages->raise();
-    resizeDocks({messages}, {bottomHeight}, Qt::Vertical);
-    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    const ScreenFit fit = screenFit();
-    modules->setVisible(fit.showsModules);
-    for (QDockWidget *const dock : {messages, m_recordingDock, exchanges}) {
-        dock->setVisible(fit.showsMessages); // the status bar shows the essentials
-    }
-}
-
-QDockWidget *MainWindow::addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
-                                 const char *shortcut)
-{
-    auto *const dock = new QDockWidget(title);
-    dock->setObjectName(QLatin1String(name));
-    dock->setWidget(panel);
-    addDockWidget(area, dock);
-    QAction *const toggleAction = dock->toggleViewAction();
-    toggleAction->setShortcut(QKeySequence(QLatin1String(shortcut)));
-    m_viewMenu->addAction(toggleAction);
-    return dock;
-}
-
-void MainWindow::makeStatusBar()
-{
-    m_recordingState = new QLabel;
-    m_answerRate = new QLabel;
-    m_moduleCount = new QLabel;
-    for (QLabel *const label : {m_recordingState, m_answerRate, m_moduleCount}) {
-        label->setContentsMargins(statusMargin, 0, statusMargin, 0);
-        statusBar()->addPermanentWidget(label);
-    }
-
-    connect(m_recordings, &Recordings::changed, this, &MainWindow::showRecordings);
-    connect(m_recordings, &Recordings::failed, this, [this] {
-        m_recordingDock->show();
-        m_recordingDock->raise();
-    });
-    watchAnswers();
-    connect(&m_workbench->modules(), &ModuleRack::changed, this, &MainWindow::showModuleCount);
-    // What a container reports through the logger only, such as where its screenshot went, is shown for a while.
-    connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
-        for (const LogMessage &message : messages) {
-            if (message.type != QtDebugMsg) {
-                statusBar()->showMessage(message.text.simplified(), messageTimeMs);
-            }
-        }
-    });
-    showRecordings();
-    showModuleCount();
 }
 
 void MainWindow::offerContainer(ContainerInterface *container)
@@ -286,6 +270,7 @@ void MainWindow::offerContainer(ContainerInterface *container)
         action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
     }
     connect(action, &QAction::triggered, this, [this, container] { openContainer(container); });
+    m_openActions.insert(container, action);
     m_containerMenu->addAction(action);
     if (container->property(DynamicProperty::ShowOnToolbar).toBool()) {
         m_toolBar->addAction(action);
@@ -323,56 +308,18 @@ void MainWindow::closeContainers()
     }
 }
 
-void MainWindow::showModuleCount()
-{
-    const ModuleRack &modules = m_workbench->modules();
-    int pluggedIn = 0;
-    for (int index = 0; index < modules.count(); ++index) {
-        pluggedIn += modules.isPluggedIn(index) ? 1 : 0;
-    }
-    m_moduleCount->setText(tr("%1 of %2 modules plugged in").arg(pluggedIn).arg(modules.count()));
-}
-
 void MainWindow::watchAnswers()
 {
-    connect(m_answers, &AnswerWatch::polled, this, &MainWindow::showAnswers);
     connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
-        const QString &key = m_workbench->modules().description(index).key;
+        const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));
     });
     connect(m_answers, &AnswerWatch::answersAgain, this, [this](int index, int seconds) {
-        const QString &key = m_workbench->modules().description(index).key;
+        const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtInfoMsg, tr("%1 answers again, after %2 s").arg(key).arg(seconds));
     });
-    showAnswers();
-}
-
-void MainWindow::showAnswers()
-{
-    const QStringList silent = m_answers->silentModules();
-    QFont font = statusBar()->font();
-    font.setBold(!silent.isEmpty());
-    m_answerRate->setFont(font);
-    // Short, whatever the modules are called and however many are silent: the rest of the bar is for messages.
-    QString text = tr("%1 answers/s").arg(QLocale().toString(m_answers->answersPerSecond(), 'f', 0));
-    if (!silent.isEmpty()) {
-        const QFontMetrics metrics(font);
-        const QString key =
-            metrics.elidedText(silent.constFirst(), Qt::ElideMiddle, maximumKeyWidth * metrics.averageCharWidth());
-        text += tr(", not answering: %1").arg(silent.size() == 1 ? key : QString::number(silent.size()));
-    }
-    m_answerRate->setText(text);
-    m_answerRate->setToolTip(silent.join(QLatin1Char('\n')));
-    m_recordings->setSilentModules(silent);
-}
-
-void MainWindow::showRecordings()
-{
-    const QString summary = m_recordings->summary();
-    QFont font = statusBar()->font();
-    font.setBold(m_recordings->hasTrouble());
-    m_recordingState->setFont(font);
-    const int widthPixels = qMax(minimumStateWidth, width() / 3);
-    m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
-    m_recordingState->setToolTip(summary);
+    connect(&m_workbench->modules(), &ModuleRack::failed, this,
+            [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
+    connect(m_answers, &AnswerWatch::polled, this,
+            [this] { m_recordings->setSilentModules(m_answers->silentModules()); });
 }
