@@ -164,7 +164,7 @@ void endBySignal(const Sizes &sizes)
                           {QStringLiteral("--plugin"), QStringLiteral(PLUGIN), QStringLiteral("--scene"),
                            QStringLiteral("four-curves"), QStringLiteral("--seconds"), QStringLiteral("600"),
                            QStringLiteral("--log"), log, QStringLiteral("--picture"), picture});
-            const bool hasBegun = QTest::qWaitFor([&] { return QFileInfo(log).size() > 500; }, 60000);
+            const bool hasBegun = QTest::qWaitFor([&] { return QFileInfo(log).size() > 1500; }, 60000);
             kill(static_cast<pid_t>(program.processId()), number);
             program.waitForFinished(60000);
             lines = linesIn(log);

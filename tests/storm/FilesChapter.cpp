@@ -20,10 +20,10 @@ namespace
 
 using Engine = std::mt19937;
 
-const char *const tokens[] = {"{",       "}",        "[",  "]",     "\"",   ":",          ",",
-                              "null",    "true",     "-1", "1e999", "-0",   "2147483648", "99999999999999999999",
-                              "\\u0000", "\xff\xfe", ";",  "\n",    "\r\n", "=",          "@Variant(",
-                              "../../",  "%n",       "<",  "1;2;3"};
+const char *const tokens[] = {"{",       "}",        "[",    "]",     "\"",   ":",          ",",
+                              "null",    "true",     "-1",   "1e999", "-0",   "2147483648", "99999999999999999999",
+                              "\\u0000", "\xff\xfe", ";",    "\n",    "\r\n", "=",          "../../",
+                              "%n",      "<",        "1;2;3"};
 
 QByteArray mutated(QByteArray bytes, Engine *engine)
 {

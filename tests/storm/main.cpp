@@ -144,7 +144,7 @@ int main(int argc, char **argv)
         qputenv("QT_SCALE_FACTOR", "1");
     }
     const QTemporaryDir home;
-    for (const char *const name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
+    for (const char *const name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"}) {
         qputenv(name, home.path().toLocal8Bit());
     }
     QApplication application(argc, argv);
