@@ -260,6 +260,29 @@
     </message>
 </context>
 <context>
+    <name>JsonFile</name>
+    <message>
+        <source>%1:%2: expected JSON: %3</source>
+        <translation>%1:%2: JSON erwartet: %3</translation>
+    </message>
+    <message>
+        <source>%1: expected an object in braces</source>
+        <translation>%1: ein Objekt in geschweiften Klammern erwartet</translation>
+    </message>
+    <message>
+        <source>%1: expected a file</source>
+        <translation>%1: eine Datei erwartet</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1: nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected up to %2 KiB</source>
+        <translation>%1: höchstens %2 KiB erwartet</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>Container Workbench</source>
@@ -318,32 +341,12 @@
         <translation>Das Fenster des Containers schließen; seine Kurven und Quellen bleiben erhalten</translation>
     </message>
     <message>
-        <source>Modules</source>
-        <translation>Module</translation>
-    </message>
-    <message>
-        <source>Messages</source>
-        <translation>Meldungen</translation>
-    </message>
-    <message>
-        <source>Recording</source>
-        <translation>Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>Exchanges</source>
-        <translation>Abfragen</translation>
-    </message>
-    <message>
         <source>Open %1, or bring its window to the front</source>
         <translation>%1 öffnen oder das Fenster nach vorn holen</translation>
     </message>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
-    </message>
-    <message>
-        <source>%1 of %2 modules plugged in</source>
-        <translation>%1 von %2 Modulen eingesteckt</translation>
     </message>
     <message>
         <source>New %1</source>
@@ -356,14 +359,6 @@
     <message>
         <source>%1 answers again, after %2 s</source>
         <translation>%1 antwortet wieder, nach %2 s</translation>
-    </message>
-    <message>
-        <source>%1 answers/s</source>
-        <translation>%1 Antworten/s</translation>
-    </message>
-    <message>
-        <source>, not answering: %1</source>
-        <translation>, antwortet nicht: %1</translation>
     </message>
 </context>
 <context>
@@ -453,6 +448,13 @@
     </message>
 </context>
 <context>
+    <name>ModuleFactory</name>
+    <message>
+        <source>%1: there is no kind of module called &quot;%2&quot;</source>
+        <translation>%1: Es gibt keine Art von Modul namens „%2“</translation>
+    </message>
+</context>
+<context>
     <name>ModuleKind</name>
     <message>
         <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
@@ -465,13 +467,6 @@
     <message>
         <source>Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters).</source>
         <translation>Nur Register: analoge und digitale Eingänge, gespeist von Testsignalen (Kreis, Spirale, Rauschen, Zähler).</translation>
-    </message>
-</context>
-<context>
-    <name>ModuleFactory</name>
-    <message>
-        <source>%1: there is no kind of module called &quot;%2&quot;</source>
-        <translation>%1: Es gibt keine Art von Modul namens „%2“</translation>
     </message>
 </context>
 <context>
@@ -501,45 +496,6 @@
     <message>
         <source>Whether containers find this module</source>
         <translation>Ob Container dieses Modul finden</translation>
-    </message>
-</context>
-<context>
-    <name>SimulatedModuleRow</name>
-    <message>
-        <source>Moving</source>
-        <translation>Fährt</translation>
-    </message>
-    <message>
-        <source>Off: the axes brake and stay where they are</source>
-        <translation>Aus: Die Achsen bremsen und bleiben stehen</translation>
-    </message>
-    <message>
-        <source>Silent</source>
-        <translation>Stumm</translation>
-    </message>
-    <message>
-        <source>A silent module gets requests and answers none</source>
-        <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
-    </message>
-    <message>
-        <source>%1: time of an answer</source>
-        <translation>%1: Zeit einer Antwort</translation>
-    </message>
-    <message>
-        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
-        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
-    </message>
-    <message>
-        <source>Answers at once</source>
-        <translation>Antwortet sofort</translation>
-    </message>
-    <message>
-        <source>Slow: %1 ms</source>
-        <translation>Langsam: %1 ms</translation>
-    </message>
-    <message>
-        <source>Too late: %1 ms</source>
-        <translation>Zu spät: %1 ms</translation>
     </message>
 </context>
 <context>
@@ -661,6 +617,25 @@ Optionen:
     <message>
         <source>Show the version and end.</source>
         <translation>Die Version zeigen und enden.</translation>
+    </message>
+</context>
+<context>
+    <name>PanelDocks</name>
+    <message>
+        <source>Modules</source>
+        <translation>Module</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Exchanges</source>
+        <translation>Abfragen</translation>
     </message>
 </context>
 <context>
@@ -885,6 +860,107 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RegisterMapCheck</name>
+    <message>
+        <source>an address that no other value has, but &quot;%1&quot; has it</source>
+        <translation>eine Adresse, die kein anderer Wert hat, aber „%1“ hat sie</translation>
+    </message>
+    <message>
+        <source>an address beside that of &quot;%1&quot;, which it overlaps</source>
+        <translation>eine Adresse neben der von „%1“, mit der er sich überschneidet</translation>
+    </message>
+    <message>
+        <source>a name that no other value beside it has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein anderer Wert daneben hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>a name that no value of the module has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein Wert des Moduls hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>at most %1 values and fields on an axis or in a group</source>
+        <translation>höchstens %1 Werte und Felder an einer Achse oder in einer Gruppe</translation>
+    </message>
+    <message>
+        <source>axes from 0 on without a gap, but axis %1 has no value</source>
+        <translation>Achsen ab 0 ohne Lücke, aber Achse %1 hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>&quot;register&quot;, because a device without an axis shows registers only</source>
+        <translation>&quot;register&quot;, weil ein Gerät ohne Achse nur Register zeigt</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapReader</name>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>no such field, because an entry of this table is one bit</source>
+        <translation>kein solches Feld, weil ein Eintrag dieser Tabelle ein Bit ist</translation>
+    </message>
+    <message>
+        <source>a number other than 0</source>
+        <translation>eine Zahl, aber nicht 0</translation>
+    </message>
+    <message>
+        <source>the step in which a float32 is shown, for example 0.001</source>
+        <translation>die Stufe, in der ein float32 gezeigt wird, zum Beispiel 0.001</translation>
+    </message>
+    <message>
+        <source>a number above 0</source>
+        <translation>eine Zahl über 0</translation>
+    </message>
+    <message>
+        <source>no bit fields, because the number is scaled, moved or a float32</source>
+        <translation>keine Bitfelder, weil die Zahl skaliert, verschoben oder ein float32 ist</translation>
+    </message>
+    <message>
+        <source>the lowest bit of the field, 0 to %1</source>
+        <translation>das niedrigste Bit des Felds, 0 bis %1</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2, or a text with one, such as &quot;0x%3&quot;</source>
+        <translation>eine ganze Zahl von %1 bis %2, oder ein Text mit einer, wie &quot;0x%3&quot;</translation>
+    </message>
+    <message>
+        <source>no such field, because the value belongs to an axis</source>
+        <translation>kein solches Feld, weil der Wert zu einer Achse gehört</translation>
+    </message>
+    <message>
+        <source>up to %1 characters in one line, without blanks around them</source>
+        <translation>bis zu %1 Zeichen in einer Zeile, ohne Leerzeichen darum</translation>
+    </message>
+    <message>
+        <source>up to %1 characters</source>
+        <translation>bis zu %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>at least one value</source>
+        <translation>mindestens ein Wert</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapRows</name>
+    <message>
+        <source>Coil</source>
+        <translation>Coil</translation>
+    </message>
+    <message>
+        <source>Discrete input</source>
+        <translation>Diskreter Eingang</translation>
+    </message>
+    <message>
+        <source>Input register</source>
+        <translation>Eingangsregister</translation>
+    </message>
+    <message>
+        <source>Holding register</source>
+        <translation>Halteregister</translation>
+    </message>
+</context>
+<context>
     <name>RunPlan</name>
     <message>
         <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
@@ -1057,6 +1133,60 @@ Optionen:
     <message>
         <source>container: &quot;%1&quot; opens and shows something</source>
         <translation>Container: „%1“ öffnet sich und zeigt etwas</translation>
+    </message>
+</context>
+<context>
+    <name>SimulatedModuleRow</name>
+    <message>
+        <source>Moving</source>
+        <translation>Fährt</translation>
+    </message>
+    <message>
+        <source>Off: the axes brake and stay where they are</source>
+        <translation>Aus: Die Achsen bremsen und bleiben stehen</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>A silent module gets requests and answers none</source>
+        <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
+    </message>
+    <message>
+        <source>%1: time of an answer</source>
+        <translation>%1: Zeit einer Antwort</translation>
+    </message>
+    <message>
+        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
+        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
+    </message>
+    <message>
+        <source>Answers at once</source>
+        <translation>Antwortet sofort</translation>
+    </message>
+    <message>
+        <source>Slow: %1 ms</source>
+        <translation>Langsam: %1 ms</translation>
+    </message>
+    <message>
+        <source>Too late: %1 ms</source>
+        <translation>Zu spät: %1 ms</translation>
+    </message>
+</context>
+<context>
+    <name>StatusSummary</name>
+    <message>
+        <source>%1 answers/s</source>
+        <translation>%1 Antworten/s</translation>
+    </message>
+    <message>
+        <source>, not answering: %1</source>
+        <translation>, antwortet nicht: %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 modules plugged in</source>
+        <translation>%1 von %2 Modulen eingesteckt</translation>
     </message>
 </context>
 <context>

@@ -3,12 +3,10 @@
 #include "logging/Recordings.h"
 #include "modules/AnswerWatch.h"
 #include "window/ContainerWindow.h"
-#include "window/ExchangePanel.h"
 #include "window/HintBar.h"
-#include "window/MessagePanel.h"
-#include "window/ModulePanel.h"
-#include "window/RecordingPanel.h"
+#include "window/PanelDocks.h"
 #include "window/ScreenFit.h"
+#include "window/StatusSummary.h"
 #include "window/Workbench.h"
 #include "window/WorkspaceWindow.h"
 
@@ -19,9 +17,6 @@
 #include <QApplication>
 #include <QChildEvent>
 #include <QCloseEvent>
-#include <QDockWidget>
-#include <QLabel>
-#include <QLocale>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -35,17 +30,12 @@ namespace
 
 constexpr int minimumWidthPixels = 640;
 constexpr int minimumHeightPixels = 420;
-constexpr int bottomHeight = 130;      // widget pixels
-constexpr int minimumStateWidth = 160; // widget pixels
-constexpr int maximumKeyWidth = 20;    // average characters
-constexpr int statusMargin = 6;        // widget pixels
-constexpr int messageTimeMs = 8000;
 constexpr int maximumShortcuts = 9; // Alt+1 to Alt+9
 
-ScreenFit screenFit()
+QSize availableSize()
 {
     const QScreen *const screen = QGuiApplication::primaryScreen();
-    return ScreenFit(screen == nullptr ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : screen->availableSize());
+    return screen == nullptr ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : screen->availableSize();
 }
 
 } // namespace
@@ -59,7 +49,6 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
 {
     setWindowTitle(tr("Container Workbench"));
     setMinimumSize(minimumWidthPixels, minimumHeightPixels);
-    resize(screenFit().size);
 
     m_workspace->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_workspace->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -72,8 +61,13 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     setCentralWidget(centre);
 
     makeMenus();
-    makeDocks();
-    makeStatusBar();
+    auto *const panels = new PanelDocks(this, workbench, m_answers, m_recordings);
+    m_viewMenu->addActions(panels->actions());
+    const QSize available = availableSize();
+    panels->fit(available);
+    resize(ScreenFit(available).size);
+    new StatusSummary(statusBar(), workbench, m_answers, m_recordings, this);
+    watchAnswers();
 }
 
 MainWindow::~MainWindow()
@@ -205,77 +199,6 @@ void MainWindow::makeNewContainerActions(QMenu *menu)
     }
 }
 
-void MainWindow::makeDocks()
-{
-    QDockWidget *const modules = addDock(Qt::RightDockWidgetArea, tr("Modules"), "moduleDock",
-                                         new ModulePanel(&m_workbench->modules(), m_answers), "Ctrl+M");
-    resizeDocks({modules}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
-
-    auto *const exchangePanel = new ExchangePanel(&m_workbench->modules(), m_answers);
-    QDockWidget *const messages = addDock(Qt::BottomDockWidgetArea, tr("Messages"), "messageDock",
-                                          new MessagePanel(&m_workbench->messages()), "Ctrl+G");
-    m_recordingDock =
-        addDock(Qt::BottomDockWidgetArea, tr("Recording"), "recordingDock", new RecordingPanel(m_recordings), "Ctrl+R");
-    QDockWidget *const exchanges =
-        addDock(Qt::BottomDockWidgetArea, tr("Exchanges"), "exchangeDock", exchangePanel, "Ctrl+E");
-    tabifyDockWidget(messages, m_recordingDock);
-    tabifyDockWidget(m_recordingDock, exchanges);
-    messages->raise();
-    resizeDocks({messages}, {bottomHeight}, Qt::Vertical);
-    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    const ScreenFit fit = screenFit();
-    modules->setVisible(fit.showsModules);
-    for (QDockWidget *const dock : {messages, m_recordingDock, exchanges}) {
-        dock->setVisible(fit.showsMessages); // the status bar shows the essentials
-    }
-}
-
-QDockWidget *MainWindow::addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
-                                 const char *shortcut)
-{
-    auto *const dock = new QDockWidget(title);
-    dock->setObjectName(QLatin1String(name));
-    dock->setWidget(panel);
-    addDockWidget(area, dock);
-    QAction *const toggleAction = dock->toggleViewAction();
-    toggleAction->setShortcut(QKeySequence(QLatin1String(shortcut)));
-    m_viewMenu->addAction(toggleAction);
-    return dock;
-}
-
-void MainWindow::makeStatusBar()
-{
-    m_recordingState = new QLabel;
-    m_answerRate = new QLabel;
-    m_moduleCount = new QLabel;
-    for (QLabel *const label : {m_recordingState, m_answerRate, m_moduleCount}) {
-        label->setContentsMargins(statusMargin, 0, statusMargin, 0);
-        statusBar()->addPermanentWidget(label);
-    }
-
-    connect(m_recordings, &Recordings::changed, this, &MainWindow::showRecordings);
-    connect(m_recordings, &Recordings::failed, this, [this] {
-        m_recordingDock->show();
-        m_recordingDock->raise();
-    });
-    watchAnswers();
-    const ModuleRack *const modules = &m_workbench->modules();
-    connect(modules, &ModuleRack::changed, this, &MainWindow::showModuleCount);
-    connect(modules, &ModuleRack::removed, this, &MainWindow::showModuleCount);
-    connect(modules, &ModuleRack::failed, this,
-            [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
-    // What a container reports through the logger only, such as where its screenshot went, is shown for a while.
-    connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
-        for (const LogMessage &message : messages) {
-            if (message.type != QtDebugMsg) {
-                statusBar()->showMessage(message.text.simplified(), messageTimeMs);
-            }
-        }
-    });
-    showRecordings();
-    showModuleCount();
-}
-
 void MainWindow::offerContainer(ContainerInterface *container)
 {
     const int number = m_workbench->containers().size();
@@ -327,19 +250,8 @@ void MainWindow::closeContainers()
     }
 }
 
-void MainWindow::showModuleCount()
-{
-    const ModuleRack &modules = m_workbench->modules();
-    int pluggedIn = 0;
-    for (int index = 0; index < modules.count(); ++index) {
-        pluggedIn += modules.isPluggedIn(index) ? 1 : 0;
-    }
-    m_moduleCount->setText(tr("%1 of %2 modules plugged in").arg(pluggedIn).arg(modules.count()));
-}
-
 void MainWindow::watchAnswers()
 {
-    connect(m_answers, &AnswerWatch::polled, this, &MainWindow::showAnswers);
     connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
         const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));
@@ -348,35 +260,8 @@ void MainWindow::watchAnswers()
         const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtInfoMsg, tr("%1 answers again, after %2 s").arg(key).arg(seconds));
     });
-    showAnswers();
-}
-
-void MainWindow::showAnswers()
-{
-    const QStringList silent = m_answers->silentModules();
-    QFont font = statusBar()->font();
-    font.setBold(!silent.isEmpty());
-    m_answerRate->setFont(font);
-    // Short, whatever the modules are called and however many are silent: the rest of the bar is for messages.
-    QString text = tr("%1 answers/s").arg(QLocale().toString(m_answers->answersPerSecond(), 'f', 0));
-    if (!silent.isEmpty()) {
-        const QFontMetrics metrics(font);
-        const QString key =
-            metrics.elidedText(silent.constFirst(), Qt::ElideMiddle, maximumKeyWidth * metrics.averageCharWidth());
-        text += tr(", not answering: %1").arg(silent.size() == 1 ? key : QString::number(silent.size()));
-    }
-    m_answerRate->setText(text);
-    m_answerRate->setToolTip(silent.join(QLatin1Char('\n')));
-    m_recordings->setSilentModules(silent);
-}
-
-void MainWindow::showRecordings()
-{
-    const QString summary = m_recordings->summary();
-    QFont font = statusBar()->font();
-    font.setBold(m_recordings->hasTrouble());
-    m_recordingState->setFont(font);
-    const int widthPixels = qMax(minimumStateWidth, width() / 3);
-    m_recordingState->setText(m_recordingState->fontMetrics().elidedText(summary, Qt::ElideMiddle, widthPixels));
-    m_recordingState->setToolTip(summary);
+    connect(&m_workbench->modules(), &ModuleRack::failed, this,
+            [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
+    connect(m_answers, &AnswerWatch::polled, this,
+            [this] { m_recordings->setSilentModules(m_answers->silentModules()); });
 }

@@ -7,8 +7,6 @@
 class AnswerWatch;
 class ContainerInterface;
 class ContainerWindow;
-class QDockWidget;
-class QLabel;
 class QMdiArea;
 class QMenu;
 class QToolBar;
@@ -55,19 +53,12 @@ protected:
 private:
     void makeMenus();
     void makeNewContainerActions(QMenu *menu);
-    void makeDocks();
-    QDockWidget *addDock(Qt::DockWidgetArea area, const QString &title, const char *name, QWidget *panel,
-                         const char *shortcut);
-    void makeStatusBar();
     void offerContainer(ContainerInterface *container);
     /// The container's own title, numbered from the second container of its kind on.
     QString titleOf(ContainerInterface *container) const;
     void bringToFront(ContainerInterface *container, ContainerWindow *window);
     void closeContainers();
-    void showModuleCount();
-    void showRecordings();
     void watchAnswers();
-    void showAnswers();
 
     Workbench *const m_workbench; // not owned
     QMdiArea *const m_workspace;
@@ -76,9 +67,5 @@ private:
     QMenu *m_viewMenu = nullptr;
     AnswerWatch *const m_answers;
     Recordings *const m_recordings;
-    QDockWidget *m_recordingDock = nullptr;
-    QLabel *m_recordingState = nullptr;
-    QLabel *m_answerRate = nullptr;
-    QLabel *m_moduleCount = nullptr;
     QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
 };
