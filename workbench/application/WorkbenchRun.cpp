@@ -2,6 +2,7 @@
 
 #include "PlotterWindow.h"
 #include "application/EndSignals.h"
+#include "application/Language.h"
 #include "application/RecordingDriver.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
@@ -10,6 +11,7 @@
 #include "setup/SceneRunner.h"
 #include "window/FileMenu.h"
 #include "window/SceneExchange.h"
+#include "window/WindowState.h"
 
 #include "host/AppSettings.h"
 #include "host/ContainerInterface.h"
@@ -71,6 +73,9 @@ int WorkbenchRun::exec()
         return exitFailure;
     }
     m_container = m_workbench.containers().constFirst();
+    if (m_plan.keepsState) {
+        new WindowState(m_window.get());
+    }
     m_window->show();
     const QString problem = setUp();
     if (!problem.isEmpty()) {
@@ -185,6 +190,7 @@ int WorkbenchRun::serve()
             QCoreApplication::quit(); // also when a dialog or a window of a container's own is still open
         });
     }
+    m_window->offerAppearance(Language::codes());
     m_window->fileMenu()->beginSession();
     if (!m_plan.openFile.isEmpty()) {
         // From the event loop, for it may have to ask or to report.

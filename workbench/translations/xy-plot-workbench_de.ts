@@ -13,10 +13,219 @@
     </message>
 </context>
 <context>
+    <name>AppearanceMenu</name>
+    <message>
+        <source>&amp;Palette</source>
+        <translation>&amp;Farben</translation>
+    </message>
+    <message>
+        <source>Choose the colours of the windows</source>
+        <translation>Die Farben der Fenster wählen</translation>
+    </message>
+    <message>
+        <source>&amp;System</source>
+        <translation>&amp;System</translation>
+    </message>
+    <message>
+        <source>Style and colours of the desktop</source>
+        <translation>Stil und Farben der Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Hell</translation>
+    </message>
+    <message>
+        <source>Dark on light</source>
+        <translation>Dunkel auf Hell</translation>
+    </message>
+    <message>
+        <source>&amp;Dark</source>
+        <translation>&amp;Dunkel</translation>
+    </message>
+    <message>
+        <source>Light on dark</source>
+        <translation>Hell auf Dunkel</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;Sprache</translation>
+    </message>
+    <message>
+        <source>Choose the language of the program from the next start on</source>
+        <translation>Die Sprache des Programms ab dem nächsten Start wählen</translation>
+    </message>
+    <message>
+        <source>The language changes at the next start.</source>
+        <translation>Die Sprache ändert sich beim nächsten Start.</translation>
+    </message>
+    <message>
+        <source>As the &amp;System</source>
+        <translation>Wie das &amp;System</translation>
+    </message>
+    <message>
+        <source>The system&apos;s language, from the next start on</source>
+        <translation>Die Sprache des Systems, ab dem nächsten Start</translation>
+    </message>
+    <message>
+        <source>%1, from the next start on</source>
+        <translation>%1, ab dem nächsten Start</translation>
+    </message>
+</context>
+<context>
     <name>ChoiceReader</name>
     <message>
         <source>curve %1, %2: its page shows the module &quot;%3&quot;, but all curves share one module per side, which is &quot;%4&quot;</source>
         <translation>Kurve %1, %2: ihre Seite zeigt das Modul „%3“, aber alle Kurven teilen sich je Seite ein Modul, und das ist „%4“</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionSettings</name>
+    <message>
+        <source>The host is missing.</source>
+        <translation>Der Rechnername fehlt.</translation>
+    </message>
+    <message>
+        <source>The port has to be 1 to 65535.</source>
+        <translation>Der Port muss 1 bis 65535 sein.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 0 to %1, or %2.</source>
+        <translation>Die Einheit muss 0 bis %1 oder %2 sein.</translation>
+    </message>
+    <message>
+        <source>The serial port is missing.</source>
+        <translation>Die serielle Schnittstelle fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 baud is none of the usual rates.</source>
+        <translation>%1 Baud ist keine der üblichen Raten.</translation>
+    </message>
+    <message>
+        <source>There are 1 or 2 stop bits.</source>
+        <translation>Es gibt 1 oder 2 Stoppbits.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 1 to %1.</source>
+        <translation>Die Einheit muss 1 bis %1 sein.</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionTrouble</name>
+    <message>
+        <source>Connecting…</source>
+        <translation>Verbindung wird aufgebaut …</translation>
+    </message>
+    <message>
+        <source>The name of the host has no address: %1</source>
+        <translation>Der Rechnername hat keine Adresse: %1</translation>
+    </message>
+    <message>
+        <source>The host refuses the connection: no server listens at this port.</source>
+        <translation>Der Rechner lehnt die Verbindung ab: An diesem Port wartet kein Server.</translation>
+    </message>
+    <message>
+        <source>There is no route to the host.</source>
+        <translation>Es gibt keinen Weg zum Rechner.</translation>
+    </message>
+    <message>
+        <source>The host does not react.</source>
+        <translation>Der Rechner reagiert nicht.</translation>
+    </message>
+    <message>
+        <source>There is no such serial port. Is it plugged in?</source>
+        <translation>Diese serielle Schnittstelle gibt es nicht. Ist sie eingesteckt?</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port: members of the group &quot;%1&quot; have it.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle: Mitglieder der Gruppe „%1“ haben sie.</translation>
+    </message>
+    <message>
+        <source>The serial port is in use, by another program or with other settings.</source>
+        <translation>Die serielle Schnittstelle ist belegt, von einem anderen Programm oder mit anderen Einstellungen.</translation>
+    </message>
+    <message>
+        <source>This file is no serial port.</source>
+        <translation>Diese Datei ist keine serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>The connection failed: %1</source>
+        <translation>Die Verbindung ist gescheitert: %1</translation>
+    </message>
+    <message>
+        <source>The connection was closed.</source>
+        <translation>Die Verbindung wurde geschlossen.</translation>
+    </message>
+    <message>
+        <source>No answer. Are unit, cable and rate right?</source>
+        <translation>Keine Antwort. Stimmen Einheit, Kabel und Rate?</translation>
+    </message>
+    <message>
+        <source>Another unit answered instead.</source>
+        <translation>Stattdessen hat eine andere Einheit geantwortet.</translation>
+    </message>
+    <message>
+        <source>Unit %1 answered instead.</source>
+        <translation>Stattdessen hat Einheit %1 geantwortet.</translation>
+    </message>
+    <message>
+        <source>The answers belong to other requests.</source>
+        <translation>Die Antworten gehören zu anderen Anfragen.</translation>
+    </message>
+    <message>
+        <source>The answers do not have the length that was asked for.</source>
+        <translation>Die Antworten haben nicht die verlangte Länge.</translation>
+    </message>
+    <message>
+        <source>Garbage on the line. Do rate, parity and stop bits match?</source>
+        <translation>Unlesbares auf der Leitung. Stimmen Rate, Parität und Stoppbits überein?</translation>
+    </message>
+    <message>
+        <source>The device answers with exception %1: %2.</source>
+        <translation>Das Gerät antwortet mit Ausnahme %1: %2.</translation>
+    </message>
+    <message>
+        <source>illegal function</source>
+        <translation>unzulässige Funktion</translation>
+    </message>
+    <message>
+        <source>illegal data address</source>
+        <translation>unzulässige Datenadresse</translation>
+    </message>
+    <message>
+        <source>illegal data value</source>
+        <translation>unzulässiger Datenwert</translation>
+    </message>
+    <message>
+        <source>device failure</source>
+        <translation>Gerätefehler</translation>
+    </message>
+    <message>
+        <source>acknowledge, it takes longer</source>
+        <translation>angenommen, es dauert länger</translation>
+    </message>
+    <message>
+        <source>device busy</source>
+        <translation>Gerät beschäftigt</translation>
+    </message>
+    <message>
+        <source>negative acknowledge</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>memory parity error</source>
+        <translation>Paritätsfehler im Speicher</translation>
+    </message>
+    <message>
+        <source>gateway path unavailable</source>
+        <translation>Weg über das Gateway nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>the gateway&apos;s target does not answer</source>
+        <translation>das Ziel hinter dem Gateway antwortet nicht</translation>
     </message>
 </context>
 <context>
@@ -300,6 +509,29 @@
     <message>
         <source>Close this hint for good</source>
         <translation>Diesen Hinweis dauerhaft schließen</translation>
+    </message>
+</context>
+<context>
+    <name>JsonFile</name>
+    <message>
+        <source>%1:%2: expected JSON: %3</source>
+        <translation>%1:%2: JSON erwartet: %3</translation>
+    </message>
+    <message>
+        <source>%1: expected an object in braces</source>
+        <translation>%1: ein Objekt in geschweiften Klammern erwartet</translation>
+    </message>
+    <message>
+        <source>%1: expected a file</source>
+        <translation>%1: eine Datei erwartet</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1: nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected up to %2 KiB</source>
+        <translation>%1: höchstens %2 KiB erwartet</translation>
     </message>
 </context>
 <context>
@@ -858,6 +1090,107 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RegisterMapCheck</name>
+    <message>
+        <source>an address that no other value has, but &quot;%1&quot; has it</source>
+        <translation>eine Adresse, die kein anderer Wert hat, aber „%1“ hat sie</translation>
+    </message>
+    <message>
+        <source>an address beside that of &quot;%1&quot;, which it overlaps</source>
+        <translation>eine Adresse neben der von „%1“, mit der er sich überschneidet</translation>
+    </message>
+    <message>
+        <source>a name that no other value beside it has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein anderer Wert daneben hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>a name that no value of the module has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein Wert des Moduls hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>at most %1 values and fields on an axis or in a group</source>
+        <translation>höchstens %1 Werte und Felder an einer Achse oder in einer Gruppe</translation>
+    </message>
+    <message>
+        <source>axes from 0 on without a gap, but axis %1 has no value</source>
+        <translation>Achsen ab 0 ohne Lücke, aber Achse %1 hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>&quot;register&quot;, because a device without an axis shows registers only</source>
+        <translation>&quot;register&quot;, weil ein Gerät ohne Achse nur Register zeigt</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapReader</name>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>no such field, because an entry of this table is one bit</source>
+        <translation>kein solches Feld, weil ein Eintrag dieser Tabelle ein Bit ist</translation>
+    </message>
+    <message>
+        <source>a number other than 0</source>
+        <translation>eine Zahl, aber nicht 0</translation>
+    </message>
+    <message>
+        <source>the step in which a float32 is shown, for example 0.001</source>
+        <translation>die Stufe, in der ein float32 gezeigt wird, zum Beispiel 0.001</translation>
+    </message>
+    <message>
+        <source>a number above 0</source>
+        <translation>eine Zahl über 0</translation>
+    </message>
+    <message>
+        <source>no bit fields, because the number is scaled, moved or a float32</source>
+        <translation>keine Bitfelder, weil die Zahl skaliert, verschoben oder ein float32 ist</translation>
+    </message>
+    <message>
+        <source>the lowest bit of the field, 0 to %1</source>
+        <translation>das niedrigste Bit des Felds, 0 bis %1</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2, or a text with one, such as &quot;0x%3&quot;</source>
+        <translation>eine ganze Zahl von %1 bis %2, oder ein Text mit einer, wie &quot;0x%3&quot;</translation>
+    </message>
+    <message>
+        <source>no such field, because the value belongs to an axis</source>
+        <translation>kein solches Feld, weil der Wert zu einer Achse gehört</translation>
+    </message>
+    <message>
+        <source>up to %1 characters in one line, without blanks around them</source>
+        <translation>bis zu %1 Zeichen in einer Zeile, ohne Leerzeichen darum</translation>
+    </message>
+    <message>
+        <source>up to %1 characters</source>
+        <translation>bis zu %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>at least one value</source>
+        <translation>mindestens ein Wert</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapRows</name>
+    <message>
+        <source>Coil</source>
+        <translation>Coil</translation>
+    </message>
+    <message>
+        <source>Discrete input</source>
+        <translation>Diskreter Eingang</translation>
+    </message>
+    <message>
+        <source>Input register</source>
+        <translation>Eingangsregister</translation>
+    </message>
+    <message>
+        <source>Holding register</source>
+        <translation>Halteregister</translation>
+    </message>
+</context>
+<context>
     <name>RunPlan</name>
     <message>
         <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
@@ -921,14 +1254,6 @@ Optionen:
         <translation>ein Schlüssel, den kein anderes Modul hat</translation>
     </message>
     <message>
-        <source>%1:%2: expected JSON: %3</source>
-        <translation>%1:%2: erwartet wird JSON: %3</translation>
-    </message>
-    <message>
-        <source>%1: expected an object in braces</source>
-        <translation>%1: erwartet wird ein Objekt in geschweiften Klammern</translation>
-    </message>
-    <message>
         <source>at most %1 modules</source>
         <translation>höchstens %1 Module</translation>
     </message>
@@ -947,18 +1272,6 @@ Optionen:
     <message>
         <source>a text in base64, as the workbench has written it</source>
         <translation>ein Text in Base64, wie ihn die Werkbank geschrieben hat</translation>
-    </message>
-    <message>
-        <source>%1: expected at most %2 bytes</source>
-        <translation>%1: erwartet werden höchstens %2 Bytes</translation>
-    </message>
-    <message>
-        <source>%1: cannot read the set-up: it is no ordinary file</source>
-        <translation>%1: der Aufbau lässt sich nicht lesen: es ist keine gewöhnliche Datei</translation>
-    </message>
-    <message>
-        <source>%1: cannot read the set-up: %2</source>
-        <translation>%1: der Aufbau lässt sich nicht lesen: %2</translation>
     </message>
 </context>
 <context>
