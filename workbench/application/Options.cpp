@@ -33,7 +33,8 @@ QList<QCommandLineOption> allOptions()
             "NAME|FILE"),
         option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
                "N"),
-        option("picture", Text::tr("Where to save that picture, a PNG; default ./xy-plot.png."), "FILE"),
+        option("picture", Text::tr("Where to save that picture, a PNG of the whole container; default ./xy-plot.png."),
+               "FILE"),
         option("log",
                Text::tr("Record the run to a CSV file, by the window's own box and dialog; an existing file is "
                         "overwritten. A picture is then saved only with --picture."),
@@ -70,6 +71,16 @@ QString textOf(const QCommandLineParser &parser, const char *name, QString &erro
         error = Text::tr("--%1: expected a value, found none").arg(option);
     }
     return text;
+}
+
+/// A file name is taken as it is, but none that promises another kind of picture.
+void checkPicture(const QString &path, QString &error)
+{
+    static const QRegularExpression otherKind(QStringLiteral("\\.(jpe?g|bmp|gif|tiff?|webp|svg|pdf)$"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    if (error.isEmpty() && otherKind.match(path).hasMatch()) {
+        error = Text::tr("--picture: expected the name of a PNG file, found \"%1\"").arg(path);
+    }
 }
 
 void readSeconds(const QString &text, Options &options, QString &error)
@@ -163,6 +174,7 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
     options.scene = textOf(parser, "scene", result.error);
     options.picture = textOf(parser, "picture", result.error);
+    checkPicture(options.picture, result.error);
     textOf(parser, "plugin", result.error);
     options.plugins = parser.values(QStringLiteral("plugin"));
     options.settings = textOf(parser, "settings", result.error);

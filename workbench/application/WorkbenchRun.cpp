@@ -100,6 +100,7 @@ bool WorkbenchRun::loadPlugins()
 {
     int required = m_plan.requiredPlugins;
     for (const QString &file : m_plan.plugins) {
+        Language::useForPlugin(file);
         const QString problem = m_workbench.loadPlugin(file);
         if (m_selfTest != nullptr) {
             m_selfTest->check(problem.isEmpty(), Text::tr("plugin: %1").arg(problem.isEmpty() ? file : problem));

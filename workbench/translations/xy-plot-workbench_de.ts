@@ -227,6 +227,14 @@
         <source>the gateway&apos;s target does not answer</source>
         <translation>das Ziel hinter dem Gateway antwortet nicht</translation>
     </message>
+    <message>
+        <source>What the host sends is no Modbus.</source>
+        <translation>Was der Rechner sendet, ist kein Modbus.</translation>
+    </message>
+    <message>
+        <source>No answer. Is the unit right?</source>
+        <translation>Keine Antwort. Stimmt die Einheit?</translation>
+    </message>
 </context>
 <context>
     <name>ContainerFields</name>
@@ -500,7 +508,7 @@
     <name>HintBar</name>
     <message>
         <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
-        <translation>Wählen Sie unter „Device X“ und unter „Device Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
+        <translation>Wählen Sie unter „Gerät X“ und unter „Gerät Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
     </message>
     <message>
         <source>&amp;Got it</source>
@@ -743,10 +751,6 @@ Ein zweites beendet ihn sofort.
         <translation>Die Szene (Vorgabe: circle) so lange laufen lassen, ein Bild speichern und enden; Vorgabe 5.</translation>
     </message>
     <message>
-        <source>Where to save that picture, a PNG; default ./xy-plot.png.</source>
-        <translation>Wohin dieses Bild gespeichert wird, ein PNG; Vorgabe ./xy-plot.png.</translation>
-    </message>
-    <message>
         <source>Record the run to a CSV file, by the window&apos;s own box and dialog; an existing file is overwritten. A picture is then saved only with --picture.</source>
         <translation>Den Lauf in eine CSV-Datei aufzeichnen, über Kästchen und Dialog des Fensters; eine vorhandene Datei wird überschrieben. Ein Bild wird dann nur mit --picture gespeichert.</translation>
     </message>
@@ -848,6 +852,14 @@ Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild ihres Fensters wird ge
 Optionen:
 </translation>
     </message>
+    <message>
+        <source>Where to save that picture, a PNG of the whole container; default ./xy-plot.png.</source>
+        <translation>Wohin dieses Bild gespeichert wird, ein PNG des ganzen Containers; Vorgabe ./xy-plot.png.</translation>
+    </message>
+    <message>
+        <source>--picture: expected the name of a PNG file, found &quot;%1&quot;</source>
+        <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
+    </message>
 </context>
 <context>
     <name>PanelDocks</name>
@@ -922,6 +934,13 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RecordedModule</name>
+    <message>
+        <source>%1: the recording has been played to its end</source>
+        <translation>%1: die Aufzeichnung ist bis zum Ende abgespielt</translation>
+    </message>
+</context>
+<context>
     <name>RecordingDriver</name>
     <message>
         <source>no curve got a point to record</source>
@@ -942,6 +961,175 @@ Optionen:
     <message>
         <source>%1: the save dialog did not take this file</source>
         <translation>%1: der Speichern-Dialog hat diese Datei nicht angenommen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingFile</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>expected a file, found a folder</source>
+        <translation>erwartet wird eine Datei, das ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>expected a file, found a device or a pipe</source>
+        <translation>erwartet wird eine Datei, das ist ein Gerät oder eine Pipe</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>expected at most %1 MiB, found %2</source>
+        <translation>erwartet werden höchstens %1 MiB, es sind %2</translation>
+    </message>
+    <message>
+        <source>%1 was removed; what was opened can still be played</source>
+        <translation>%1 wurde gelöscht; was geöffnet war, kann weiter abgespielt werden</translation>
+    </message>
+    <message>
+        <source>%1 was cut off; not all of it can be played</source>
+        <translation>%1 wurde gekürzt; nicht alles kann abgespielt werden</translation>
+    </message>
+    <message>
+        <source>%1 has grown; take it out and plug it in again to play all of it</source>
+        <translation>%1 ist gewachsen; ausstecken und wieder einstecken, um alles abzuspielen</translation>
+    </message>
+    <message>
+        <source>%1 was written to since it was opened</source>
+        <translation>%1 wurde seit dem Öffnen beschrieben</translation>
+    </message>
+    <message>
+        <source>%1 has become shorter since it was opened</source>
+        <translation>%1 ist seit dem Öffnen kürzer geworden</translation>
+    </message>
+    <message>
+        <source>%1 has changed since it was opened</source>
+        <translation>%1 hat sich seit dem Öffnen geändert</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingFormat</name>
+    <message>
+        <source>a header line with the names of the columns</source>
+        <translation>eine Kopfzeile mit den Namen der Spalten</translation>
+    </message>
+    <message>
+        <source>an empty file</source>
+        <translation>eine leere Datei</translation>
+    </message>
+    <message>
+        <source>a line of more than %1 bytes</source>
+        <translation>eine Zeile mit mehr als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>&quot;Counter&quot;</source>
+        <translation>&quot;Counter&quot;</translation>
+    </message>
+    <message>
+        <source>lines with a counter and two values for each curve</source>
+        <translation>Zeilen mit einem Zähler und zwei Werten für jede Kurve</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 columns</source>
+        <translation>höchstens %1 Spalten</translation>
+    </message>
+    <message>
+        <source>The header names %1 curves and the lines hold %2: the names may be those of other curves.</source>
+        <translation>Der Kopf nennt %1 Kurven, und die Zeilen enthalten %2: die Namen können die anderer Kurven sein.</translation>
+    </message>
+    <message>
+        <source>the numbers &quot;%1&quot;</source>
+        <translation>die Zahlen &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>lines with numbers</source>
+        <translation>Zeilen mit Zahlen</translation>
+    </message>
+    <message>
+        <source>Columns that hold text and are left out: %1.</source>
+        <translation>Spalten mit Text, die weggelassen werden: %1.</translation>
+    </message>
+    <message>
+        <source>Of the columns, the first %1 are offered and %2 are left out.</source>
+        <translation>Von den Spalten werden die ersten %1 angeboten und %2 weggelassen.</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>text in UTF-8</source>
+        <translation>Text in UTF-8</translation>
+    </message>
+    <message>
+        <source>text in UTF-16</source>
+        <translation>Text in UTF-16</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>a zero byte</source>
+        <translation>ein Null-Byte</translation>
+    </message>
+    <message>
+        <source>line %1: expected %2, found %3</source>
+        <translation>Zeile %1: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>line %1, column %2: expected %3, found %4</source>
+        <translation>Zeile %1, Spalte %2: erwartet: %3, gefunden: %4</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingIndex</name>
+    <message>
+        <source>lines with numbers</source>
+        <translation>Zeilen mit Zahlen</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>a zero byte</source>
+        <translation>ein Null-Byte</translation>
+    </message>
+    <message>
+        <source>Line %1, the last one, is cut off and left out.</source>
+        <translation>Zeile %1, die letzte, ist abgeschnitten und wird weggelassen.</translation>
+    </message>
+    <message>
+        <source>Lines that are damaged and left out: %1. The first is %2.</source>
+        <translation>Beschädigte Zeilen, die weggelassen werden: %1. Die erste ist %2.</translation>
     </message>
 </context>
 <context>
@@ -1188,6 +1376,33 @@ Optionen:
     <message>
         <source>Holding register</source>
         <translation>Halteregister</translation>
+    </message>
+</context>
+<context>
+    <name>RowDecoder</name>
+    <message>
+        <source>a closing quote</source>
+        <translation>ein schließendes Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>%1 fields</source>
+        <translation>%1 Felder</translation>
+    </message>
+    <message>
+        <source>no more than %1 columns</source>
+        <translation>nicht mehr als %1 Spalten</translation>
+    </message>
+    <message>
+        <source>a counter</source>
+        <translation>ein Zähler</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>the decimal mark of the lines before (&quot;%1&quot;) and no digit grouping</source>
+        <translation>das Dezimalzeichen der Zeilen davor (&quot;%1&quot;) und keine Zifferngruppen</translation>
     </message>
 </context>
 <context>
