@@ -1700,10 +1700,6 @@ Optionen:
         <source>%1: lines with old values, because a module did not answer: %2</source>
         <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
     </message>
-    <message>
-        <source>plot: none of these plugins has one, so no scene was run</source>
-        <translation>Diagramm: keines dieser Plugins hat eines, also lief keine Szene ab</translation>
-    </message>
 </context>
 <context>
     <name>WriteObstacle</name>
