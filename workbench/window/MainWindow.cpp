@@ -2,6 +2,7 @@
 
 #include "logging/Recordings.h"
 #include "modules/AnswerWatch.h"
+#include "window/AppearanceMenu.h"
 #include "window/ContainerWindow.h"
 #include "window/FileMenu.h"
 #include "window/HintBar.h"
@@ -205,6 +206,11 @@ void MainWindow::showHint()
     if (auto *const layout = qobject_cast<QVBoxLayout *>(centralWidget()->layout())) {
         layout->insertWidget(0, new HintBar);
     }
+}
+
+void MainWindow::offerAppearance(const QStringList &languages)
+{
+    new AppearanceMenu(this, m_viewMenu, languages);
 }
 
 FileMenu *MainWindow::fileMenu() const

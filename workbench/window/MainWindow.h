@@ -57,6 +57,9 @@ public:
     /// Shows the hint for newcomers above the workspace, unless it was closed once.
     void showHint();
 
+    /// Offers colours and \a languages (codes) in the View menu.
+    void offerAppearance(const QStringList &languages);
+
     /// The menu by which set-ups are opened and saved. Owned by the window.
     FileMenu *fileMenu() const;
 
