@@ -32,19 +32,19 @@ public:
     /// Watches \a container from the first opening of its window on; to be called at each opening.
     void windowOpened(QWidget *container, const QString &title);
 
+    /// To be called when a container's window was closed.
+    void windowClosed(QWidget *container);
+
     QList<RecordingWatch *> watches() const;
     /// That of \a container; null when it was never opened.
     RecordingWatch *watch(QWidget *container) const;
-
-    /// The keys of the modules that do not answer right now, for the texts.
-    void setSilentModules(const QStringList &keys);
 
     /// Looks at all files now.
     void poll();
 
     /// One line about all recordings, for a status bar.
     QString summary() const;
-    bool hasTrouble() const; ///< a problem or a warning
+    bool hasTrouble() const; ///< a problem, a warning, or a recording that ended otherwise than by its box
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
