@@ -123,7 +123,7 @@ const QStringList international{
     QStringLiteral(
         "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
     // Words that German has, too.
-    QStringLiteral("Bank 2|Export|Intervall [0-9]+ ms|Module|Name"),
+    QStringLiteral("Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot"),
     // Not the program's: paths, times, what Qt's platform plugin for tests reports.
     QStringLiteral("/.*|.*_xyPlotter\\.csv|[0-9]+ [A-Z][a-z]+ [0-9]+ [0-9:]+|This plugin does not support .*"),
 };
