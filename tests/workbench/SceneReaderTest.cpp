@@ -80,6 +80,7 @@ private slots:
         const QStringList rows[] = {
             {"broken syntax", "\"key\": \"B\"", "\"key\": B", ":7: expected JSON"},
             {"mistyped field", "\"signed\"", "\"sigend\"", "curves[1].x.sigend"},
+            {"line break in a name", "\"signed\"", "\"sig\\nned\"", "curves[1].x.sig ned\": expected no such field"},
             {"title missing", "\"title\": \"T\",", "", "\"title\": expected a text"},
             {"seed with a fraction", ": 7", ": 7.5", "\"seed\": expected a whole number"},
             {"unknown kind", "servo-1", "servo-9", "modules[1].kind"},
