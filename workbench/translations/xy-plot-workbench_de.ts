@@ -653,10 +653,6 @@ The tool bar opens one, and so does Alt+1.</source>
 Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
     </message>
     <message>
-        <source>Close all containers and the workbench</source>
-        <translation>Alle Container und die Werkbank schließen</translation>
-    </message>
-    <message>
         <source>&amp;Tool Bar</source>
         <translation>&amp;Werkzeugleiste</translation>
     </message>
@@ -1068,7 +1064,7 @@ Optionen:
     <name>PlotMenu</name>
     <message>
         <source>&amp;Plot</source>
-        <translation>&amp;Plot</translation>
+        <translation>&amp;Diagramm</translation>
     </message>
     <message>
         <source>Curve &amp;%1</source>
