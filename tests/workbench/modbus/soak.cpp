@@ -66,6 +66,7 @@ int main(int argc, char **argv)
     const int deviceCount = argc > 2 ? std::atoi(argv[2]) : defaultDevices;
     QTextStream out(stdout);
     std::vector<std::unique_ptr<Device>> devices;
+    devices.reserve(static_cast<size_t>(deviceCount));
     for (int index = 0; index < deviceCount; ++index) {
         devices.push_back(std::make_unique<Device>(index % 3 == 2));
     }
