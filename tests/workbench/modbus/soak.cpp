@@ -33,6 +33,8 @@ struct Device
         if (isSerial) {
             line = std::make_unique<FaultyLine>();
             server = std::make_unique<ModbusServer>(line->serverPort(), baud);
+            // As a device does: an answer does not follow so closely on an older one that both are seen together.
+            server->answerTimeMs = 5;
         } else {
             server = std::make_unique<ModbusServer>();
             line = std::make_unique<FaultyLine>(server->port());
