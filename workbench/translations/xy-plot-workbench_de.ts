@@ -1826,6 +1826,10 @@ Optionen:
         <source>the container has no %1 called &quot;%2&quot;, which a set-up needs</source>
         <translation>der Container hat kein %1 namens „%2“, das ein Aufbau braucht</translation>
     </message>
+    <message>
+        <source>the module &quot;%1&quot; has no value &quot;%2&quot;; the nearest are: %3</source>
+        <translation>das Modul „%1“ hat keinen Wert „%2“; am nächsten kommen: %3</translation>
+    </message>
 </context>
 <context>
     <name>SceneWriter</name>
