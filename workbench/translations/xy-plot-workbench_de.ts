@@ -456,10 +456,6 @@
         <translation>Neu beginnen</translation>
     </message>
     <message>
-        <source>The new set-up could not be made. Nothing was changed.</source>
-        <translation>Der neue Aufbau ließ sich nicht anlegen. Nichts wurde geändert.</translation>
-    </message>
-    <message>
         <source>Open Set-Up</source>
         <translation>Aufbau öffnen</translation>
     </message>
@@ -474,10 +470,6 @@
     <message>
         <source>Open</source>
         <translation>Öffnen</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; cannot be set up. Nothing was changed.</source>
-        <translation>„%1“ lässt sich nicht aufbauen. Nichts wurde geändert.</translation>
     </message>
     <message>
         <source>Save Set-Up</source>
@@ -506,6 +498,18 @@
     <message>
         <source>and %1 more</source>
         <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>%1 in %2</source>
+        <translation>%1 in %2</translation>
+    </message>
+    <message>
+        <source>A new set-up cannot be made; what was there stays.</source>
+        <translation>Ein neuer Aufbau lässt sich nicht anlegen; was da war, bleibt.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be set up; what was there stays.</source>
+        <translation>„%1“ lässt sich nicht aufbauen; was da war, bleibt.</translation>
     </message>
 </context>
 <context>
@@ -1752,6 +1756,10 @@ Optionen:
         <source>no plugin &quot;%1&quot; is loaded, only: %2</source>
         <translation>kein Plugin „%1“ ist geladen, nur: %2</translation>
     </message>
+    <message>
+        <source>All was set up again as it was, without the points.</source>
+        <translation>Alles wurde wieder aufgebaut, wie es war, ohne die Punkte.</translation>
+    </message>
 </context>
 <context>
     <name>SceneReader</name>
@@ -1817,6 +1825,10 @@ Optionen:
     <message>
         <source>the container has no %1 called &quot;%2&quot;, which a set-up needs</source>
         <translation>der Container hat kein %1 namens „%2“, das ein Aufbau braucht</translation>
+    </message>
+    <message>
+        <source>the module &quot;%1&quot; has no value &quot;%2&quot;; the nearest are: %3</source>
+        <translation>das Modul „%1“ hat keinen Wert „%2“; am nächsten kommen: %3</translation>
     </message>
 </context>
 <context>
