@@ -130,8 +130,9 @@ const QStringList international{
     QStringLiteral(
         "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
     // Words that German has, too.
-    QStringLiteral("Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return|XY "
-                   "Plot Workbench [0-9.]+"),
+    QStringLiteral(
+        "Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return|XY "
+        "Plot Workbench [0-9.]+"),
     // Not the program's: paths, times, what Qt's platform plugin for tests reports.
     QStringLiteral("/.*|.*_xyPlotter\\.csv|[0-9]+ [A-Z][a-z]+ [0-9]+ [0-9:]+|This plugin does not support .*"),
 };
