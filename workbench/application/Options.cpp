@@ -27,6 +27,10 @@ QList<QCommandLineOption> allOptions()
     };
     return {
         option("scene", Text::tr("Set up a scene: a name from --list-scenes, or a scene file."), "NAME|FILE"),
+        option("recording",
+               Text::tr("Play a recording: a CSV file that was logged, or any other with a header line. Its curves are "
+                        "shown, or those of --scene when that is given."),
+               "FILE"),
         option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
                "N"),
         option("picture", Text::tr("Where to save that picture, a PNG; default ./xy-plot.png."), "FILE"),
@@ -156,6 +160,7 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.wantsPluginList = parser.isSet(QStringLiteral("list-plugins"));
     options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
     options.scene = textOf(parser, "scene", result.error);
+    options.recording = textOf(parser, "recording", result.error);
     options.picture = textOf(parser, "picture", result.error);
     textOf(parser, "plugin", result.error);
     options.plugins = parser.values(QStringLiteral("plugin"));

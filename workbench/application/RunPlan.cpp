@@ -2,6 +2,8 @@
 
 #include "application/PluginFolders.h"
 #include "logging/WriteObstacle.h"
+#include "modules/recording/RecordingFile.h"
+#include "setup/RecordingCurves.h"
 #include "setup/SceneReader.h"
 
 #include <QCoreApplication>
@@ -64,6 +66,44 @@ void checkFiles(const RunPlan &plan, RunPlanResult &result)
     }
 }
 
+/// Adds the module of the recording to the scene, and its curves unless a scene was asked for.
+void addRecording(const Options &options, RunPlanResult &result)
+{
+    const QString path = absolute(options.recording);
+    const RunPlan &plan = result.plan;
+    const QList<QPair<QString, QString>> written = {{QStringLiteral("--log"), plan.log},
+                                                    {QStringLiteral("--picture"), plan.picture},
+                                                    {QStringLiteral("--settings"), plan.settings}};
+    for (const auto &[name, target] : written) {
+        if (!target.isEmpty() && isSameFile(target, path)) {
+            result.error =
+                Text::tr("%1 and %2 lead to the same file: %3").arg(QStringLiteral("--recording"), name, path);
+            result.exitCode = RunPlanResult::exitUsage;
+            return;
+        }
+    }
+    const RecordingFile::Result opened = RecordingFile::open(path);
+    if (opened.file == nullptr) {
+        result.error = opened.error;
+        result.exitCode = RunPlanResult::exitFailure;
+        return;
+    }
+    Scene &scene = result.plan.scene;
+    QStringList keys;
+    for (const ModuleSettings &module : qAsConst(scene.modules)) {
+        keys.append(module.key);
+    }
+    RecordingSettings settings;
+    settings.file = opened.file->path();
+    const QString key = recordingKey(settings.file, keys);
+    scene.modules.append({key, settings});
+    result.plan.hasScene = true;
+    if (options.scene.isEmpty()) {
+        scene.curves = recordingCurves(opened.file->columns(), key);
+        scene.title = QFileInfo(settings.file).fileName();
+    }
+}
+
 } // namespace
 
 RunPlanResult planRun(const Options &options, bool isHeadless)
@@ -86,7 +126,9 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     plan.picture =
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
 
-    const QString name = options.scene.isEmpty() && plan.isTimed ? QStringLiteral("circle") : options.scene;
+    const QString name = options.scene.isEmpty() && options.recording.isEmpty() && plan.isTimed
+                             ? QStringLiteral("circle")
+                             : options.scene;
     plan.hasScene = !name.isEmpty();
     const QString path = scenePath(name);
     if (path.isEmpty()) {
@@ -103,6 +145,11 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }
-    checkFiles(plan, result);
+    if (!options.recording.isEmpty()) {
+        addRecording(options, result);
+    }
+    if (result.error.isEmpty()) {
+        checkFiles(plan, result);
+    }
     return result;
 }

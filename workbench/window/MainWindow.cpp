@@ -5,6 +5,7 @@
 #include "window/ContainerWindow.h"
 #include "window/HintBar.h"
 #include "window/PanelDocks.h"
+#include "window/RecordingOpener.h"
 #include "window/ScreenFit.h"
 #include "window/StatusSummary.h"
 #include "window/Workbench.h"
@@ -166,6 +167,10 @@ void MainWindow::makeMenus()
 
     QMenu *const fileMenu = menuBar()->addMenu(tr("&File"));
     makeNewContainerActions(fileMenu);
+    auto *const opener = new RecordingOpener(m_workbench, this);
+    QAction *const recordingAction = fileMenu->addAction(tr("Open &Recording..."), opener, &RecordingOpener::ask);
+    recordingAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+O")));
+    recordingAction->setStatusTip(tr("Play a CSV file that was logged, and show its curves"));
     QAction *const quitAction = fileMenu->addAction(tr("&Quit"), this, &QWidget::close);
     quitAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
     quitAction->setMenuRole(QAction::QuitRole);
