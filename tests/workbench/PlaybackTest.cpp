@@ -1,6 +1,9 @@
 #include "GuardedTest.h"
 #include "PlotterWindow.h"
 #include "modules/recording/RecordedModule.h"
+#include "reading/FieldReader.h"
+#include "setup/ModuleFields.h"
+#include "setup/SceneRunner.h"
 #include "window/MainWindow.h"
 #include "window/PlaybackRow.h"
 #include "window/RecordingOpener.h"
@@ -10,6 +13,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
@@ -102,6 +106,55 @@ private slots:
         QCOMPARE(bench.workbench.containers().size(), 2);
         QTRY_COMPARE_WITH_TIMEOUT(bench.chosen(bench.workbench.containers().at(1), 0).constFirst(), QString("REC1/run"),
                                   maximumWaitMs);
+    }
+
+    /// The plot window switches its sources off for every module that comes.
+    void plotsOfOtherModulesGoOn()
+    {
+        Bench bench;
+        const SceneSource live{"SIM0/Stepper", "Axis 1", "Actual position [microsteps]", false};
+        SceneContainer choices;
+        choices.curves = {{live, live, true}};
+        QCOMPARE(SceneRunner(bench.container).apply(choices), QString());
+        const QStringList before = bench.chosen(bench.container, 0);
+        QCOMPARE(bench.opener->open(log(3000)), QString());
+        QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs); // in a window of its own
+        QCOMPARE(bench.workbench.containers().size(), 2);
+        QCOMPARE(bench.chosen(bench.container, 0), before);
+        bench.window->openContainer(bench.container);
+        const quint64 answered = bench.workbench.modules().statistics(0)->requests;
+        QTRY_VERIFY_WITH_TIMEOUT(bench.workbench.modules().statistics(0)->requests > answered + 3, maximumWaitMs);
+    }
+
+    void setUpsKeepRecordings_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("error");
+        const auto row = [](const char *name, const char *fields, const char *error) {
+            QTest::newRow(name) << QByteArray(R"({"beside":"S","file":"a.csv","key":"R","kind":"recording",)") + fields
+                                << QString(error);
+        };
+        row("all", R"("playing":false,"pluggedIn":false,"repeated":true,"speed":2.5})", "");
+        row("the fastest", R"("playing":true,"pluggedIn":true,"repeated":false,"speed":100})", "");
+        row("too fast", R"("speed":101})", "\"speed\": expected a number from 0.1 to 100");
+        row("two decimals", R"("speed":0.25})", "\"speed\": expected a number from 0.1 to 100");
+        row("unknown field", R"("position":3})", "\"position\"");
+        row("no text", R"("file":7})", "\"file\"");
+    }
+
+    void setUpsKeepRecordings()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, error);
+        FieldReader reader("set-up");
+        bool isPluggedIn = false;
+        const ModuleSettings settings =
+            readModule(reader, QJsonDocument::fromJson(json).object(), QString(), isPluggedIn);
+        QVERIFY2(error.isEmpty() ? reader.error().isEmpty() : reader.error().contains(error),
+                 qPrintable(reader.error()));
+        if (error.isEmpty()) {
+            QCOMPARE(QJsonDocument(writeModule(settings, isPluggedIn)).toJson(QJsonDocument::Compact), json);
+        }
     }
 
     void columnsOfOtherFilesAreShownOverTheFirst()

@@ -67,10 +67,9 @@ void checkFiles(const RunPlan &plan, RunPlanResult &result)
 }
 
 /// Adds the module of the recording to the scene, and its curves unless a scene was asked for.
-void addRecording(const Options &options, RunPlanResult &result)
+void addRecording(const QString &path, RunPlanResult &result)
 {
-    const QString path = absolute(options.recording);
-    const RunPlan &plan = result.plan;
+    RunPlan &plan = result.plan;
     const QList<QPair<QString, QString>> written = {{QStringLiteral("--log"), plan.log},
                                                     {QStringLiteral("--picture"), plan.picture},
                                                     {QStringLiteral("--settings"), plan.settings}};
@@ -88,7 +87,7 @@ void addRecording(const Options &options, RunPlanResult &result)
         result.exitCode = RunPlanResult::exitFailure;
         return;
     }
-    Scene &scene = result.plan.scene;
+    Scene &scene = plan.scene;
     QStringList keys;
     for (const ModuleSettings &module : qAsConst(scene.modules)) {
         keys.append(module.key);
@@ -97,8 +96,9 @@ void addRecording(const Options &options, RunPlanResult &result)
     settings.file = opened.file->path();
     const QString key = recordingKey(settings.file, keys);
     scene.modules.append({key, settings});
-    result.plan.hasScene = true;
-    if (options.scene.isEmpty()) {
+    plan.hasScene = true;
+    if (!plan.isSceneAsked) {
+        plan.isSceneAsked = true;
         scene.curves = recordingCurves(opened.file->columns(), key);
         scene.title = QFileInfo(settings.file).fileName();
     }
@@ -126,11 +126,16 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     plan.picture =
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
 
-    const QString name = options.scene.isEmpty() && options.recording.isEmpty() && plan.isTimed
-                             ? QStringLiteral("circle")
-                             : options.scene;
+    // In a window a file is opened as by the menu, with all that is kept between runs.
+    plan.openFile = plan.isTimed ? QString() : absolute(options.file);
+    const bool isFileRecording = plan.isTimed && options.file.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
+    const QString recording = options.recording.isEmpty() && isFileRecording ? options.file : options.recording;
+    const QString asked = plan.isTimed && !options.file.isEmpty() && !isFileRecording ? options.file : options.scene;
+    plan.isSceneAsked = !asked.isEmpty();
+    const QString name = asked.isEmpty() && recording.isEmpty() && plan.isTimed ? QStringLiteral("circle") : asked;
     plan.hasScene = !name.isEmpty();
     const QString path = scenePath(name);
+    plan.scenePath = path;
     if (path.isEmpty()) {
         result.error = Text::tr("no scene and no file is called \"%1\"; the scenes are: %2")
                            .arg(name, shippedScenes().join(QStringLiteral(", ")));
@@ -145,8 +150,8 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }
-    if (!options.recording.isEmpty()) {
-        addRecording(options, result);
+    if (!recording.isEmpty()) {
+        addRecording(absolute(recording), result);
     }
     if (result.error.isEmpty()) {
         checkFiles(plan, result);

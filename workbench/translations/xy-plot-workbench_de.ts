@@ -13,6 +13,198 @@
     </message>
 </context>
 <context>
+    <name>ChoiceReader</name>
+    <message>
+        <source>curve %1, %2: its page shows the module &quot;%3&quot;, but all curves share one module per side, which is &quot;%4&quot;</source>
+        <translation>Kurve %1, %2: ihre Seite zeigt das Modul „%3“, aber alle Kurven teilen sich je Seite ein Modul, und das ist „%4“</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionSettings</name>
+    <message>
+        <source>The host is missing.</source>
+        <translation>Der Rechnername fehlt.</translation>
+    </message>
+    <message>
+        <source>The port has to be 1 to 65535.</source>
+        <translation>Der Port muss 1 bis 65535 sein.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 0 to %1, or %2.</source>
+        <translation>Die Einheit muss 0 bis %1 oder %2 sein.</translation>
+    </message>
+    <message>
+        <source>The serial port is missing.</source>
+        <translation>Die serielle Schnittstelle fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 baud is none of the usual rates.</source>
+        <translation>%1 Baud ist keine der üblichen Raten.</translation>
+    </message>
+    <message>
+        <source>There are 1 or 2 stop bits.</source>
+        <translation>Es gibt 1 oder 2 Stoppbits.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 1 to %1.</source>
+        <translation>Die Einheit muss 1 bis %1 sein.</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionTrouble</name>
+    <message>
+        <source>Connecting…</source>
+        <translation>Verbindung wird aufgebaut …</translation>
+    </message>
+    <message>
+        <source>The name of the host has no address: %1</source>
+        <translation>Der Rechnername hat keine Adresse: %1</translation>
+    </message>
+    <message>
+        <source>The host refuses the connection: no server listens at this port.</source>
+        <translation>Der Rechner lehnt die Verbindung ab: An diesem Port wartet kein Server.</translation>
+    </message>
+    <message>
+        <source>There is no route to the host.</source>
+        <translation>Es gibt keinen Weg zum Rechner.</translation>
+    </message>
+    <message>
+        <source>The host does not react.</source>
+        <translation>Der Rechner reagiert nicht.</translation>
+    </message>
+    <message>
+        <source>There is no such serial port. Is it plugged in?</source>
+        <translation>Diese serielle Schnittstelle gibt es nicht. Ist sie eingesteckt?</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port: members of the group &quot;%1&quot; have it.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle: Mitglieder der Gruppe „%1“ haben sie.</translation>
+    </message>
+    <message>
+        <source>The serial port is in use, by another program or with other settings.</source>
+        <translation>Die serielle Schnittstelle ist belegt, von einem anderen Programm oder mit anderen Einstellungen.</translation>
+    </message>
+    <message>
+        <source>This file is no serial port.</source>
+        <translation>Diese Datei ist keine serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>The connection failed: %1</source>
+        <translation>Die Verbindung ist gescheitert: %1</translation>
+    </message>
+    <message>
+        <source>The connection was closed.</source>
+        <translation>Die Verbindung wurde geschlossen.</translation>
+    </message>
+    <message>
+        <source>No answer. Are unit, cable and rate right?</source>
+        <translation>Keine Antwort. Stimmen Einheit, Kabel und Rate?</translation>
+    </message>
+    <message>
+        <source>Another unit answered instead.</source>
+        <translation>Stattdessen hat eine andere Einheit geantwortet.</translation>
+    </message>
+    <message>
+        <source>Unit %1 answered instead.</source>
+        <translation>Stattdessen hat Einheit %1 geantwortet.</translation>
+    </message>
+    <message>
+        <source>The answers belong to other requests.</source>
+        <translation>Die Antworten gehören zu anderen Anfragen.</translation>
+    </message>
+    <message>
+        <source>The answers do not have the length that was asked for.</source>
+        <translation>Die Antworten haben nicht die verlangte Länge.</translation>
+    </message>
+    <message>
+        <source>Garbage on the line. Do rate, parity and stop bits match?</source>
+        <translation>Unlesbares auf der Leitung. Stimmen Rate, Parität und Stoppbits überein?</translation>
+    </message>
+    <message>
+        <source>The device answers with exception %1: %2.</source>
+        <translation>Das Gerät antwortet mit Ausnahme %1: %2.</translation>
+    </message>
+    <message>
+        <source>illegal function</source>
+        <translation>unzulässige Funktion</translation>
+    </message>
+    <message>
+        <source>illegal data address</source>
+        <translation>unzulässige Datenadresse</translation>
+    </message>
+    <message>
+        <source>illegal data value</source>
+        <translation>unzulässiger Datenwert</translation>
+    </message>
+    <message>
+        <source>device failure</source>
+        <translation>Gerätefehler</translation>
+    </message>
+    <message>
+        <source>acknowledge, it takes longer</source>
+        <translation>angenommen, es dauert länger</translation>
+    </message>
+    <message>
+        <source>device busy</source>
+        <translation>Gerät beschäftigt</translation>
+    </message>
+    <message>
+        <source>negative acknowledge</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>memory parity error</source>
+        <translation>Paritätsfehler im Speicher</translation>
+    </message>
+    <message>
+        <source>gateway path unavailable</source>
+        <translation>Weg über das Gateway nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>the gateway&apos;s target does not answer</source>
+        <translation>das Ziel hinter dem Gateway antwortet nicht</translation>
+    </message>
+    <message>
+        <source>What the host sends is no Modbus.</source>
+        <translation>Was der Rechner sendet, ist kein Modbus.</translation>
+    </message>
+    <message>
+        <source>No answer. Is the unit right?</source>
+        <translation>Keine Antwort. Stimmt die Einheit?</translation>
+    </message>
+</context>
+<context>
+    <name>ContainerFields</name>
+    <message>
+        <source>the key of one of the set-up&apos;s modules: %1</source>
+        <translation>der Schlüssel eines Moduls des Aufbaus: %1</translation>
+    </message>
+    <message>
+        <source>a module that is plugged in</source>
+        <translation>ein Modul, das eingesteckt ist</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; as for the first curve, because all curves share one module per side</source>
+        <translation>„%1“ wie bei der ersten Kurve, denn alle Kurven teilen sich je Seite ein Modul</translation>
+    </message>
+    <message>
+        <source>at most %1 curves</source>
+        <translation>höchstens %1 Kurven</translation>
+    </message>
+    <message>
+        <source>a whole number, because position and size belong together</source>
+        <translation>eine ganze Zahl, denn Ort und Größe gehören zusammen</translation>
+    </message>
+    <message>
+        <source>&quot;normal&quot;, because the window has position and size</source>
+        <translation>„normal“, denn das Fenster hat Ort und Größe</translation>
+    </message>
+</context>
+<context>
     <name>ExchangePanel</name>
     <message>
         <source>Exchanges with the modules</source>
@@ -85,12 +277,187 @@
         <source>a list of objects in brackets</source>
         <translation>eine Liste von Objekten in eckigen Klammern</translation>
     </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+</context>
+<context>
+    <name>FileMenu</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;New Set-Up</source>
+        <translation>&amp;Neuer Aufbau</translation>
+    </message>
+    <message>
+        <source>Begin again with one module of each kind and an empty container</source>
+        <translation>Neu beginnen mit einem Modul jeder Art und einem leeren Container</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>Ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>Open a set-up: modules, containers and what they show</source>
+        <translation>Einen Aufbau öffnen: Module, Container und was sie zeigen</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>&amp;Zuletzt verwendet</translation>
+    </message>
+    <message>
+        <source>Open a set-up that was opened or saved before</source>
+        <translation>Einen Aufbau öffnen, der schon einmal geöffnet oder gespeichert wurde</translation>
+    </message>
+    <message>
+        <source>&amp;Examples</source>
+        <translation>&amp;Beispiele</translation>
+    </message>
+    <message>
+        <source>Open one of the set-ups that came with the program</source>
+        <translation>Einen der mitgelieferten Aufbauten öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save the set-up to its file</source>
+        <translation>Den Aufbau in seine Datei speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter …</translation>
+    </message>
+    <message>
+        <source>Save the set-up to another file</source>
+        <translation>Den Aufbau in eine andere Datei speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>Close all windows and end the program</source>
+        <translation>Alle Fenster schließen und das Programm beenden</translation>
+    </message>
+    <message>
+        <source>New set-up</source>
+        <translation>Neuer Aufbau</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>There is no file &quot;%1&quot;.</source>
+        <translation>Es gibt keine Datei „%1“.</translation>
+    </message>
+    <message>
+        <source>It was taken from the list of recent files.</source>
+        <translation>Sie wurde aus der Liste der zuletzt verwendeten Dateien genommen.</translation>
+    </message>
+    <message>
+        <source>New &amp;Container</source>
+        <translation>Neuer &amp;Container</translation>
+    </message>
+    <message>
+        <source>New %1</source>
+        <translation>Neu: %1</translation>
+    </message>
+    <message>
+        <source>Make one more container and open it</source>
+        <translation>Einen weiteren Container anlegen und öffnen</translation>
+    </message>
+    <message>
+        <source>No set-up was opened or saved yet</source>
+        <translation>Noch wurde kein Aufbau geöffnet oder gespeichert</translation>
+    </message>
+    <message>
+        <source>&amp;Clear List</source>
+        <translation>&amp;Liste leeren</translation>
+    </message>
+    <message>
+        <source>Forget the recent files; the files stay</source>
+        <translation>Die zuletzt verwendeten Dateien vergessen; die Dateien bleiben</translation>
+    </message>
+    <message>
+        <source>Set up &quot;%1&quot; in place of what is there</source>
+        <translation>„%1“ aufbauen an Stelle dessen, was da ist</translation>
+    </message>
+    <message>
+        <source>Begin Again</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>The new set-up could not be made. Nothing was changed.</source>
+        <translation>Der neue Aufbau ließ sich nicht anlegen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>Open Set-Up</source>
+        <translation>Aufbau öffnen</translation>
+    </message>
+    <message>
+        <source>Set-ups (*.%1 *.json)</source>
+        <translation>Aufbauten (*.%1 *.json)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be set up. Nothing was changed.</source>
+        <translation>„%1“ lässt sich nicht aufbauen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>Save Set-Up</source>
+        <translation>Aufbau speichern</translation>
+    </message>
+    <message>
+        <source>The set-up was not saved.</source>
+        <translation>Der Aufbau wurde nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>The set-up was saved, but not all of it can be kept:</source>
+        <translation>Der Aufbau wurde gespeichert, aber nicht alles lässt sich aufbewahren:</translation>
+    </message>
+    <message>
+        <source>Save the changes to &quot;%1&quot;?</source>
+        <translation>Änderungen an „%1“ speichern?</translation>
+    </message>
+    <message>
+        <source>A recording is running, and would end.</source>
+        <translation>Eine Aufzeichnung läuft und würde enden.</translation>
+    </message>
+    <message>
+        <source>A recording is running, and will end. Its lines are in the file.</source>
+        <translation>Eine Aufzeichnung läuft und wird enden. Ihre Zeilen stehen in der Datei.</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>Play a CSV file that was logged, and show its curves</source>
+        <translation>Eine protokollierte CSV-Datei abspielen und ihre Kurven zeigen</translation>
+    </message>
+    <message>
+        <source>Open Recor&amp;ding...</source>
+        <translation>&amp;Aufzeichnung öffnen …</translation>
+    </message>
 </context>
 <context>
     <name>HintBar</name>
     <message>
         <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
-        <translation>Wählen Sie unter „Device X“ und unter „Device Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
+        <translation>Wählen Sie unter „Gerät X“ und unter „Gerät Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
     </message>
     <message>
         <source>&amp;Got it</source>
@@ -102,11 +469,30 @@
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>JsonFile</name>
     <message>
-        <source>Container Workbench</source>
-        <translation>Container-Werkbank</translation>
+        <source>%1:%2: expected JSON: %3</source>
+        <translation>%1:%2: JSON erwartet: %3</translation>
     </message>
+    <message>
+        <source>%1: expected an object in braces</source>
+        <translation>%1: ein Objekt in geschweiften Klammern erwartet</translation>
+    </message>
+    <message>
+        <source>%1: expected a file</source>
+        <translation>%1: eine Datei erwartet</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1: nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected up to %2 KiB</source>
+        <translation>%1: höchstens %2 KiB erwartet</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
     <message>
         <source>Workspace</source>
         <translation>Arbeitsfläche</translation>
@@ -118,22 +504,6 @@
     <message>
         <source>Containers</source>
         <translation>Container</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;New Container</source>
-        <translation>&amp;Neuer Container</translation>
-    </message>
-    <message>
-        <source>Make one more container and open it</source>
-        <translation>Einen weiteren Container anlegen und öffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;View</source>
@@ -168,24 +538,12 @@
         <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>New %1</source>
-        <translation>Neu: %1</translation>
-    </message>
-    <message>
         <source>%1 does not answer any more</source>
         <translation>%1 antwortet nicht mehr</translation>
     </message>
     <message>
         <source>%1 answers again, after %2 s</source>
         <translation>%1 antwortet wieder, nach %2 s</translation>
-    </message>
-    <message>
-        <source>Open &amp;Recording...</source>
-        <translation>&amp;Aufzeichnung öffnen ...</translation>
-    </message>
-    <message>
-        <source>Play a CSV file that was logged, and show its curves</source>
-        <translation>Eine protokollierte CSV-Datei abspielen und ihre Kurven zeigen</translation>
     </message>
 </context>
 <context>
@@ -338,16 +696,8 @@ Ein zweites beendet ihn sofort.
 </translation>
     </message>
     <message>
-        <source>Set up a scene: a name from --list-scenes, or a scene file.</source>
-        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Szenendatei.</translation>
-    </message>
-    <message>
         <source>Run the scene (default: circle) that long, save a picture and end; default 5.</source>
         <translation>Die Szene (Vorgabe: circle) so lange laufen lassen, ein Bild speichern und enden; Vorgabe 5.</translation>
-    </message>
-    <message>
-        <source>Where to save that picture, a PNG; default ./xy-plot.png.</source>
-        <translation>Wohin dieses Bild gespeichert wird, ein PNG; Vorgabe ./xy-plot.png.</translation>
     </message>
     <message>
         <source>Record the run to a CSV file, by the window&apos;s own box and dialog; an existing file is overwritten. A picture is then saved only with --picture.</source>
@@ -414,22 +764,6 @@ Ein zweites beendet ihn sofort.
         <translation>Unerwartetes Argument „%1“</translation>
     </message>
     <message>
-        <source>Usage: xy-plot-workbench [options]
-
-A stand-in host for container plugins, with simulated motor-controller modules.
-Without a display it runs a scene off screen, saves a picture of the plot and ends.
-
-Options:
-</source>
-        <translation>Aufruf: xy-plot-workbench [Optionen]
-
-Ein Ersatz-Hostprogramm für Container-Plugins, mit simulierten Motorsteuerungsmodulen.
-Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild des Diagramms wird gespeichert, und das Programm endet.
-
-Optionen:
-</translation>
-    </message>
-    <message>
         <source>A container plugin to load, or a folder of them; may be given more than once. Without it, those that came with the program and those in the user&apos;s plugin folder are loaded.</source>
         <translation>Ein zu ladendes Container-Plugin oder ein Ordner mit solchen; darf mehrmals angegeben werden. Sonst werden die geladen, die zum Programm gehören, und die im Plugin-Ordner des Benutzers.</translation>
     </message>
@@ -448,6 +782,36 @@ Optionen:
     <message>
         <source>Play a recording: a CSV file that was logged, or any other with a header line. Its curves are shown, or those of --scene when that is given.</source>
         <translation>Eine Aufzeichnung abspielen: eine protokollierte CSV-Datei oder eine andere mit Kopfzeile. Gezeigt werden ihre Kurven, oder die von --scene, wenn das angegeben ist.</translation>
+    </message>
+    <message>
+        <source>Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from earlier runs has a part in it.</source>
+        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Datei mit einem Aufbau. Nichts, was aus früheren Läufen aufbewahrt ist, spielt dabei mit.</translation>
+    </message>
+    <message>
+        <source>Usage: xy-plot-workbench [options] [FILE]
+
+A stand-in host for container plugins, with simulated motor-controller modules.
+FILE is a set-up to open, as the File menu saves it.
+Without a display it runs a scene off screen, saves a picture of its window and ends.
+
+Options:
+</source>
+        <translation>Aufruf: xy-plot-workbench [Optionen] [DATEI]
+
+Ein Ersatz-Hostprogramm für Container-Plugins, mit simulierten Motorsteuerungsmodulen.
+DATEI ist ein Aufbau, wie ihn das Menü Datei speichert.
+Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild ihres Fensters wird gespeichert, und das Programm endet.
+
+Optionen:
+</translation>
+    </message>
+    <message>
+        <source>Where to save that picture, a PNG of the whole container; default ./xy-plot.png.</source>
+        <translation>Wohin dieses Bild gespeichert wird, ein PNG des ganzen Containers; Vorgabe ./xy-plot.png.</translation>
+    </message>
+    <message>
+        <source>--picture: expected the name of a PNG file, found &quot;%1&quot;</source>
+        <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
     </message>
 </context>
 <context>
@@ -645,6 +1009,13 @@ Optionen:
     <message>
         <source>%1: the save dialog did not take this file</source>
         <translation>%1: der Speichern-Dialog hat diese Datei nicht angenommen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingFields</name>
+    <message>
+        <source>a number from 0.1 to 100, with one decimal</source>
+        <translation>eine Zahl von 0.1 bis 100 mit einer Nachkommastelle</translation>
     </message>
 </context>
 <context>
@@ -977,6 +1348,107 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RegisterMapCheck</name>
+    <message>
+        <source>an address that no other value has, but &quot;%1&quot; has it</source>
+        <translation>eine Adresse, die kein anderer Wert hat, aber „%1“ hat sie</translation>
+    </message>
+    <message>
+        <source>an address beside that of &quot;%1&quot;, which it overlaps</source>
+        <translation>eine Adresse neben der von „%1“, mit der er sich überschneidet</translation>
+    </message>
+    <message>
+        <source>a name that no other value beside it has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein anderer Wert daneben hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>a name that no value of the module has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein Wert des Moduls hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>at most %1 values and fields on an axis or in a group</source>
+        <translation>höchstens %1 Werte und Felder an einer Achse oder in einer Gruppe</translation>
+    </message>
+    <message>
+        <source>axes from 0 on without a gap, but axis %1 has no value</source>
+        <translation>Achsen ab 0 ohne Lücke, aber Achse %1 hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>&quot;register&quot;, because a device without an axis shows registers only</source>
+        <translation>&quot;register&quot;, weil ein Gerät ohne Achse nur Register zeigt</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapReader</name>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>no such field, because an entry of this table is one bit</source>
+        <translation>kein solches Feld, weil ein Eintrag dieser Tabelle ein Bit ist</translation>
+    </message>
+    <message>
+        <source>a number other than 0</source>
+        <translation>eine Zahl, aber nicht 0</translation>
+    </message>
+    <message>
+        <source>the step in which a float32 is shown, for example 0.001</source>
+        <translation>die Stufe, in der ein float32 gezeigt wird, zum Beispiel 0.001</translation>
+    </message>
+    <message>
+        <source>a number above 0</source>
+        <translation>eine Zahl über 0</translation>
+    </message>
+    <message>
+        <source>no bit fields, because the number is scaled, moved or a float32</source>
+        <translation>keine Bitfelder, weil die Zahl skaliert, verschoben oder ein float32 ist</translation>
+    </message>
+    <message>
+        <source>the lowest bit of the field, 0 to %1</source>
+        <translation>das niedrigste Bit des Felds, 0 bis %1</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2, or a text with one, such as &quot;0x%3&quot;</source>
+        <translation>eine ganze Zahl von %1 bis %2, oder ein Text mit einer, wie &quot;0x%3&quot;</translation>
+    </message>
+    <message>
+        <source>no such field, because the value belongs to an axis</source>
+        <translation>kein solches Feld, weil der Wert zu einer Achse gehört</translation>
+    </message>
+    <message>
+        <source>up to %1 characters in one line, without blanks around them</source>
+        <translation>bis zu %1 Zeichen in einer Zeile, ohne Leerzeichen darum</translation>
+    </message>
+    <message>
+        <source>up to %1 characters</source>
+        <translation>bis zu %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>at least one value</source>
+        <translation>mindestens ein Wert</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapRows</name>
+    <message>
+        <source>Coil</source>
+        <translation>Coil</translation>
+    </message>
+    <message>
+        <source>Discrete input</source>
+        <translation>Diskreter Eingang</translation>
+    </message>
+    <message>
+        <source>Input register</source>
+        <translation>Eingangsregister</translation>
+    </message>
+    <message>
+        <source>Holding register</source>
+        <translation>Halteregister</translation>
+    </message>
+</context>
+<context>
     <name>RowDecoder</name>
     <message>
         <source>a closing quote</source>
@@ -1046,38 +1518,25 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>SceneExchange</name>
+    <message>
+        <source>the plugin %1 makes no container</source>
+        <translation>das Plugin %1 legt keinen Container an</translation>
+    </message>
+    <message>
+        <source>the field &quot;docks&quot; of the window is not as the workbench has written it</source>
+        <translation>das Feld „docks“ des Fensters ist nicht so, wie die Werkbank es geschrieben hat</translation>
+    </message>
+    <message>
+        <source>no plugin &quot;%1&quot; is loaded, only: %2</source>
+        <translation>kein Plugin „%1“ ist geladen, nur: %2</translation>
+    </message>
+</context>
+<context>
     <name>SceneReader</name>
-    <message>
-        <source>one of %1</source>
-        <translation>eines von %1</translation>
-    </message>
-    <message>
-        <source>a number of microsteps, 0 or more</source>
-        <translation>eine Zahl von Mikroschritten, mindestens 0</translation>
-    </message>
-    <message>
-        <source>a number of seconds above 0</source>
-        <translation>eine Zahl von Sekunden größer als 0</translation>
-    </message>
-    <message>
-        <source>an axis that has no motion yet</source>
-        <translation>eine Achse, die noch keine Bewegung hat</translation>
-    </message>
-    <message>
-        <source>the key of one of the scene&apos;s modules: %1</source>
-        <translation>der Schlüssel eines Moduls der Szene: %1</translation>
-    </message>
     <message>
         <source>a key that no other module has</source>
         <translation>ein Schlüssel, den kein anderes Modul hat</translation>
-    </message>
-    <message>
-        <source>at most %1 curves</source>
-        <translation>höchstens %1 Kurven</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; as for the first curve, because all curves share one module per side</source>
-        <translation>„%1“ wie bei der ersten Kurve, denn alle Kurven teilen sich je Seite ein Modul</translation>
     </message>
     <message>
         <source>%1:%2: expected JSON: %3</source>
@@ -1088,28 +1547,40 @@ Optionen:
         <translation>%1: erwartet wird ein Objekt in geschweiften Klammern</translation>
     </message>
     <message>
-        <source>%1: cannot read the scene file: %2</source>
-        <translation>%1: die Szenendatei lässt sich nicht lesen: %2</translation>
+        <source>at most %1 modules</source>
+        <translation>höchstens %1 Module</translation>
     </message>
     <message>
-        <source>no motion, because %1 has no axes</source>
-        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+        <source>no such field without &quot;containers&quot;</source>
+        <translation>kein solches Feld ohne „containers“</translation>
     </message>
     <message>
-        <source>0, because %1 has this axis only</source>
-        <translation>0, denn %1 hat nur diese Achse</translation>
+        <source>no such field beside &quot;containers&quot;, whose entries have it</source>
+        <translation>kein solches Feld neben „containers“, deren Einträge es haben</translation>
     </message>
     <message>
-        <source>a whole number from 0 to %1, the axes of %2</source>
-        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
+        <source>1 to %1 containers</source>
+        <translation>1 bis %1 Container</translation>
+    </message>
+    <message>
+        <source>a text in base64, as the workbench has written it</source>
+        <translation>ein Text in Base64, wie ihn die Werkbank geschrieben hat</translation>
+    </message>
+    <message>
+        <source>%1: expected at most %2 bytes</source>
+        <translation>%1: erwartet werden höchstens %2 Bytes</translation>
+    </message>
+    <message>
+        <source>%1: cannot read the set-up: it is no ordinary file</source>
+        <translation>%1: der Aufbau lässt sich nicht lesen: es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>%1: cannot read the set-up: %2</source>
+        <translation>%1: der Aufbau lässt sich nicht lesen: %2</translation>
     </message>
 </context>
 <context>
     <name>SceneRunner</name>
-    <message>
-        <source>the plot window has %1 curves, the scene needs more</source>
-        <translation>das Plotfenster hat %1 Kurven, die Szene braucht mehr</translation>
-    </message>
     <message>
         <source>the module &quot;%1&quot; is not offered, only: %2</source>
         <translation>das Modul „%1“ wird nicht angeboten, nur: %2</translation>
@@ -1131,12 +1602,27 @@ Optionen:
         <translation>der Wert „%1“ lässt sich nicht vorzeichenbehaftet lesen</translation>
     </message>
     <message>
-        <source>the plot has boxes for %1 curves, the scene needs %2</source>
-        <translation>das Diagramm hat Kästchen für %1 Kurven, die Szene braucht %2</translation>
+        <source>the plot window has %1 curves, the set-up needs more</source>
+        <translation>das Plotfenster hat %1 Kurven, der Aufbau braucht mehr</translation>
     </message>
     <message>
-        <source>the container has no %1 called &quot;%2&quot;, which a scene needs</source>
-        <translation>der Container hat kein %1 namens „%2“, das eine Szene braucht</translation>
+        <source>curve %1, %2: </source>
+        <translation>Kurve %1, %2: </translation>
+    </message>
+    <message>
+        <source>the plot has boxes for %1 curves, the set-up needs %2</source>
+        <translation>das Diagramm hat Kästchen für %1 Kurven, der Aufbau braucht %2</translation>
+    </message>
+    <message>
+        <source>the container has no %1 called &quot;%2&quot;, which a set-up needs</source>
+        <translation>der Container hat kein %1 namens „%2“, das ein Aufbau braucht</translation>
+    </message>
+</context>
+<context>
+    <name>SceneWriter</name>
+    <message>
+        <source>%1: cannot be saved: %2</source>
+        <translation>%1: lässt sich nicht speichern: %2</translation>
     </message>
 </context>
 <context>
@@ -1218,6 +1704,33 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>SimulationFields</name>
+    <message>
+        <source>a number of microsteps, 0 or more</source>
+        <translation>eine Zahl von Mikroschritten, mindestens 0</translation>
+    </message>
+    <message>
+        <source>a number of seconds above 0</source>
+        <translation>eine Zahl von Sekunden größer als 0</translation>
+    </message>
+    <message>
+        <source>no motion, because %1 has no axes</source>
+        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+    </message>
+    <message>
+        <source>0, because %1 has this axis only</source>
+        <translation>0, denn %1 hat nur diese Achse</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 to %1, the axes of %2</source>
+        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
+    </message>
+    <message>
+        <source>an axis that has no motion yet</source>
+        <translation>eine Achse, die noch keine Bewegung hat</translation>
+    </message>
+</context>
+<context>
     <name>StatusSummary</name>
     <message>
         <source>%1 answers/s</source>
@@ -1276,6 +1789,10 @@ Optionen:
     <message>
         <source>%1: lines with old values, because a module did not answer: %2</source>
         <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
+    </message>
+    <message>
+        <source>plot: none of these plugins has one, so no scene was run</source>
+        <translation>Diagramm: keines dieser Plugins hat eines, also lief keine Szene ab</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,7 @@
 
 #include "PlotterWindow.h"
 #include "modules/recording/RecordedModule.h"
+#include "setup/ChoiceReader.h"
 #include "setup/RecordingCurves.h"
 #include "setup/SceneRunner.h"
 #include "window/MainWindow.h"
@@ -21,6 +22,7 @@ namespace
 /// Longer than containers take to list the modules anew when one has come.
 constexpr int listingTimeMs = 50;
 
+/// Whether a value is chosen on some page; also when it is no plot window.
 bool isUsed(const QWidget *container)
 {
     for (int curve = 0; curve < Scene::maximumCurves; ++curve) {
@@ -42,14 +44,13 @@ RecordingOpener::RecordingOpener(Workbench *workbench, MainWindow *window)
 {
 }
 
-void RecordingOpener::ask()
+void RecordingOpener::openOrAsk(const QString &path)
 {
-    const QString path = QFileDialog::getOpenFileName(m_window, tr("Open Recording"), QString(),
-                                                      tr("Recordings (*.csv *.txt *.tsv);;All files (*)"));
-    if (path.isEmpty()) {
-        return;
-    }
-    const QString problem = open(path);
+    const QString chosen = !path.isEmpty()
+                               ? path
+                               : QFileDialog::getOpenFileName(m_window, tr("Open Recording"), QString(),
+                                                              tr("Recordings (*.csv *.txt *.tsv);;All files (*)"));
+    const QString problem = chosen.isEmpty() ? QString() : open(chosen);
     if (!problem.isEmpty()) {
         QMessageBox::warning(m_window, tr("Open Recording"), problem);
     }
@@ -66,14 +67,24 @@ QString RecordingOpener::open(const QString &path)
     recording.file = path;
     const QString key = recordingKey(path, taken);
     ContainerInterface *const unused = unusedContainer();
+    QList<QPair<ContainerInterface *, SceneContainer>> used;
+    const QList<ContainerInterface *> containers = m_workbench->containers();
+    for (ContainerInterface *const other : containers) {
+        if (other != unused) {
+            used.append({other, readChoices(other).choices});
+        }
+    }
     const QString problem = rack.add({key, recording});
     if (!problem.isEmpty()) {
         return problem;
     }
+    for (const auto &[other, choices] : qAsConst(used)) {
+        chooseLater(other, choices);
+    }
     ContainerInterface *const container = unused != nullptr ? unused : m_window->addContainer();
     if (container != nullptr) {
         m_window->openContainer(container);
-        QTimer::singleShot(listingTimeMs, container, [this, key, container] { showCurves(key, container); });
+        chooseLater(container, curvesOf(key));
     }
     return {};
 }
@@ -89,20 +100,28 @@ ContainerInterface *RecordingOpener::unusedContainer() const
     return nullptr;
 }
 
-void RecordingOpener::showCurves(const QString &key, ContainerInterface *container)
+void RecordingOpener::chooseLater(ContainerInterface *container, const SceneContainer &choices)
 {
+    if (choices.curves.isEmpty()) {
+        return;
+    }
+    QTimer::singleShot(listingTimeMs, container, [container, choices] {
+        const QString problem = SceneRunner(container).apply(choices);
+        if (!problem.isEmpty()) {
+            qWarning().noquote() << tr("%1: %2").arg(container->windowTitle(), problem);
+        }
+    });
+}
+
+SceneContainer RecordingOpener::curvesOf(const QString &key) const
+{
+    SceneContainer choices;
     const ModuleRack &rack = m_workbench->modules();
     for (int index = 0; index < rack.count(); ++index) {
         const auto *const module = rack.settings(index).key == key ? rack.moduleAs<RecordedModule>(index) : nullptr;
-        if (module == nullptr) {
-            continue;
+        if (module != nullptr) {
+            choices.curves = recordingCurves(module->file().columns(), key);
         }
-        Scene scene;
-        scene.curves = recordingCurves(module->file().columns(), key);
-        const QString problem = SceneRunner(container).apply(scene);
-        if (!problem.isEmpty()) {
-            qWarning().noquote() << tr("%1: %2").arg(module->file().path(), problem);
-        }
-        return;
     }
+    return choices;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "setup/Scene.h"
+
 #include <QObject>
-#include <QPointer>
 
 class ContainerInterface;
 class MainWindow;
@@ -19,19 +20,22 @@ class RecordingOpener : public QObject
 public:
     RecordingOpener(Workbench *workbench, MainWindow *window);
 
-    /// Asks for a file and opens it; reports what is wrong with it.
-    void ask();
+    /// Opens the file at \a path, or asks for one if that is empty; reports what is wrong with it.
+    void openOrAsk(const QString &path);
 
     /**
      * Opens the CSV file at \a path. Its curves come into the open plot window that has no curve, or else into a new
-     * one.
+     * one. The coming of its module switches off the sources of all other containers: they are chosen again, as they
+     * were.
      * \return an empty text, or one line that says what is wrong with the file; nothing has changed then
      */
     QString open(const QString &path);
 
 private:
     ContainerInterface *unusedContainer() const;
-    void showCurves(const QString &key, ContainerInterface *container);
+    /// Makes the choices when the container has listed the modules anew.
+    static void chooseLater(ContainerInterface *container, const SceneContainer &choices);
+    SceneContainer curvesOf(const QString &key) const;
 
     Workbench *const m_workbench; // not owned
     MainWindow *const m_window;   // owner
