@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QToolButton>
+#include <QWheelEvent>
 
 namespace
 {
@@ -197,6 +198,13 @@ private slots:
         QTest::keyClick(slider, Qt::Key_PageDown);
         QCOMPARE(bench.module()->row(), 2699);
         QTest::keyClick(slider, Qt::Key_Home);
+        QCOMPARE(bench.module()->row(), 0);
+
+        bench.part<QPushButton>("REC0/run: close")->setFocus();
+        const QPointF centre = slider->rect().center();
+        QWheelEvent wheel(centre, slider->mapToGlobal(centre.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(slider, &wheel); // scrolls the list of modules only
         QCOMPARE(bench.module()->row(), 0);
 
         auto *const speed = bench.part<QComboBox>("REC0/run: speed");

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDebug>
+#include <QEvent>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
@@ -73,6 +74,10 @@ PlaybackRow::PlaybackRow(ModuleRack *rack, const AnswerWatch *watch, int index, 
     m_notes = new QLabel;
     m_notes->setWordWrap(true);
     addControls();
+    for (QWidget *const control : std::initializer_list<QWidget *>{m_slider, m_speed, m_beside}) {
+        control->setFocusPolicy(Qt::StrongFocus); // not by the wheel
+        control->installEventFilter(this);
+    }
     connect(&m_timer, &QTimer::timeout, this, &PlaybackRow::showPosition);
     m_timer.start(showIntervalMs);
     PlaybackRow::refresh();
@@ -186,6 +191,16 @@ void PlaybackRow::refresh()
         showFile(*played);
     }
     showPosition();
+}
+
+bool PlaybackRow::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *const control = qobject_cast<const QWidget *>(watched);
+    if (event->type() == QEvent::Wheel && control != nullptr && !control->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return ModuleRow::eventFilter(watched, event);
 }
 
 QString PlaybackRow::trouble() const

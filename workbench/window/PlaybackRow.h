@@ -25,6 +25,9 @@ public:
 
     void refresh() override;
 
+    /// Leaves the wheel to the panel, which it scrolls, unless the slider or box below has the focus.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 protected:
     QString trouble() const override;
 
