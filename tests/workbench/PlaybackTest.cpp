@@ -135,10 +135,9 @@ private slots:
             QTest::newRow(name) << QByteArray(R"({"beside":"S","file":"a.csv","key":"R","kind":"recording",)") + fields
                                 << QString(error);
         };
-        row("all", R"("playing":false,"pluggedIn":false,"repeated":true,"speed":2.5})", "");
-        row("the fastest", R"("playing":true,"pluggedIn":true,"repeated":false,"speed":100})", "");
-        row("too fast", R"("speed":101})", "\"speed\": expected a number from 0.1 to 100");
-        row("two decimals", R"("speed":0.25})", "\"speed\": expected a number from 0.1 to 100");
+        row("all", R"("playing":false,"pluggedIn":false,"repeated":true,"speedTenths":25})", "");
+        row("the fastest", R"("playing":true,"pluggedIn":true,"repeated":false,"speedTenths":1000})", "");
+        row("too fast", R"("speedTenths":1001})", "\"speedTenths\": expected a whole number from 1 to 1000");
         row("unknown field", R"("position":3})", "\"position\"");
         row("no text", R"("file":7})", "\"file\"");
     }

@@ -2,5 +2,5 @@
 
 #include "setup/ModuleFields.h"
 
-/// The fields of recordings: "file", "beside", "playing", "repeated" and "speed".
+/// The fields of recordings: "file", "beside", "playing", "repeated" and "speedTenths".
 ModuleFields recordingFields();

@@ -1314,13 +1314,6 @@ Optionen:
     </message>
 </context>
 <context>
-    <name>RecordingFields</name>
-    <message>
-        <source>a number from 0.1 to 100, with one decimal</source>
-        <translation>eine Zahl von 0.1 bis 100 mit einer Nachkommastelle</translation>
-    </message>
-</context>
-<context>
     <name>RecordingFile</name>
     <message>
         <source>%1: %2</source>
