@@ -31,6 +31,10 @@ QList<QCommandLineOption> allOptions()
             Text::tr("Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from "
                      "earlier runs has a part in it."),
             "NAME|FILE"),
+        option("recording",
+               Text::tr("Play a recording: a CSV file that was logged, or any other with a header line. Its curves are "
+                        "shown, or those of --scene when that is given."),
+               "FILE"),
         option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
                "N"),
         option("picture", Text::tr("Where to save that picture, a PNG of the whole container; default ./xy-plot.png."),
@@ -176,6 +180,7 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.wantsPluginList = parser.isSet(QStringLiteral("list-plugins"));
     options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
     options.scene = textOf(parser, "scene", result.error);
+    options.recording = textOf(parser, "recording", result.error);
     options.picture = textOf(parser, "picture", result.error);
     checkPicture(options.picture, result.error);
     textOf(parser, "plugin", result.error);

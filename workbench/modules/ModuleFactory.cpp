@@ -1,5 +1,6 @@
 #include "modules/ModuleFactory.h"
 
+#include "modules/recording/RecordedModule.h"
 #include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/SimulatedModule.h"
 
@@ -33,6 +34,12 @@ struct FamilyFactory
         module->setSilent(settings.isSilent);
         module->setAnswerTime(settings.answerTimeMs);
         return {std::move(module), QString()};
+    }
+
+    ModuleResult operator()(const RecordingSettings &settings) const
+    {
+        RecordedModule::Result opened = RecordedModule::open(settings, key, context.handler);
+        return {std::move(opened.module), opened.error};
     }
 };
 

@@ -511,6 +511,14 @@
         <source>&quot;%1&quot; cannot be set up; what was there stays.</source>
         <translation>„%1“ lässt sich nicht aufbauen; was da war, bleibt.</translation>
     </message>
+    <message>
+        <source>Play a CSV file that was logged, and show its curves</source>
+        <translation>Eine protokollierte CSV-Datei abspielen und ihre Kurven zeigen</translation>
+    </message>
+    <message>
+        <source>Open Recor&amp;ding...</source>
+        <translation>&amp;Aufzeichnung öffnen …</translation>
+    </message>
 </context>
 <context>
     <name>HelpMenu</name>
@@ -1040,6 +1048,10 @@ Optionen:
         <source>Language of the workbench: de or en; by default as chosen in the View menu.</source>
         <translation>Sprache der Werkbank: de oder en; sonst wie im Menü Ansicht gewählt.</translation>
     </message>
+    <message>
+        <source>Play a recording: a CSV file that was logged, or any other with a header line. Its curves are shown, or those of --scene when that is given.</source>
+        <translation>Eine Aufzeichnung abspielen: eine protokollierte CSV-Datei oder eine andere mit Kopfzeile. Gezeigt werden ihre Kurven, oder die von --scene, wenn das angegeben ist.</translation>
+    </message>
 </context>
 <context>
     <name>PanelDocks</name>
@@ -1062,6 +1074,101 @@ Optionen:
     <message>
         <source>Bring the panel to the front, or hide it when it is there</source>
         <translation>Das Bedienfeld nach vorn holen, oder verbergen, wenn es dort ist</translation>
+    </message>
+</context>
+<context>
+    <name>PlaybackRow</name>
+    <message>
+        <source>Recording: %1</source>
+        <translation>Aufzeichnung: %1</translation>
+    </message>
+    <message>
+        <source>One row back</source>
+        <translation>Eine Zeile zurück</translation>
+    </message>
+    <message>
+        <source>One row on</source>
+        <translation>Eine Zeile weiter</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Take the recording out and forget it; its file stays</source>
+        <translation>Die Aufzeichnung ausstecken und vergessen; ihre Datei bleibt</translation>
+    </message>
+    <message>
+        <source>%1: close</source>
+        <translation>%1: schließen</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>At its end the recording begins again</source>
+        <translation>Am Ende beginnt die Aufzeichnung von vorn</translation>
+    </message>
+    <message>
+        <source>Speed; 1 plays a row each time that containers sample, every 14 ms</source>
+        <translation>Geschwindigkeit; bei 1 wird jedes Mal, wenn Container abtasten, eine Zeile abgespielt, alle 14 ms</translation>
+    </message>
+    <message>
+        <source>%1: speed</source>
+        <translation>%1: Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>%1: beside which module</source>
+        <translation>%1: neben welchem Modul</translation>
+    </message>
+    <message>
+        <source>Offers the values of another module, too, so that both can be in one plot. All sources have to be chosen again then.</source>
+        <translation>Bietet auch die Werte eines anderen Moduls an, so dass beide in einem Diagramm sein können. Alle Quellen müssen danach neu gewählt werden.</translation>
+    </message>
+    <message>
+        <source>By itself</source>
+        <translation>Für sich</translation>
+    </message>
+    <message>
+        <source>Beside %1</source>
+        <translation>Neben %1</translation>
+    </message>
+    <message>
+        <source>Position. Arrow keys: a row; Page keys: a tenth; Home and End: first and last row</source>
+        <translation>Position. Pfeiltasten: eine Zeile; Bild-Tasten: ein Zehntel; Pos1 und Ende: erste und letzte Zeile</translation>
+    </message>
+    <message>
+        <source>%1: position</source>
+        <translation>%1: Position</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Stay at this row</source>
+        <translation>Bei dieser Zeile bleiben</translation>
+    </message>
+    <message>
+        <source>Go on from this row; at the end, from the first one</source>
+        <translation>Ab dieser Zeile weiter; am Ende von der ersten an</translation>
+    </message>
+    <message>
+        <source>Row %1 of %2</source>
+        <translation>Zeile %1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1, ended</source>
+        <translation>%1, zu Ende</translation>
     </message>
 </context>
 <context>
@@ -1377,6 +1484,21 @@ Optionen:
     <message>
         <source>Lines that are damaged and left out: %1. The first is %2.</source>
         <translation>Beschädigte Zeilen, die weggelassen werden: %1. Die erste ist %2.</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingOpener</name>
+    <message>
+        <source>Open Recording</source>
+        <translation>Aufzeichnung öffnen</translation>
+    </message>
+    <message>
+        <source>Recordings (*.csv *.txt *.tsv);;All files (*)</source>
+        <translation>Aufzeichnungen (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>

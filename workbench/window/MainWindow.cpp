@@ -11,6 +11,7 @@
 #include "window/Notices.h"
 #include "window/PanelDocks.h"
 #include "window/PlotMenu.h"
+#include "window/RecordingOpener.h"
 #include "window/ScreenFit.h"
 #include "window/StatusSummary.h"
 #include "window/Workbench.h"
@@ -262,6 +263,8 @@ void MainWindow::makeMenus()
 
     m_fileMenu = new FileMenu(this, m_workbench);
     menuBar()->addMenu(m_fileMenu->menu());
+    auto *const opener = new RecordingOpener(m_workbench, this);
+    m_fileMenu->setRecordingOpener([opener](const QString &path) { opener->openOrAsk(path); });
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     QAction *const toolBarAction = m_toolBar->toggleViewAction();

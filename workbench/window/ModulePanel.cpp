@@ -6,6 +6,7 @@
 
 #include <QScrollArea>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace
@@ -71,6 +72,9 @@ void ModulePanel::refresh(int index)
 {
     if (index >= m_rows.size()) {
         addRow(index);
+        // When it has its place.
+        QTimer::singleShot(0, m_rows.constLast(),
+                           [this, row = m_rows.constLast()] { m_scrollArea->ensureWidgetVisible(row); });
     } else {
         m_rows.at(index)->refresh();
     }
