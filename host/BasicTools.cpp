@@ -1,5 +1,6 @@
 #include "host/BasicTools.h"
 
+#include <QLocale>
 #include <QtMath>
 
 #include <algorithm>
@@ -20,7 +21,6 @@ constexpr double minimumSpan = 1e-300;
 /// Relative error of the wanted step that does not lead to the next wider step: the rounding error of a span of
 /// minimumRelativeSpan.
 constexpr double stepTolerance = 1e-3;
-constexpr int digitsPerGroup = 3;
 
 /// mantissa * 10^exponent, the mantissa being 1, 2 or 5.
 struct TickStep
@@ -128,20 +128,14 @@ QString BasicTools::intInsertDot(double value, int decimals)
     if (!std::isfinite(value)) {
         return QString::number(value);
     }
-    QString text = QString::number(std::fabs(value), 'f', qBound(0, decimals, 15));
-    int pointPosition = text.indexOf(QLatin1Char('.'));
-    if (pointPosition < 0) {
-        pointPosition = text.size();
-    } else {
-        text[pointPosition] = QLatin1Char(',');
-    }
-    for (int position = pointPosition - digitsPerGroup; position > 0; position -= digitsPerGroup) {
-        text.insert(position, QLatin1Char('.'));
-    }
+    QLocale locale;
+    // The C locale leaves groups out unless it is asked for them.
+    locale.setNumberOptions(locale.numberOptions() & ~QLocale::NumberOptions(QLocale::OmitGroupSeparator));
+    decimals = qBound(0, decimals, 15);
     // A negative value that is rounded to zero is written without its sign: "-0" on an axis looks like a fault.
-    const bool isZero = std::all_of(text.cbegin(), text.cend(),
-                                    [](QChar character) { return character == u'0' || character.isPunct(); });
-    return value < 0.0 && !isZero ? QLatin1Char('-') + text : text;
+    const QString zero = locale.toString(0.0, 'f', decimals);
+    const QString magnitude = locale.toString(std::fabs(value), 'f', decimals);
+    return magnitude == zero ? zero : locale.toString(value, 'f', decimals);
 }
 
 QString BasicTools::iToHex(unsigned char value, int digits, QString prefix)

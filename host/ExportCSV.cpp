@@ -16,6 +16,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStandardPaths>
 #include <QTableView>
@@ -23,8 +25,9 @@
 namespace
 {
 
-constexpr int widthPixels = 640;
+constexpr int narrowestPixels = 640;
 constexpr int heightPixels = 420;
+constexpr int rowMarginPixels = 4;
 
 /// Without it spreadsheets decode the file in the encoding of the locale.
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
@@ -54,6 +57,13 @@ public:
     explicit CaptionedTable(QStandardItemModel *model, QObject *parent) : QIdentityProxyModel(parent)
     {
         setSourceModel(model);
+    }
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        // Numbers of one column can be compared by their length.
+        return role == Qt::TextAlignmentRole ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter))
+                                             : QIdentityProxyModel::data(index, role);
     }
 
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override
@@ -105,9 +115,11 @@ ExportCSV::ExportCSV(QStandardItemModel *model, QWidget *parent, Qt::WindowFlags
     auto *const closeShortcut = new QShortcut(QKeySequence::Cancel, this);
     connect(closeShortcut, SIGNAL(activated()), SLOT(close()));
 
-    resize(widthPixels, heightPixels);
+    resize(narrowestPixels, heightPixels);
     m_table->setFocus();
     show();
+    fitColumns();
+    activateWindow(); // keys are for the table, not for the window that it was opened from
 }
 
 ExportCSV::~ExportCSV() = default;
@@ -192,7 +204,19 @@ void ExportCSV::buildTable()
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setTabKeyNavigation(false);
     m_table->setModel(new CaptionedTable(m_model, this));
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + rowMarginPixels);
     m_table->resizeColumnsToContents();
+}
+
+void ExportCSV::fitColumns()
+{
+    // Measured when it is shown: headers and scroll bars take what their style needs.
+    m_table->horizontalHeader()->setStretchLastSection(false);
+    const int missing = m_table->horizontalHeader()->length() - m_table->viewport()->width();
+    m_table->horizontalHeader()->setStretchLastSection(true); // no gap beside a narrow table
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    const int available = screen == nullptr ? QWIDGETSIZE_MAX : screen->availableSize().width() * 9 / 10;
+    resize(qBound(narrowestPixels, width() + missing, qMax(narrowestPixels, available)), height());
 }
 
 QLayout *ExportCSV::makeControls()

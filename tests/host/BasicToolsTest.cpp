@@ -104,14 +104,35 @@ private slots:
         }
     }
 
+    void writesNumbers_data()
+    {
+        QTest::addColumn<QString>("large");
+        QTest::addColumn<QString>("fraction");
+        QTest::newRow("de_DE") << "-2.147.483.648"
+                               << "1.234,5679";
+        QTest::newRow("en_GB") << "-2,147,483,648"
+                               << "1,234.5679";
+        QTest::newRow("de_CH") << u8"-2\u2019147\u2019483\u2019648" << u8"1\u2019234.5679";
+        QTest::newRow("C") << "-2,147,483,648"
+                           << "1,234.5679"; // which has no groups unless it is asked for them
+    }
+
     void writesNumbers()
     {
+        QFETCH(QString, large);
+        QFETCH(QString, fraction);
+        QLocale::setDefault(QLocale(QString::fromLatin1(QTest::currentDataTag())));
         QCOMPARE(BasicTools::intInsertDot(100.0, 0), QStringLiteral("100"));
-        QCOMPARE(BasicTools::intInsertDot(-2147483648.0, 0), QStringLiteral("-2.147.483.648"));
-        QCOMPARE(BasicTools::intInsertDot(1234.56789, 4), QStringLiteral("1.234,5679"));
-        QCOMPARE(BasicTools::intInsertDot(999.6, 0), QStringLiteral("1.000"));
-        QCOMPARE(BasicTools::intInsertDot(-0.004, 2), QStringLiteral("0,00"));
+        QCOMPARE(BasicTools::intInsertDot(-2147483648.0, 0), large);
+        QCOMPARE(BasicTools::intInsertDot(1234.56789, 4), fraction);
+        QCOMPARE(BasicTools::intInsertDot(999.6, 0).remove(1, 1), QStringLiteral("1000"));
+        QCOMPARE(BasicTools::intInsertDot(-0.004, 2), QLocale().toString(0.0, 'f', 2));
         QCOMPARE(BasicTools::intInsertDot(notANumber, 2), QStringLiteral("nan"));
+        QLocale::setDefault(QLocale::c());
+    }
+
+    void writesHexadecimals()
+    {
         QCOMPARE(BasicTools::iToHex(0x0A, 2, QStringLiteral("0x")), QStringLiteral("0x0A"));
     }
 

@@ -8,6 +8,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTableView>
 
 #include <sys/stat.h>
@@ -107,6 +109,25 @@ private slots:
         QTest::keyClick(next.data(), Qt::Key_Escape);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(next.isNull());
+    }
+
+    void windowShowsAllColumnsAndTakesTheKeys()
+    {
+        QStandardItemModel *const model = makeModel(this);
+        model->setHorizontalHeaderItem(0, new QStandardItem(QString(44, QLatin1Char('w'))));
+        QWidget opener;
+        opener.show();
+        QApplication::setActiveWindow(&opener);
+        ExportCSV window(model, &opener, Qt::Tool);
+        QTRY_VERIFY(window.isActiveWindow());
+        const auto *const table = window.findChild<QTableView *>();
+        QCoreApplication::processEvents();
+        QVERIFY(table->hasFocus());
+        QCOMPARE(table->horizontalScrollBar()->maximum(), 0);
+        QVERIFY(window.width() > 640 && window.width() < QGuiApplication::primaryScreen()->availableSize().width());
+        QVERIFY(table->rowHeight(0) < 2 * table->fontMetrics().height());
+        const QVariant alignment = table->model()->index(0, 0).data(Qt::TextAlignmentRole);
+        QVERIFY(alignment.toInt() & Qt::AlignRight);
     }
 
     void savesAndReportsFailures()

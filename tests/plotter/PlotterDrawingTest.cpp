@@ -103,6 +103,7 @@ private slots:
 
     void wideLabelsAreNotCut()
     {
+        QLocale::setDefault(QLocale(QLocale::German)); // whose group separator is no higher than the digits
         for (const double bottom : {150000.0, 2e9}) {
             PlotterFixture fixture;
             fixture.plotter.setPlotSettings(ranges(-bottom, 1.0, -bottom, 0.0, 1));
@@ -111,6 +112,7 @@ private slots:
             QVERIFY(label.width() > 20 && label.left() > 0);
             QCOMPARE(ink(image, QRect(0, 56, 45, 14)).height(), label.height()); // of a lone 0, below the legend
         }
+        QLocale::setDefault(QLocale::c());
     }
 
     /// Text that is too high for its place is drawn smaller instead of cut off: a cut letter is wider than high.

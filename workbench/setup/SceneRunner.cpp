@@ -1,7 +1,7 @@
 #include "setup/SceneRunner.h"
 
-#include "setup/MouseClick.h"
 #include "reading/TextLists.h"
+#include "setup/MouseClick.h"
 
 #include <QAbstractItemModel>
 #include <QApplication>

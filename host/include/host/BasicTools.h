@@ -23,7 +23,8 @@ namespace BasicTools
 HOST_EXPORT void adjustLinearAxis(double &min, double &max, unsigned int &ticks);
 
 /**
- * \a value with \a decimals digits (0 to 15) after a ",", the digits of the integer part grouped by three with ".".
+ * \a value with \a decimals digits (0 to 15) behind the decimal mark, the digits of the integer part in groups, both as
+ * the default QLocale has them, so that a number means the same wherever the application shows it.
  * NaN and infinite values give "nan", "inf" or "-inf"; a zero has no sign.
  */
 HOST_EXPORT QString intInsertDot(double value, int decimals);

@@ -42,6 +42,8 @@ private slots:
 
 private:
     void buildTable();
+    /// As wide as all columns together need, within the screen.
+    void fitColumns();
     QLayout *makeControls();
 
     QPointer<QStandardItemModel> m_model;
