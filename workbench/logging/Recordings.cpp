@@ -50,6 +50,14 @@ void Recordings::windowOpened(QWidget *container, const QString &title)
     }
 }
 
+void Recordings::containerRemoved(QWidget *container)
+{
+    RecordingWatch *const watch = m_byContainer.take(container);
+    m_watches.removeOne(watch);
+    delete watch;
+    emit changed();
+}
+
 QList<RecordingWatch *> Recordings::watches() const
 {
     return m_watches;
@@ -96,6 +104,12 @@ bool Recordings::hasTrouble() const
     return std::any_of(m_watches.cbegin(), m_watches.cend(), [](const RecordingWatch *watch) {
         return !watch->problem().isEmpty() || !watch->warning().isEmpty();
     });
+}
+
+bool Recordings::isRecording() const
+{
+    return std::any_of(m_watches.cbegin(), m_watches.cend(),
+                       [](const RecordingWatch *watch) { return watch->state() == RecordingWatch::State::Recording; });
 }
 
 bool Recordings::eventFilter(QObject *watched, QEvent *event)

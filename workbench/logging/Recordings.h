@@ -32,6 +32,9 @@ public:
     /// Watches \a container from the first opening of its window on; to be called at each opening.
     void windowOpened(QWidget *container, const QString &title);
 
+    /// Forgets \a container, which is about to be destroyed, and what was recorded of it.
+    void containerRemoved(QWidget *container);
+
     QList<RecordingWatch *> watches() const;
     /// That of \a container; null when it was never opened.
     RecordingWatch *watch(QWidget *container) const;
@@ -44,7 +47,8 @@ public:
 
     /// One line about all recordings, for a status bar.
     QString summary() const;
-    bool hasTrouble() const; ///< a problem or a warning
+    bool hasTrouble() const;  ///< a problem or a warning
+    bool isRecording() const; ///< at least one container
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -13,6 +13,13 @@
     </message>
 </context>
 <context>
+    <name>ChoiceReader</name>
+    <message>
+        <source>curve %1, %2: its page shows the module &quot;%3&quot;, but all curves share one module per side, which is &quot;%4&quot;</source>
+        <translation>Kurve %1, %2: ihre Seite zeigt das Modul „%3“, aber alle Kurven teilen sich je Seite ein Modul, und das ist „%4“</translation>
+    </message>
+</context>
+<context>
     <name>ConnectionSettings</name>
     <message>
         <source>The host is missing.</source>
@@ -161,6 +168,41 @@
         <source>the gateway&apos;s target does not answer</source>
         <translation>das Ziel hinter dem Gateway antwortet nicht</translation>
     </message>
+    <message>
+        <source>What the host sends is no Modbus.</source>
+        <translation>Was der Rechner sendet, ist kein Modbus.</translation>
+    </message>
+    <message>
+        <source>No answer. Is the unit right?</source>
+        <translation>Keine Antwort. Stimmt die Einheit?</translation>
+    </message>
+</context>
+<context>
+    <name>ContainerFields</name>
+    <message>
+        <source>the key of one of the set-up&apos;s modules: %1</source>
+        <translation>der Schlüssel eines Moduls des Aufbaus: %1</translation>
+    </message>
+    <message>
+        <source>a module that is plugged in</source>
+        <translation>ein Modul, das eingesteckt ist</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; as for the first curve, because all curves share one module per side</source>
+        <translation>„%1“ wie bei der ersten Kurve, denn alle Kurven teilen sich je Seite ein Modul</translation>
+    </message>
+    <message>
+        <source>at most %1 curves</source>
+        <translation>höchstens %1 Kurven</translation>
+    </message>
+    <message>
+        <source>a whole number, because position and size belong together</source>
+        <translation>eine ganze Zahl, denn Ort und Größe gehören zusammen</translation>
+    </message>
+    <message>
+        <source>&quot;normal&quot;, because the window has position and size</source>
+        <translation>„normal“, denn das Fenster hat Ort und Größe</translation>
+    </message>
 </context>
 <context>
     <name>ExchangePanel</name>
@@ -235,12 +277,179 @@
         <source>a list of objects in brackets</source>
         <translation>eine Liste von Objekten in eckigen Klammern</translation>
     </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+</context>
+<context>
+    <name>FileMenu</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;New Set-Up</source>
+        <translation>&amp;Neuer Aufbau</translation>
+    </message>
+    <message>
+        <source>Begin again with one module of each kind and an empty container</source>
+        <translation>Neu beginnen mit einem Modul jeder Art und einem leeren Container</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>Ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>Open a set-up: modules, containers and what they show</source>
+        <translation>Einen Aufbau öffnen: Module, Container und was sie zeigen</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>&amp;Zuletzt verwendet</translation>
+    </message>
+    <message>
+        <source>Open a set-up that was opened or saved before</source>
+        <translation>Einen Aufbau öffnen, der schon einmal geöffnet oder gespeichert wurde</translation>
+    </message>
+    <message>
+        <source>&amp;Examples</source>
+        <translation>&amp;Beispiele</translation>
+    </message>
+    <message>
+        <source>Open one of the set-ups that came with the program</source>
+        <translation>Einen der mitgelieferten Aufbauten öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save the set-up to its file</source>
+        <translation>Den Aufbau in seine Datei speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter …</translation>
+    </message>
+    <message>
+        <source>Save the set-up to another file</source>
+        <translation>Den Aufbau in eine andere Datei speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>Close all windows and end the program</source>
+        <translation>Alle Fenster schließen und das Programm beenden</translation>
+    </message>
+    <message>
+        <source>New set-up</source>
+        <translation>Neuer Aufbau</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>There is no file &quot;%1&quot;.</source>
+        <translation>Es gibt keine Datei „%1“.</translation>
+    </message>
+    <message>
+        <source>It was taken from the list of recent files.</source>
+        <translation>Sie wurde aus der Liste der zuletzt verwendeten Dateien genommen.</translation>
+    </message>
+    <message>
+        <source>New &amp;Container</source>
+        <translation>Neuer &amp;Container</translation>
+    </message>
+    <message>
+        <source>New %1</source>
+        <translation>Neu: %1</translation>
+    </message>
+    <message>
+        <source>Make one more container and open it</source>
+        <translation>Einen weiteren Container anlegen und öffnen</translation>
+    </message>
+    <message>
+        <source>No set-up was opened or saved yet</source>
+        <translation>Noch wurde kein Aufbau geöffnet oder gespeichert</translation>
+    </message>
+    <message>
+        <source>&amp;Clear List</source>
+        <translation>&amp;Liste leeren</translation>
+    </message>
+    <message>
+        <source>Forget the recent files; the files stay</source>
+        <translation>Die zuletzt verwendeten Dateien vergessen; die Dateien bleiben</translation>
+    </message>
+    <message>
+        <source>Set up &quot;%1&quot; in place of what is there</source>
+        <translation>„%1“ aufbauen an Stelle dessen, was da ist</translation>
+    </message>
+    <message>
+        <source>Begin Again</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>The new set-up could not be made. Nothing was changed.</source>
+        <translation>Der neue Aufbau ließ sich nicht anlegen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>Open Set-Up</source>
+        <translation>Aufbau öffnen</translation>
+    </message>
+    <message>
+        <source>Set-ups (*.%1 *.json)</source>
+        <translation>Aufbauten (*.%1 *.json)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be set up. Nothing was changed.</source>
+        <translation>„%1“ lässt sich nicht aufbauen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>Save Set-Up</source>
+        <translation>Aufbau speichern</translation>
+    </message>
+    <message>
+        <source>The set-up was not saved.</source>
+        <translation>Der Aufbau wurde nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>The set-up was saved, but not all of it can be kept:</source>
+        <translation>Der Aufbau wurde gespeichert, aber nicht alles lässt sich aufbewahren:</translation>
+    </message>
+    <message>
+        <source>Save the changes to &quot;%1&quot;?</source>
+        <translation>Änderungen an „%1“ speichern?</translation>
+    </message>
+    <message>
+        <source>A recording is running, and would end.</source>
+        <translation>Eine Aufzeichnung läuft und würde enden.</translation>
+    </message>
+    <message>
+        <source>A recording is running, and will end. Its lines are in the file.</source>
+        <translation>Eine Aufzeichnung läuft und wird enden. Ihre Zeilen stehen in der Datei.</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
 </context>
 <context>
     <name>HintBar</name>
     <message>
         <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
-        <translation>Wählen Sie unter „Device X“ und unter „Device Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
+        <translation>Wählen Sie unter „Gerät X“ und unter „Gerät Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
     </message>
     <message>
         <source>&amp;Got it</source>
@@ -277,10 +486,6 @@
 <context>
     <name>MainWindow</name>
     <message>
-        <source>Container Workbench</source>
-        <translation>Container-Werkbank</translation>
-    </message>
-    <message>
         <source>Workspace</source>
         <translation>Arbeitsfläche</translation>
     </message>
@@ -291,22 +496,6 @@
     <message>
         <source>Containers</source>
         <translation>Container</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;New Container</source>
-        <translation>&amp;Neuer Container</translation>
-    </message>
-    <message>
-        <source>Make one more container and open it</source>
-        <translation>Einen weiteren Container anlegen und öffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;View</source>
@@ -339,10 +528,6 @@
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
-    </message>
-    <message>
-        <source>New %1</source>
-        <translation>Neu: %1</translation>
     </message>
     <message>
         <source>%1 does not answer any more</source>
@@ -503,16 +688,8 @@ Ein zweites beendet ihn sofort.
 </translation>
     </message>
     <message>
-        <source>Set up a scene: a name from --list-scenes, or a scene file.</source>
-        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Szenendatei.</translation>
-    </message>
-    <message>
         <source>Run the scene (default: circle) that long, save a picture and end; default 5.</source>
         <translation>Die Szene (Vorgabe: circle) so lange laufen lassen, ein Bild speichern und enden; Vorgabe 5.</translation>
-    </message>
-    <message>
-        <source>Where to save that picture, a PNG; default ./xy-plot.png.</source>
-        <translation>Wohin dieses Bild gespeichert wird, ein PNG; Vorgabe ./xy-plot.png.</translation>
     </message>
     <message>
         <source>Record the run to a CSV file, by the window&apos;s own box and dialog; an existing file is overwritten. A picture is then saved only with --picture.</source>
@@ -579,22 +756,6 @@ Ein zweites beendet ihn sofort.
         <translation>Unerwartetes Argument „%1“</translation>
     </message>
     <message>
-        <source>Usage: xy-plot-workbench [options]
-
-A stand-in host for container plugins, with simulated motor-controller modules.
-Without a display it runs a scene off screen, saves a picture of the plot and ends.
-
-Options:
-</source>
-        <translation>Aufruf: xy-plot-workbench [Optionen]
-
-Ein Ersatz-Hostprogramm für Container-Plugins, mit simulierten Motorsteuerungsmodulen.
-Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild des Diagramms wird gespeichert, und das Programm endet.
-
-Optionen:
-</translation>
-    </message>
-    <message>
         <source>A container plugin to load, or a folder of them; may be given more than once. Without it, those that came with the program and those in the user&apos;s plugin folder are loaded.</source>
         <translation>Ein zu ladendes Container-Plugin oder ein Ordner mit solchen; darf mehrmals angegeben werden. Sonst werden die geladen, die zum Programm gehören, und die im Plugin-Ordner des Benutzers.</translation>
     </message>
@@ -609,6 +770,36 @@ Optionen:
     <message>
         <source>Show the version and end.</source>
         <translation>Die Version zeigen und enden.</translation>
+    </message>
+    <message>
+        <source>Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from earlier runs has a part in it.</source>
+        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Datei mit einem Aufbau. Nichts, was aus früheren Läufen aufbewahrt ist, spielt dabei mit.</translation>
+    </message>
+    <message>
+        <source>Usage: xy-plot-workbench [options] [FILE]
+
+A stand-in host for container plugins, with simulated motor-controller modules.
+FILE is a set-up to open, as the File menu saves it.
+Without a display it runs a scene off screen, saves a picture of its window and ends.
+
+Options:
+</source>
+        <translation>Aufruf: xy-plot-workbench [Optionen] [DATEI]
+
+Ein Ersatz-Hostprogramm für Container-Plugins, mit simulierten Motorsteuerungsmodulen.
+DATEI ist ein Aufbau, wie ihn das Menü Datei speichert.
+Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild ihres Fensters wird gespeichert, und das Programm endet.
+
+Optionen:
+</translation>
+    </message>
+    <message>
+        <source>Where to save that picture, a PNG of the whole container; default ./xy-plot.png.</source>
+        <translation>Wohin dieses Bild gespeichert wird, ein PNG des ganzen Containers; Vorgabe ./xy-plot.png.</translation>
+    </message>
+    <message>
+        <source>--picture: expected the name of a PNG file, found &quot;%1&quot;</source>
+        <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
     </message>
 </context>
 <context>
@@ -684,6 +875,13 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RecordedModule</name>
+    <message>
+        <source>%1: the recording has been played to its end</source>
+        <translation>%1: die Aufzeichnung ist bis zum Ende abgespielt</translation>
+    </message>
+</context>
+<context>
     <name>RecordingDriver</name>
     <message>
         <source>no curve got a point to record</source>
@@ -704,6 +902,175 @@ Optionen:
     <message>
         <source>%1: the save dialog did not take this file</source>
         <translation>%1: der Speichern-Dialog hat diese Datei nicht angenommen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingFile</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>expected a file, found a folder</source>
+        <translation>erwartet wird eine Datei, das ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>expected a file, found a device or a pipe</source>
+        <translation>erwartet wird eine Datei, das ist ein Gerät oder eine Pipe</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>expected at most %1 MiB, found %2</source>
+        <translation>erwartet werden höchstens %1 MiB, es sind %2</translation>
+    </message>
+    <message>
+        <source>%1 was removed; what was opened can still be played</source>
+        <translation>%1 wurde gelöscht; was geöffnet war, kann weiter abgespielt werden</translation>
+    </message>
+    <message>
+        <source>%1 was cut off; not all of it can be played</source>
+        <translation>%1 wurde gekürzt; nicht alles kann abgespielt werden</translation>
+    </message>
+    <message>
+        <source>%1 has grown; take it out and plug it in again to play all of it</source>
+        <translation>%1 ist gewachsen; ausstecken und wieder einstecken, um alles abzuspielen</translation>
+    </message>
+    <message>
+        <source>%1 was written to since it was opened</source>
+        <translation>%1 wurde seit dem Öffnen beschrieben</translation>
+    </message>
+    <message>
+        <source>%1 has become shorter since it was opened</source>
+        <translation>%1 ist seit dem Öffnen kürzer geworden</translation>
+    </message>
+    <message>
+        <source>%1 has changed since it was opened</source>
+        <translation>%1 hat sich seit dem Öffnen geändert</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingFormat</name>
+    <message>
+        <source>a header line with the names of the columns</source>
+        <translation>eine Kopfzeile mit den Namen der Spalten</translation>
+    </message>
+    <message>
+        <source>an empty file</source>
+        <translation>eine leere Datei</translation>
+    </message>
+    <message>
+        <source>a line of more than %1 bytes</source>
+        <translation>eine Zeile mit mehr als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>&quot;Counter&quot;</source>
+        <translation>&quot;Counter&quot;</translation>
+    </message>
+    <message>
+        <source>lines with a counter and two values for each curve</source>
+        <translation>Zeilen mit einem Zähler und zwei Werten für jede Kurve</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 columns</source>
+        <translation>höchstens %1 Spalten</translation>
+    </message>
+    <message>
+        <source>The header names %1 curves and the lines hold %2: the names may be those of other curves.</source>
+        <translation>Der Kopf nennt %1 Kurven, und die Zeilen enthalten %2: die Namen können die anderer Kurven sein.</translation>
+    </message>
+    <message>
+        <source>the numbers &quot;%1&quot;</source>
+        <translation>die Zahlen &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>lines with numbers</source>
+        <translation>Zeilen mit Zahlen</translation>
+    </message>
+    <message>
+        <source>Columns that hold text and are left out: %1.</source>
+        <translation>Spalten mit Text, die weggelassen werden: %1.</translation>
+    </message>
+    <message>
+        <source>Of the columns, the first %1 are offered and %2 are left out.</source>
+        <translation>Von den Spalten werden die ersten %1 angeboten und %2 weggelassen.</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>text in UTF-8</source>
+        <translation>Text in UTF-8</translation>
+    </message>
+    <message>
+        <source>text in UTF-16</source>
+        <translation>Text in UTF-16</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>a zero byte</source>
+        <translation>ein Null-Byte</translation>
+    </message>
+    <message>
+        <source>line %1: expected %2, found %3</source>
+        <translation>Zeile %1: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>line %1, column %2: expected %3, found %4</source>
+        <translation>Zeile %1, Spalte %2: erwartet: %3, gefunden: %4</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingIndex</name>
+    <message>
+        <source>lines with numbers</source>
+        <translation>Zeilen mit Zahlen</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>a zero byte</source>
+        <translation>ein Null-Byte</translation>
+    </message>
+    <message>
+        <source>Line %1, the last one, is cut off and left out.</source>
+        <translation>Zeile %1, die letzte, ist abgeschnitten und wird weggelassen.</translation>
+    </message>
+    <message>
+        <source>Lines that are damaged and left out: %1. The first is %2.</source>
+        <translation>Beschädigte Zeilen, die weggelassen werden: %1. Die erste ist %2.</translation>
     </message>
 </context>
 <context>
@@ -953,6 +1320,33 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RowDecoder</name>
+    <message>
+        <source>a closing quote</source>
+        <translation>ein schließendes Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>%1 fields</source>
+        <translation>%1 Felder</translation>
+    </message>
+    <message>
+        <source>no more than %1 columns</source>
+        <translation>nicht mehr als %1 Spalten</translation>
+    </message>
+    <message>
+        <source>a counter</source>
+        <translation>ein Zähler</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>the decimal mark of the lines before (&quot;%1&quot;) and no digit grouping</source>
+        <translation>das Dezimalzeichen der Zeilen davor (&quot;%1&quot;) und keine Zifferngruppen</translation>
+    </message>
+</context>
+<context>
     <name>RunPlan</name>
     <message>
         <source>no scene and no file is called &quot;%1&quot;; the scenes are: %2</source>
@@ -995,38 +1389,25 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>SceneExchange</name>
+    <message>
+        <source>the plugin %1 makes no container</source>
+        <translation>das Plugin %1 legt keinen Container an</translation>
+    </message>
+    <message>
+        <source>the field &quot;docks&quot; of the window is not as the workbench has written it</source>
+        <translation>das Feld „docks“ des Fensters ist nicht so, wie die Werkbank es geschrieben hat</translation>
+    </message>
+    <message>
+        <source>no plugin &quot;%1&quot; is loaded, only: %2</source>
+        <translation>kein Plugin „%1“ ist geladen, nur: %2</translation>
+    </message>
+</context>
+<context>
     <name>SceneReader</name>
-    <message>
-        <source>one of %1</source>
-        <translation>eines von %1</translation>
-    </message>
-    <message>
-        <source>a number of microsteps, 0 or more</source>
-        <translation>eine Zahl von Mikroschritten, mindestens 0</translation>
-    </message>
-    <message>
-        <source>a number of seconds above 0</source>
-        <translation>eine Zahl von Sekunden größer als 0</translation>
-    </message>
-    <message>
-        <source>an axis that has no motion yet</source>
-        <translation>eine Achse, die noch keine Bewegung hat</translation>
-    </message>
-    <message>
-        <source>the key of one of the scene&apos;s modules: %1</source>
-        <translation>der Schlüssel eines Moduls der Szene: %1</translation>
-    </message>
     <message>
         <source>a key that no other module has</source>
         <translation>ein Schlüssel, den kein anderes Modul hat</translation>
-    </message>
-    <message>
-        <source>at most %1 curves</source>
-        <translation>höchstens %1 Kurven</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; as for the first curve, because all curves share one module per side</source>
-        <translation>„%1“ wie bei der ersten Kurve, denn alle Kurven teilen sich je Seite ein Modul</translation>
     </message>
     <message>
         <source>%1:%2: expected JSON: %3</source>
@@ -1037,28 +1418,40 @@ Optionen:
         <translation>%1: erwartet wird ein Objekt in geschweiften Klammern</translation>
     </message>
     <message>
-        <source>%1: cannot read the scene file: %2</source>
-        <translation>%1: die Szenendatei lässt sich nicht lesen: %2</translation>
+        <source>at most %1 modules</source>
+        <translation>höchstens %1 Module</translation>
     </message>
     <message>
-        <source>no motion, because %1 has no axes</source>
-        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+        <source>no such field without &quot;containers&quot;</source>
+        <translation>kein solches Feld ohne „containers“</translation>
     </message>
     <message>
-        <source>0, because %1 has this axis only</source>
-        <translation>0, denn %1 hat nur diese Achse</translation>
+        <source>no such field beside &quot;containers&quot;, whose entries have it</source>
+        <translation>kein solches Feld neben „containers“, deren Einträge es haben</translation>
     </message>
     <message>
-        <source>a whole number from 0 to %1, the axes of %2</source>
-        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
+        <source>1 to %1 containers</source>
+        <translation>1 bis %1 Container</translation>
+    </message>
+    <message>
+        <source>a text in base64, as the workbench has written it</source>
+        <translation>ein Text in Base64, wie ihn die Werkbank geschrieben hat</translation>
+    </message>
+    <message>
+        <source>%1: expected at most %2 bytes</source>
+        <translation>%1: erwartet werden höchstens %2 Bytes</translation>
+    </message>
+    <message>
+        <source>%1: cannot read the set-up: it is no ordinary file</source>
+        <translation>%1: der Aufbau lässt sich nicht lesen: es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>%1: cannot read the set-up: %2</source>
+        <translation>%1: der Aufbau lässt sich nicht lesen: %2</translation>
     </message>
 </context>
 <context>
     <name>SceneRunner</name>
-    <message>
-        <source>the plot window has %1 curves, the scene needs more</source>
-        <translation>das Plotfenster hat %1 Kurven, die Szene braucht mehr</translation>
-    </message>
     <message>
         <source>the module &quot;%1&quot; is not offered, only: %2</source>
         <translation>das Modul „%1“ wird nicht angeboten, nur: %2</translation>
@@ -1080,12 +1473,27 @@ Optionen:
         <translation>der Wert „%1“ lässt sich nicht vorzeichenbehaftet lesen</translation>
     </message>
     <message>
-        <source>the plot has boxes for %1 curves, the scene needs %2</source>
-        <translation>das Diagramm hat Kästchen für %1 Kurven, die Szene braucht %2</translation>
+        <source>the plot window has %1 curves, the set-up needs more</source>
+        <translation>das Plotfenster hat %1 Kurven, der Aufbau braucht mehr</translation>
     </message>
     <message>
-        <source>the container has no %1 called &quot;%2&quot;, which a scene needs</source>
-        <translation>der Container hat kein %1 namens „%2“, das eine Szene braucht</translation>
+        <source>curve %1, %2: </source>
+        <translation>Kurve %1, %2: </translation>
+    </message>
+    <message>
+        <source>the plot has boxes for %1 curves, the set-up needs %2</source>
+        <translation>das Diagramm hat Kästchen für %1 Kurven, der Aufbau braucht %2</translation>
+    </message>
+    <message>
+        <source>the container has no %1 called &quot;%2&quot;, which a set-up needs</source>
+        <translation>der Container hat kein %1 namens „%2“, das ein Aufbau braucht</translation>
+    </message>
+</context>
+<context>
+    <name>SceneWriter</name>
+    <message>
+        <source>%1: cannot be saved: %2</source>
+        <translation>%1: lässt sich nicht speichern: %2</translation>
     </message>
 </context>
 <context>
@@ -1167,6 +1575,33 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>SimulationFields</name>
+    <message>
+        <source>a number of microsteps, 0 or more</source>
+        <translation>eine Zahl von Mikroschritten, mindestens 0</translation>
+    </message>
+    <message>
+        <source>a number of seconds above 0</source>
+        <translation>eine Zahl von Sekunden größer als 0</translation>
+    </message>
+    <message>
+        <source>no motion, because %1 has no axes</source>
+        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+    </message>
+    <message>
+        <source>0, because %1 has this axis only</source>
+        <translation>0, denn %1 hat nur diese Achse</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 to %1, the axes of %2</source>
+        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
+    </message>
+    <message>
+        <source>an axis that has no motion yet</source>
+        <translation>eine Achse, die noch keine Bewegung hat</translation>
+    </message>
+</context>
+<context>
     <name>StatusSummary</name>
     <message>
         <source>%1 answers/s</source>
@@ -1225,6 +1660,10 @@ Optionen:
     <message>
         <source>%1: lines with old values, because a module did not answer: %2</source>
         <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
+    </message>
+    <message>
+        <source>plot: none of these plugins has one, so no scene was run</source>
+        <translation>Diagramm: keines dieser Plugins hat eines, also lief keine Szene ab</translation>
     </message>
 </context>
 <context>

@@ -104,7 +104,7 @@ bool AnswerGate::passRequest()
     }
     const unsigned char function = m_request[functionPlace];
     if (m_request.size() != requestSize || function < 1 || function > lastReadFunction) {
-        return fail(ConnectionTrouble::Kind::Garbage);
+        return fail(ConnectionTrouble::Kind::NotModbus);
     }
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -125,7 +125,7 @@ bool AnswerGate::passAnswers()
     while (m_received.size() >= headerSize) {
         const int length = wordAt(m_received, 4);
         if (wordAt(m_received, 2) != 0) {
-            return fail(ConnectionTrouble::Kind::Garbage);
+            return fail(ConnectionTrouble::Kind::NotModbus);
         }
         if (length < minimumLength || length > maximumLength) {
             return fail(ConnectionTrouble::Kind::WrongLength);
@@ -159,7 +159,7 @@ bool AnswerGate::passAnswer(const Bytes &frame)
             return fail(ConnectionTrouble::Kind::WrongLength);
         }
     } else if (frame[functionPlace] != function) {
-        return fail(ConnectionTrouble::Kind::Garbage);
+        return fail(ConnectionTrouble::Kind::NotModbus);
     } else if (frame[bytesPlace] != payloadOf(m_request) || length != exceptionLength + payloadOf(m_request)) {
         return fail(ConnectionTrouble::Kind::WrongLength);
     }

@@ -34,6 +34,8 @@ QString ConnectionTrouble::words() const
     case Kind::Closed:
         return tr("The connection was closed.");
     case Kind::NoAnswer:
+        return tr("No answer. Is the unit right?");
+    case Kind::NoAnswerOnLine:
         return tr("No answer. Are unit, cable and rate right?");
     case Kind::WrongUnit:
         return number < 0 ? tr("Another unit answered instead.") : tr("Unit %1 answered instead.").arg(number);
@@ -43,6 +45,8 @@ QString ConnectionTrouble::words() const
         return tr("The answers do not have the length that was asked for.");
     case Kind::Garbage:
         return tr("Garbage on the line. Do rate, parity and stop bits match?");
+    case Kind::NotModbus:
+        return tr("What the host sends is no Modbus.");
     case Kind::Exception:
         return tr("The device answers with exception %1: %2.").arg(number).arg(exceptionName(number));
     }

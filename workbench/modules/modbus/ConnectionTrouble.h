@@ -31,10 +31,12 @@ public:
         SystemError,      ///< number is errno
         Closed,           ///< the other side ended the connection, or the port was pulled out
         NoAnswer,         ///< in time
+        NoAnswerOnLine,   ///< the same, over a serial line
         WrongUnit,        ///< number is the unit that answered
         WrongTransaction, ///< answers belong to no request
         WrongLength,      ///< an answer has more or less than was asked for
-        Garbage,          ///< what comes is no Modbus, or damaged
+        Garbage,          ///< what comes over a serial line is no Modbus, or damaged
+        NotModbus,        ///< the same, over TCP
         Exception         ///< number is the exception code of the device
     };
 

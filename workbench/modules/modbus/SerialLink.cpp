@@ -184,7 +184,7 @@ ConnectionTrouble SerialLink::recover(const ConnectionTrouble &trouble)
     }
     // Answers on a serial line bear no number. A late one must have come before the next request goes out.
     listenUntilQuiet(serialAnswerTimeoutMs);
-    return trouble;
+    return trouble.kind == Kind::NoAnswer ? ConnectionTrouble{Kind::NoAnswerOnLine, 0, {}} : trouble;
 }
 
 bool SerialLink::listenUntilQuiet(int quietMs)
