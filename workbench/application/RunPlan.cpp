@@ -2,6 +2,7 @@
 
 #include "application/PluginFolders.h"
 #include "logging/WriteObstacle.h"
+#include "setup/DeviceScene.h"
 #include "setup/SceneReader.h"
 
 #include <QCoreApplication>
@@ -87,11 +88,13 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
 
     // In a window a file is opened as by the menu, with all that is kept between runs.
-    plan.openFile = plan.isTimed ? QString() : absolute(options.file);
-    const QString asked = plan.isTimed && !options.file.isEmpty() ? options.file : options.scene;
-    plan.isSceneAsked = !asked.isEmpty();
-    const QString name = asked.isEmpty() && plan.isTimed ? QStringLiteral("circle") : asked;
-    plan.hasScene = !name.isEmpty();
+    const bool isFileScene = plan.isTimed || !options.devices.isEmpty();
+    plan.openFile = isFileScene ? QString() : absolute(options.file);
+    const QString asked = isFileScene && !options.file.isEmpty() ? options.file : options.scene;
+    const bool isOfDevices = asked.isEmpty() && !options.devices.isEmpty();
+    plan.isSceneAsked = !asked.isEmpty() || isOfDevices;
+    const QString name = asked.isEmpty() && plan.isTimed && !isOfDevices ? QStringLiteral("circle") : asked;
+    plan.hasScene = !name.isEmpty() || isOfDevices;
     const QString path = scenePath(name);
     plan.scenePath = path;
     if (path.isEmpty()) {
@@ -108,6 +111,13 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }
-    checkFiles(plan, result);
+    if (isOfDevices) {
+        plan.scene.modules.clear(); // those of the start
+    }
+    result.error = addDevices(plan.scene, options.devices);
+    result.exitCode = result.error.isEmpty() ? 0 : RunPlanResult::exitFailure;
+    if (result.error.isEmpty()) {
+        checkFiles(plan, result);
+    }
     return result;
 }

@@ -43,6 +43,7 @@ private:
     void openPlot();
     int testItself();
     int checkContainers();
+    void printTroubles() const;
     int fail(const QString &problem) const;
 
     const RunPlan &m_plan;

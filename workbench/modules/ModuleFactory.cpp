@@ -1,5 +1,7 @@
 #include "modules/ModuleFactory.h"
 
+#include "modules/modbus/ModbusModule.h"
+#include "modules/modbus/RegisterMapReader.h"
 #include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/SimulatedModule.h"
 
@@ -33,6 +35,19 @@ struct FamilyFactory
         module->setSilent(settings.isSilent);
         module->setAnswerTime(settings.answerTimeMs);
         return {std::move(module), QString()};
+    }
+
+    ModuleResult operator()(const DeviceSettings &settings) const
+    {
+        const QString problem = settings.connection.problem();
+        if (!problem.isEmpty()) {
+            return {nullptr, QStringLiteral("%1: %2").arg(key, problem)};
+        }
+        const RegisterMapResult map = readRegisterMapFile(settings.mapFile);
+        if (!map.error.isEmpty()) {
+            return {nullptr, map.error};
+        }
+        return {std::make_unique<ModbusModule>(key, context.handler, settings.connection, map.map), QString()};
     }
 };
 

@@ -83,6 +83,11 @@ const SimulationSettings *ModuleRack::simulation(int index) const
     return std::get_if<SimulationSettings>(&m_places.at(index).settings.family);
 }
 
+const DeviceSettings *ModuleRack::device(int index) const
+{
+    return std::get_if<DeviceSettings>(&m_places.at(index).settings.family);
+}
+
 bool ModuleRack::isPluggedIn(int index) const
 {
     return !m_places.at(index).module.isNull();

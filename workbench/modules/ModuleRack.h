@@ -53,6 +53,8 @@ public:
     const ModuleSettings &settings(int index) const;
     /// The settings of a simulated module; null for a module of another family.
     const SimulationSettings *simulation(int index) const;
+    /// The settings of a device; null for a module of another family.
+    const DeviceSettings *device(int index) const;
 
     bool isPluggedIn(int index) const;
     /// The module at place \a index; null while it is taken out. Owned by the registry.

@@ -1,11 +1,12 @@
 #include "setup/ModuleFields.h"
 
 #include "reading/FieldReader.h"
+#include "setup/DeviceFields.h"
 #include "setup/SimulationFields.h"
 
 const std::vector<ModuleFields> &moduleFields()
 {
-    static const std::vector<ModuleFields> families = {simulationFields()};
+    static const std::vector<ModuleFields> families = {simulationFields(), tcpDeviceFields(), rtuDeviceFields()};
     return families;
 }
 

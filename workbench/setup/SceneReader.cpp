@@ -2,6 +2,7 @@
 
 #include "reading/FieldReader.h"
 #include "setup/ContainerFields.h"
+#include "setup/DeviceFields.h"
 #include "setup/ModuleFields.h"
 
 #include <QCoreApplication>
@@ -164,7 +165,9 @@ SceneResult readSceneFile(const QString &path)
     if (!file.open(QIODevice::ReadOnly)) {
         return failure(Text::tr("%1: cannot read the set-up: %2").arg(path, file.errorString()));
     }
-    return readScene(file.read(maximumSceneBytes + 1), path);
+    SceneResult result = readScene(file.read(maximumSceneBytes + 1), path);
+    resolveMapFiles(result.scene.modules, info.absolutePath());
+    return result;
 }
 
 QStringList shippedScenes()

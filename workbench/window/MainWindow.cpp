@@ -5,6 +5,7 @@
 #include "window/ContainerWindow.h"
 #include "window/FileMenu.h"
 #include "window/HintBar.h"
+#include "window/ModuleMenu.h"
 #include "window/PanelDocks.h"
 #include "window/ScreenFit.h"
 #include "window/StatusSummary.h"
@@ -247,6 +248,8 @@ void MainWindow::makeMenus()
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->addAction(m_toolBar->toggleViewAction());
+
+    menuBar()->addMenu(new ModuleMenu(&m_workbench->modules(), this));
 
     m_containerMenu = menuBar()->addMenu(tr("&Containers"));
     m_containerMenu->addAction(tr("&Tile"), m_workspace, &QMdiArea::tileSubWindows);
