@@ -8,7 +8,7 @@
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5 qttranslations5-l10n
-              fonts-dejavu-core libmodbus-dev pkg-config)
+              fonts-dejavu-core libmodbus-dev pkg-config cmark-gfm)
 bench_packages=(libqwt-qt5-dev libqcustomplot-dev)
 lint_packages=(clang clang-format clang-tidy clazy)
 package_packages=(dpkg-dev file binutils lintian desktop-file-utils appstream mmdebstrap man-db)

@@ -28,6 +28,26 @@ PlotterWindow::SelectorPage PlotterWindow::selectorPage(int curve, Side side)
             QStringLiteral("cmds") + suffix};
 }
 
+QString PlotterWindow::buttonName(Job job)
+{
+    switch (job) {
+    case Job::Screenshot:
+        return QStringLiteral("btnCamera");
+    case Job::Clear:
+        return QStringLiteral("btnResetData");
+    case Job::Export:
+        return QStringLiteral("btnExport");
+    case Job::Refresh:
+        break;
+    }
+    return QStringLiteral("btnRefresh");
+}
+
+QString PlotterWindow::plotName()
+{
+    return QStringLiteral("widgetPlot");
+}
+
 QString PlotterWindow::optionBoxName(Option option)
 {
     switch (option) {

@@ -52,6 +52,21 @@ struct SelectorPage
 /// \param curve from 0
 SelectorPage selectorPage(int curve, Side side);
 
+/// What the window has a button for.
+enum class Job
+{
+    Screenshot,
+    Clear,
+    Export,
+    Refresh
+};
+
+/// The object name of the job's button.
+QString buttonName(Job job);
+
+/// The widget with the plot and the boxes above it.
+QString plotName();
+
 enum class Option
 {
     Lines,  ///< a line between recorded dots

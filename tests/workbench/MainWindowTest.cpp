@@ -93,7 +93,7 @@ private slots:
 
         QVector<LogMessage> arrived;
         MessageLog &log = window.workbench.messages();
-        log.deliver(); // what the platform has written
+        log.deliver(); // what the platform has written, and that a module was taken out
         connect(&log, &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) { arrived = messages; });
         auto *const watch = window.main->findChild<AnswerWatch *>();
         emit watch->fellSilent(1);
@@ -102,7 +102,7 @@ private slots:
         log.deliver();
         QCOMPARE(arrived.size(), 3);
         QVERIFY(arrived.at(0).type == QtWarningMsg &&
-                arrived.at(0).text == QLatin1String("B does not answer any more"));
+                arrived.at(0).text.startsWith(QLatin1String("B does not answer any more: ")));
         QCOMPARE(arrived.at(1).text, QStringLiteral("B answers again, after 7 s"));
         QCOMPARE(window.main->statusBar()->currentMessage(), arrived.at(1).text); // debug lines are not shown there
     }

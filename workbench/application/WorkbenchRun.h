@@ -42,7 +42,6 @@ private:
     int runRecorded();
     void openPlot();
     int testItself();
-    int checkContainers();
     void printTroubles() const;
     int fail(const QString &problem) const;
 

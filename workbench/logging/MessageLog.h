@@ -18,6 +18,7 @@ struct LogMessage
     QString category;
     QString text;
     bool isMarked = false; ///< what the log's marker said when it arrived
+    QString path = {};     ///< of a file that is named in the text, see namedPath(); set by a MessageModel
 };
 Q_DECLARE_TYPEINFO(LogMessage, Q_MOVABLE_TYPE);
 

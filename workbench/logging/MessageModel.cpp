@@ -1,6 +1,11 @@
 #include "logging/MessageModel.h"
 
+#include "logging/NamedPath.h"
+
 #include <QApplication>
+#include <QBrush>
+#include <QFont>
+#include <QLocale>
 #include <QStyle>
 
 #include <algorithm>
@@ -26,14 +31,40 @@ bool isDebug(const LogMessage &message)
     return message.type == QtDebugMsg;
 }
 
+/// Beside the text itself: a path in it makes it look like a link.
+QVariant textData(const LogMessage &message, int role)
+{
+    const bool isLink = !message.path.isEmpty();
+    switch (role) {
+    case Qt::ToolTipRole:
+        return isLink ? MessageModel::tr("%1\n(A click opens %2)").arg(message.text, message.path) : message.text;
+    case MessageModel::pathRole:
+        return message.path;
+    case Qt::ForegroundRole:
+        return isLink ? QVariant(QApplication::palette().brush(QPalette::Link)) : QVariant();
+    case Qt::FontRole: {
+        QFont font = QApplication::font("QTreeView");
+        font.setUnderline(true);
+        return isLink ? QVariant(font) : QVariant();
+    }
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 void MessageModel::append(const QVector<LogMessage> &messages)
 {
     // Of a batch beyond the bound only the end would stay.
-    const QVector<LogMessage> added = messages.mid(std::max(0, messages.size() - maximumMessages));
+    QVector<LogMessage> added = messages.mid(std::max(0, messages.size() - maximumMessages));
     if (added.isEmpty()) {
         return;
+    }
+    for (LogMessage &message : added) {
+        if (!isDebug(message)) { // of which there are too many to look for each in the file system
+            message.path = namedPath(message.text);
+        }
     }
     beginInsertRows({}, m_messages.size(), m_messages.size() + added.size() - 1);
     m_messages += added;
@@ -75,15 +106,15 @@ QVariant MessageModel::data(const QModelIndex &index, int role) const
     if (role == Qt::DecorationRole && index.column() == Severity && !isDebug(message)) {
         return QApplication::style()->standardIcon(symbolOf(message.type));
     }
-    if (role == Qt::ToolTipRole && index.column() == Text) {
-        return message.text;
+    if (index.column() == Text && role != Qt::DisplayRole) {
+        return textData(message, role);
     }
     if (role != Qt::DisplayRole) {
         return {};
     }
     switch (index.column()) {
     case Time:
-        return message.time.toString(QStringLiteral("hh:mm:ss.zzz"));
+        return message.time.toString(QStringLiteral("hh:mm:ss'%1'zzz").arg(QLocale().decimalPoint()));
     case Severity: {
         const QString names[] = {tr("Debug"), tr("Info"), tr("Warning"), tr("Critical"), tr("Fatal")};
         return names[severity(message.type)];

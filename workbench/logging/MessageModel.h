@@ -25,6 +25,9 @@ public:
         ColumnCount
     };
 
+    /// The path of the file or folder that a message names, of the cells with the text; empty when it names none.
+    static constexpr int pathRole = Qt::UserRole;
+
     static constexpr int maximumMessages = 2000;
     static constexpr int maximumDebugLines = 1000; ///< of maximumMessages
 

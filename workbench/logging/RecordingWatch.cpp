@@ -3,10 +3,13 @@
 #include "PlotterWindow.h"
 #include "logging/WriteObstacle.h"
 
+#include "host/DynamicProperty.h"
+
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -38,6 +41,16 @@ void RecordingWatch::windowOpened()
     setProblem(tr("The box is checked, but nothing is being recorded since the window was opened again"));
 }
 
+void RecordingWatch::windowClosed()
+{
+    if (m_state == State::Recording) {
+        poll();
+        m_state = State::CheckedOnly; // the container keeps its box as it is, and begins with nothing when opened again
+        setProblem({});
+        end(tr("the window was closed"), true);
+    }
+}
+
 bool RecordingWatch::isAsking() const
 {
     return m_state == State::Off && !m_box.isNull() && m_box->isChecked();
@@ -53,8 +66,15 @@ void RecordingWatch::boxToggled(bool on)
 {
     if (!on) {
         poll();
+        const bool wasRecording = m_state == State::Recording;
         m_state = State::Off;
         setProblem({});
+        const QString reason = switchedReason();
+        if (wasRecording && !reason.isEmpty()) {
+            end(reason, true);
+        } else if (wasRecording) {
+            end(tr("the box was unticked"), false);
+        }
     } else if (!m_box.isNull() && m_box->isChecked()) {
         begin();
     } else {
@@ -71,10 +91,10 @@ void RecordingWatch::linesAnnounced(int lines, int withOldValues)
     }
 }
 
-void RecordingWatch::setSilentModules(const QStringList &keys)
+void RecordingWatch::setSourceTroubles(const QStringList &troubles)
 {
-    if (keys != m_silentModules) {
-        m_silentModules = keys;
+    if (troubles != m_sourceTroubles) {
+        m_sourceTroubles = troubles;
         emit changed();
     }
 }
@@ -121,14 +141,25 @@ QString RecordingWatch::headline() const
         return tr("The box is checked; into which file is not known");
     }
     if (m_state != State::Recording) {
-        return tr("Not recording");
+        return m_ending.isEmpty() ? tr("Not recording") : m_ending;
     }
     const QString name = QFileInfo(m_file.path()).fileName();
     if (m_container.isNull() || !m_container->isVisible()) {
         return tr("Recording into %1 rests: nothing is sampled while the window is hidden").arg(name);
     }
-    const QString base = tr("Recording into %1, %2").arg(name, lineCount(m_file.dataLines()));
+    const QString base = tr("Recording into %1").arg(name);
     return warning().isEmpty() ? base : tr("%1; %2").arg(base, warning());
+}
+
+QString RecordingWatch::brief() const
+{
+    const bool hasCount = m_state == State::Recording && m_problem.isEmpty();
+    return hasCount ? tr("%1: %2").arg(lineCount(m_file.dataLines()), headline()) : headline();
+}
+
+bool RecordingWatch::endedUnasked() const
+{
+    return !m_ending.isEmpty() && m_endedUnasked;
 }
 
 QString RecordingWatch::problem() const
@@ -145,9 +176,7 @@ QString RecordingWatch::warning() const
     if (m_withOldValues > 0) {
         parts.append(tr("%1 with old values").arg(lineCount(m_withOldValues)));
     }
-    if (!m_silentModules.isEmpty()) {
-        parts.append(tr("not answering: %1").arg(m_silentModules.join(QStringLiteral(", "))));
-    }
+    parts += m_sourceTroubles;
     return parts.join(QStringLiteral("; "));
 }
 
@@ -166,6 +195,66 @@ QString RecordingWatch::lastFailure() const
     return m_lastFailure;
 }
 
+RecordingWatch::Choices RecordingWatch::choices() const
+{
+    Choices found;
+    if (m_container.isNull()) {
+        return found;
+    }
+    const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(m_container);
+    for (const QCheckBox *const box : boxes) {
+        found.curves.append(box->isChecked());
+        found.sources.append(box->property(DynamicProperty::CaptureX).toString() + QLatin1Char('\n') +
+                             box->property(DynamicProperty::CaptureY).toString());
+    }
+    const QString name = PlotterWindow::optionBoxName(PlotterWindow::Option::ShowAll);
+    const auto *const showAll = m_container->findChild<QCheckBox *>(name);
+    found.showsAll = showAll != nullptr && showAll->isChecked();
+    return found;
+}
+
+QString RecordingWatch::switchedReason() const
+{
+    const Choices now = choices();
+    for (int curve = 0; curve < qMin(now.curves.size(), m_choices.curves.size()); ++curve) {
+        if (now.curves.at(curve) != m_choices.curves.at(curve)) {
+            return (now.curves.at(curve) ? tr("curve %1 was switched on") : tr("curve %1 was switched off"))
+                .arg(curve + 1);
+        }
+    }
+    return now.showsAll == m_choices.showsAll ? QString() : tr("\"Show all data\" was switched");
+}
+
+QString RecordingWatch::sourceReason() const
+{
+    const Choices now = choices();
+    for (int curve = 0; curve < qMin(now.sources.size(), m_choices.sources.size()); ++curve) {
+        const bool isRecorded = now.showsAll || now.curves.value(curve);
+        if (isRecorded && now.sources.at(curve) != m_choices.sources.at(curve)) {
+            return tr("curve %1 got another source").arg(curve + 1);
+        }
+    }
+    return {};
+}
+
+void RecordingWatch::end(const QString &reason, bool isUnasked)
+{
+    m_endedUnasked = isUnasked;
+    const QString time = QLocale().toString(QTime::currentTime(), QStringLiteral("hh:mm:ss"));
+    m_ending = tr("Recording into %1 ended at %2: %3").arg(QFileInfo(m_file.path()).fileName(), time, reason);
+    emit changed();
+    // A container unchecks its box first, and shows the new source that was the reason afterwards.
+    QTimer::singleShot(0, this, [this, time] {
+        const QString source = m_endedUnasked ? QString() : sourceReason();
+        if (!source.isEmpty() && !m_ending.isEmpty()) {
+            m_endedUnasked = true;
+            m_ending = tr("Recording into %1 ended at %2: %3").arg(QFileInfo(m_file.path()).fileName(), time, source);
+            emit changed();
+        }
+        emit ended();
+    });
+}
+
 void RecordingWatch::fileChosen(const QString &path)
 {
     // The container opens the file when the dialog is gone: this is the last look at what was there before.
@@ -180,6 +269,8 @@ void RecordingWatch::begin()
     m_missingBefore = 0;
     m_withOldValues = 0;
     m_lastFailure.clear();
+    m_ending.clear();
+    m_choices = choices();
     m_file = LogFollower(m_chosenPath);
     if (m_chosenPath.isEmpty()) {
         m_state = State::Unknown;

@@ -5,7 +5,8 @@
 #include <QDateTime>
 #include <QObject>
 #include <QPointer>
-#include <QString>
+#include <QStringList>
+#include <QVector>
 
 class QCheckBox;
 class QFileDialog;
@@ -37,6 +38,9 @@ public:
     /// To be called when the container's window was opened: its box may be new, and recording has ended.
     void windowOpened();
 
+    /// To be called when the container's window was closed, which ends sampling.
+    void windowClosed();
+
     /// Whether the box has been checked and the container has not yet come back from asking for a file.
     bool isAsking() const;
     /// The container's own save dialog is shown.
@@ -45,8 +49,8 @@ public:
     void boxToggled(bool on);
     /// \a lines more were sampled and, as the container believes, written, some of them with old values.
     void linesAnnounced(int lines, int withOldValues);
-    /// The keys of the modules that do not answer right now.
-    void setSilentModules(const QStringList &keys);
+    /// What is wrong with the sources of the container right now, a line each: silent modules, lost sources.
+    void setSourceTroubles(const QStringList &troubles);
     /// It is no longer known how many lines were announced.
     void forgetAnnouncements();
     /// Looks at the file.
@@ -57,8 +61,12 @@ public:
     QCheckBox *box() const; ///< Null while the container has none.
     /// The file of the current or last recording; before the first one its path is empty.
     const LogFollower &file() const;
-    /// One line that says what is going on, or what is wrong.
+    /// One line that says what is going on, what is wrong, or why the last recording ended.
     QString headline() const;
+    /// headline() for where nothing else is shown: with the number of lines.
+    QString brief() const;
+    /// Whether the last recording ended otherwise than by its box, and none has begun since.
+    bool endedUnasked() const;
     /// What is wrong right now; empty when all that was sampled is in the file, as far as is known.
     QString problem() const;
     /// What is wrong with the values in the running recording's lines, which are all in the file; empty if nothing is.
@@ -75,6 +83,8 @@ signals:
     void changed();
     /// A problem() has come up; not emitted again before it has cleared.
     void failed();
+    /// A recording is over, headline() and endedUnasked() say why.
+    void ended();
 
 private:
     /// What a file was like when it was chosen, to see whether it was opened for writing afterwards.
@@ -84,6 +94,20 @@ private:
         qint64 bytes = 0;
         QDateTime modified;
     };
+
+    /// What of the container ends a recording when it changes.
+    struct Choices
+    {
+        QVector<bool> curves; // switched on
+        bool showsAll = false;
+        QStringList sources; // of each curve
+    };
+
+    Choices choices() const;
+    /// What was switched since the recording began; empty when nothing was, or a source at most.
+    QString switchedReason() const;
+    QString sourceReason() const;
+    void end(const QString &reason, bool isUnasked);
 
     void fileChosen(const QString &path);
     void begin();
@@ -101,7 +125,10 @@ private:
     int m_announced = -1; // lines; -1 when not known
     int m_missingBefore = 0;
     int m_withOldValues = 0; // lines
-    QStringList m_silentModules;
+    QStringList m_sourceTroubles;
+    Choices m_choices; // when the recording began
+    QString m_ending;  // one line on the last recording's end; empty before, and while one runs
+    bool m_endedUnasked = false;
     QString m_problem;
     QString m_lastFailure;
 };

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QEvent>
 #include <QFileDialog>
 
@@ -38,6 +39,11 @@ void Recordings::windowOpened(QWidget *container, const QString &title)
             m_log->note(QtWarningMsg, tr("%1: %2").arg(watch->title(), watch->problem()));
             emit failed();
         });
+        connect(watch, &RecordingWatch::ended, this, [this, watch] {
+            const QString path = QDir::toNativeSeparators(watch->file().path());
+            m_log->note(watch->endedUnasked() ? QtWarningMsg : QtInfoMsg,
+                        tr("%1: %2. The file is %3").arg(watch->title(), watch->headline(), path));
+        });
         emit added(watch);
     }
     const QCheckBox *const knownBox = watch->box();
@@ -58,6 +64,14 @@ void Recordings::containerRemoved(QWidget *container)
     emit changed();
 }
 
+void Recordings::windowClosed(QWidget *container)
+{
+    if (RecordingWatch *const watch = m_byContainer.value(container)) {
+        m_log->deliver();
+        watch->windowClosed();
+    }
+}
+
 QList<RecordingWatch *> Recordings::watches() const
 {
     return m_watches;
@@ -66,13 +80,6 @@ QList<RecordingWatch *> Recordings::watches() const
 RecordingWatch *Recordings::watch(QWidget *container) const
 {
     return m_byContainer.value(container);
-}
-
-void Recordings::setSilentModules(const QStringList &keys)
-{
-    for (RecordingWatch *const watch : qAsConst(m_watches)) {
-        watch->setSilentModules(keys);
-    }
 }
 
 void Recordings::poll()
@@ -92,8 +99,8 @@ QString Recordings::summary() const
         if (!watch->problem().isEmpty()) {
             return watch->headline();
         }
-        if (watch->state() != RecordingWatch::State::Off) {
-            running.append(watch->headline());
+        if (watch->state() != RecordingWatch::State::Off || watch->endedUnasked()) {
+            running.append(watch->brief());
         }
     }
     return running.isEmpty() ? tr("Not recording") : running.join(QStringLiteral("; "));
@@ -102,7 +109,7 @@ QString Recordings::summary() const
 bool Recordings::hasTrouble() const
 {
     return std::any_of(m_watches.cbegin(), m_watches.cend(), [](const RecordingWatch *watch) {
-        return !watch->problem().isEmpty() || !watch->warning().isEmpty();
+        return !watch->problem().isEmpty() || !watch->warning().isEmpty() || watch->endedUnasked();
     });
 }
 

@@ -35,19 +35,20 @@ public:
     /// Forgets \a container, which is about to be destroyed, and what was recorded of it.
     void containerRemoved(QWidget *container);
 
+    /// To be called when a container's window was closed.
+    void windowClosed(QWidget *container);
+
     QList<RecordingWatch *> watches() const;
     /// That of \a container; null when it was never opened.
     RecordingWatch *watch(QWidget *container) const;
-
-    /// The keys of the modules that do not answer right now, for the texts.
-    void setSilentModules(const QStringList &keys);
 
     /// Looks at all files now.
     void poll();
 
     /// One line about all recordings, for a status bar.
     QString summary() const;
-    bool hasTrouble() const;  ///< a problem or a warning
+    /// A problem, a warning, or a recording that ended otherwise than by its box.
+    bool hasTrouble() const;
     bool isRecording() const; ///< at least one container
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -100,11 +100,22 @@ QStringList AnswerWatch::silentModules() const
     return keys;
 }
 
+QString AnswerWatch::oldValues(int index) const
+{
+    if (state(index) != State::Silent) {
+        return {};
+    }
+    const QTime since = m_watched[size_t(index)].silentSince;
+    return tr("since %1 the values of %2 are old ones")
+        .arg(QLocale().toString(since, QStringLiteral("hh:mm:ss")), m_rack->settings(index).key);
+}
+
 QString AnswerWatch::trouble(int index) const
 {
     if (state(index) == State::Silent) {
         const QTime since = m_watched[size_t(index)].silentSince;
-        return tr("Not answering since %1").arg(QLocale().toString(since, QStringLiteral("hh:mm:ss")));
+        return tr("Not answering since %1: its values are old ones")
+            .arg(QLocale().toString(since, QStringLiteral("hh:mm:ss")));
     }
     if (state(index) == State::Slow) {
         return tr("Slow: %1 answers/s").arg(QLocale().toString(answersPerSecond(index), 'f', 1));

@@ -45,6 +45,9 @@ public:
     double answersPerSecond() const;          ///< of all modules together
     QStringList silentModules() const;        ///< their keys
 
+    /// Since when which values are not new ones, for a module that is silent; else empty.
+    QString oldValues(int index) const;
+
     /// What is wrong with the module at place \a index, one line; empty when nothing is known to be.
     QString trouble(int index) const;
 

@@ -4,12 +4,75 @@
 <context>
     <name>AnswerWatch</name>
     <message>
-        <source>Not answering since %1</source>
-        <translation>Antwortet nicht seit %1</translation>
-    </message>
-    <message>
         <source>Slow: %1 answers/s</source>
         <translation>Langsam: %1 Antworten/s</translation>
+    </message>
+    <message>
+        <source>since %1 the values of %2 are old ones</source>
+        <translation>seit %1 sind die Werte von %2 alte</translation>
+    </message>
+    <message>
+        <source>Not answering since %1: its values are old ones</source>
+        <translation>Antwortet nicht seit %1: seine Werte sind alte</translation>
+    </message>
+</context>
+<context>
+    <name>AppearanceMenu</name>
+    <message>
+        <source>&amp;Palette</source>
+        <translation>&amp;Farben</translation>
+    </message>
+    <message>
+        <source>Choose the colours of the windows</source>
+        <translation>Die Farben der Fenster wählen</translation>
+    </message>
+    <message>
+        <source>&amp;System</source>
+        <translation>&amp;System</translation>
+    </message>
+    <message>
+        <source>Style and colours of the desktop</source>
+        <translation>Stil und Farben der Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Hell</translation>
+    </message>
+    <message>
+        <source>Dark on light</source>
+        <translation>Dunkel auf Hell</translation>
+    </message>
+    <message>
+        <source>&amp;Dark</source>
+        <translation>&amp;Dunkel</translation>
+    </message>
+    <message>
+        <source>Light on dark</source>
+        <translation>Hell auf Dunkel</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;Sprache</translation>
+    </message>
+    <message>
+        <source>Choose the language of the program from the next start on</source>
+        <translation>Die Sprache des Programms ab dem nächsten Start wählen</translation>
+    </message>
+    <message>
+        <source>The language changes at the next start.</source>
+        <translation>Die Sprache ändert sich beim nächsten Start.</translation>
+    </message>
+    <message>
+        <source>As the &amp;System</source>
+        <translation>Wie das &amp;System</translation>
+    </message>
+    <message>
+        <source>The system&apos;s language, from the next start on</source>
+        <translation>Die Sprache des Systems, ab dem nächsten Start</translation>
+    </message>
+    <message>
+        <source>%1, from the next start on</source>
+        <translation>%1, ab dem nächsten Start</translation>
     </message>
 </context>
 <context>
@@ -679,6 +742,64 @@
     </message>
 </context>
 <context>
+    <name>HelpMenu</name>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Guide</source>
+        <translation>Hand&amp;buch</translation>
+    </message>
+    <message>
+        <source>Open the guide in the language of the program</source>
+        <translation>Das Handbuch in der Sprache des Programms öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>&amp;Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>List all keys of the workbench</source>
+        <translation>Alle Tasten der Werkbank auflisten</translation>
+    </message>
+    <message>
+        <source>Click something to read what it is for</source>
+        <translation>Auf etwas klicken, um zu lesen, wozu es da ist</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>Ü&amp;ber</translation>
+    </message>
+    <message>
+        <source>Show version, licences and the version of Qt</source>
+        <translation>Version, Lizenzen und die Version von Qt zeigen</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>The code of the language that this is translated to.</extracomment>
+        <translation>de</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>XY Plot Workbench %1</source>
+        <translation>XY Plot Workbench %1</translation>
+    </message>
+    <message>
+        <source>A stand-in host for container plugins, with modules that are simulated, real or played back.
+
+Licence: %1
+Qt %2 (GNU LGPL 3), built with %3</source>
+        <translation>Ein Ersatz-Host für Container-Plugins, mit Modulen, die simuliert, echt oder abgespielt sind.
+
+Lizenz: %1
+Qt %2 (GNU LGPL 3), gebaut mit %3</translation>
+    </message>
+</context>
+<context>
     <name>HintBar</name>
     <message>
         <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
@@ -718,10 +839,6 @@
 </context>
 <context>
     <name>MainWindow</name>
-    <message>
-        <source>Workspace</source>
-        <translation>Arbeitsfläche</translation>
-    </message>
     <message>
         <source>Panels</source>
         <translation>Bedienfelder</translation>
@@ -763,12 +880,34 @@
         <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>%1 does not answer any more</source>
-        <translation>%1 antwortet nicht mehr</translation>
+        <source>No container is open.
+The tool bar opens one, and so does Alt+1.</source>
+        <translation>Kein Container ist offen.
+Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
     </message>
     <message>
-        <source>%1 answers again, after %2 s</source>
-        <translation>%1 antwortet wieder, nach %2 s</translation>
+        <source>&amp;Tool Bar</source>
+        <translation>&amp;Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>Show or hide the tool bar with the containers</source>
+        <translation>Die Werkzeugleiste mit den Containern zeigen oder verbergen</translation>
+    </message>
+    <message>
+        <source>Show all windows beside and below one another</source>
+        <translation>Alle Fenster neben- und untereinander zeigen</translation>
+    </message>
+    <message>
+        <source>Show all windows one behind the other</source>
+        <translation>Alle Fenster hintereinander zeigen</translation>
+    </message>
+    <message>
+        <source>Ne&amp;xt</source>
+        <translation>N&amp;ächstes</translation>
+    </message>
+    <message>
+        <source>Bring the next window to the front</source>
+        <translation>Das nächste Fenster nach vorn holen</translation>
     </message>
 </context>
 <context>
@@ -808,6 +947,12 @@
     <message>
         <source>Message</source>
         <translation>Meldung</translation>
+    </message>
+    <message>
+        <source>%1
+(A click opens %2)</source>
+        <translation>%1
+(Ein Klick öffnet %2)</translation>
     </message>
 </context>
 <context>
@@ -855,6 +1000,50 @@
     <message>
         <source>Messages</source>
         <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Which messages are shown; debug lines have a box of their own</source>
+        <translation>Welche Meldungen gezeigt werden; Debug-Zeilen haben ein eigenes Kästchen</translation>
+    </message>
+    <message>
+        <source>&amp;Open</source>
+        <translation>&amp;Öffnen</translation>
+    </message>
+    <message>
+        <source>Open the file or folder that the current message names</source>
+        <translation>Die Datei oder den Ordner öffnen, den die aktuelle Meldung nennt</translation>
+    </message>
+    <message>
+        <source>What containers and the workbench report. A click opens the file or folder that an underlined message names.</source>
+        <translation>Was Container und die Werkbank melden. Ein Klick öffnet die Datei oder den Ordner, den eine unterstrichene Meldung nennt.</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>Open the folder of the file that the current message names</source>
+        <translation>Den Ordner der Datei öffnen, die die aktuelle Meldung nennt</translation>
+    </message>
+    <message>
+        <source>Copy Path</source>
+        <translation>Pfad kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the path that the current message names</source>
+        <translation>Den Pfad kopieren, den die aktuelle Meldung nennt</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the selected messages</source>
+        <translation>Die ausgewählten Meldungen kopieren</translation>
     </message>
 </context>
 <context>
@@ -944,6 +1133,52 @@
     </message>
 </context>
 <context>
+    <name>NoticeBar</name>
+    <message>
+        <source>Notices</source>
+        <translation>Hinweise</translation>
+    </message>
+    <message>
+        <source>What is wrong with the values of this window right now, or why its recording ended. The same stands in Messages.</source>
+        <translation>Was mit den Werten dieses Fensters gerade nicht stimmt, oder warum seine Aufzeichnung endete. Dasselbe steht in den Meldungen.</translation>
+    </message>
+    <message>
+        <source>Close these notices</source>
+        <translation>Diese Hinweise schließen</translation>
+    </message>
+    <message>
+        <source>Close these notices until there are others</source>
+        <translation>Diese Hinweise schließen, bis es andere gibt</translation>
+    </message>
+</context>
+<context>
+    <name>Notices</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 was taken out</source>
+        <translation>%1 wurde herausgenommen</translation>
+    </message>
+    <message>
+        <source>%1 was plugged in</source>
+        <translation>%1 wurde eingesteckt</translation>
+    </message>
+    <message>
+        <source>%1 does not answer any more: its values are old ones from now on</source>
+        <translation>%1 antwortet nicht mehr: seine Werte sind von jetzt an alte</translation>
+    </message>
+    <message>
+        <source>%1 answers again, after %2 s</source>
+        <translation>%1 antwortet wieder, nach %2 s</translation>
+    </message>
+    <message>
+        <source>Lines of the recording with old values: %1</source>
+        <translation>Zeilen der Aufzeichnung mit alten Werten: %1</translation>
+    </message>
+</context>
+<context>
     <name>Options</name>
     <message>
         <source>
@@ -970,14 +1205,6 @@ Ein zweites beendet ihn sofort.
     <message>
         <source>Seed of all simulated noise, in place of the scene&apos;s own.</source>
         <translation>Startwert allen simulierten Rauschens, anstelle dessen der Szene.</translation>
-    </message>
-    <message>
-        <source>Colours of the windows: light, dark or system (the default).</source>
-        <translation>Farben der Fenster: light (hell), dark (dunkel) oder system (die Vorgabe).</translation>
-    </message>
-    <message>
-        <source>Language of the workbench: de or en; the system&apos;s own by default.</source>
-        <translation>Sprache der Werkbank: de oder en; Vorgabe ist die des Systems.</translation>
     </message>
     <message>
         <source>The settings file; scenes use one that is thrown away unless this is given.</source>
@@ -1073,6 +1300,14 @@ Optionen:
         <source>Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given more than once. Without --scene the first two values of an axis are drawn.</source>
         <translation>Ein Modbus-Gerät hinzufügen: modbus-tcp:HOST:PORT/UNIT,MAP oder modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP; MAP ist seine Registerkarte. Darf mehrfach vorkommen. Ohne --scene werden die ersten beiden Werte einer Achse gezeichnet.</translation>
     </message>
+    <message>
+        <source>Colours of the windows: light, dark or system; by default as chosen in the View menu.</source>
+        <translation>Farben der Fenster: light, dark oder system; sonst wie im Menü Ansicht gewählt.</translation>
+    </message>
+    <message>
+        <source>Language of the workbench: de or en; by default as chosen in the View menu.</source>
+        <translation>Sprache der Werkbank: de oder en; sonst wie im Menü Ansicht gewählt.</translation>
+    </message>
 </context>
 <context>
     <name>PanelDocks</name>
@@ -1091,6 +1326,73 @@ Optionen:
     <message>
         <source>Exchanges</source>
         <translation>Abfragen</translation>
+    </message>
+    <message>
+        <source>Bring the panel to the front, or hide it when it is there</source>
+        <translation>Das Bedienfeld nach vorn holen, oder verbergen, wenn es dort ist</translation>
+    </message>
+</context>
+<context>
+    <name>PlotMenu</name>
+    <message>
+        <source>&amp;Plot</source>
+        <translation>&amp;Diagramm</translation>
+    </message>
+    <message>
+        <source>Curve &amp;%1</source>
+        <translation>Kurve &amp;%1</translation>
+    </message>
+    <message>
+        <source>Switch curve %1 on or off, as its box above the plot does</source>
+        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Plot</translation>
+    </message>
+    <message>
+        <source>&amp;Log to File</source>
+        <translation>In Datei auf&amp;zeichnen</translation>
+    </message>
+    <message>
+        <source>Record every new point into a file, or stop that</source>
+        <translation>Jeden neuen Punkt in eine Datei schreiben, oder damit aufhören</translation>
+    </message>
+    <message>
+        <source>&amp;Export Table</source>
+        <translation>Tabelle &amp;exportieren</translation>
+    </message>
+    <message>
+        <source>Show the collected points as a table that can be copied and saved</source>
+        <translation>Die gesammelten Punkte als Tabelle zeigen, die kopiert und gespeichert werden kann</translation>
+    </message>
+    <message>
+        <source>Save &amp;Screenshot</source>
+        <translation>&amp;Bildschirmfoto speichern</translation>
+    </message>
+    <message>
+        <source>Save the plot as a picture; Messages says where it is</source>
+        <translation>Den Plot als Bild speichern; in den Meldungen steht, wo es ist</translation>
+    </message>
+    <message>
+        <source>&amp;Clear Buffer</source>
+        <translation>Puffer &amp;leeren</translation>
+    </message>
+    <message>
+        <source>Forget the collected points of all curves</source>
+        <translation>Die gesammelten Punkte aller Kurven verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh Modules</source>
+        <translation>Module neu ein&amp;lesen</translation>
+    </message>
+    <message>
+        <source>Read the list of modules again; what was chosen goes on</source>
+        <translation>Die Liste der Module neu einlesen; was gewählt wurde, läuft weiter</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Picture</source>
+        <translation>Bild &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the plot as a picture, to paste it into another program</source>
+        <translation>Den Plot als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
     </message>
 </context>
 <context>
@@ -1387,6 +1689,26 @@ Optionen:
         <source>, with old values: %1</source>
         <translation>, mit alten Werten: %1</translation>
     </message>
+    <message>
+        <source>For each container: whether it records, into which file, what has arrived there, and why the last recording ended.</source>
+        <translation>Für jeden Container: ob er aufzeichnet, in welche Datei, was dort angekommen ist, und warum die letzte Aufzeichnung endete.</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Open the file with the program that the desktop has for it</source>
+        <translation>Die Datei mit dem Programm öffnen, das der Desktop dafür hat</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Open the folder that the file is in</source>
+        <translation>Den Ordner öffnen, in dem die Datei ist</translation>
+    </message>
 </context>
 <context>
     <name>RecordingWatch</name>
@@ -1413,10 +1735,6 @@ Optionen:
     <message>
         <source>Recording into %1 rests: nothing is sampled while the window is hidden</source>
         <translation>Aufzeichnung in %1 ruht: Solange das Fenster verborgen ist, wird nichts abgetastet</translation>
-    </message>
-    <message>
-        <source>Recording into %1, %2</source>
-        <translation>Aufzeichnung in %1, %2</translation>
     </message>
     <message>
         <source>The box is checked, but nothing is being recorded: %1 could not be opened</source>
@@ -1475,8 +1793,36 @@ Optionen:
         <translation>%1 mit alten Werten</translation>
     </message>
     <message>
-        <source>not answering: %1</source>
-        <translation>antwortet nicht: %1</translation>
+        <source>the window was closed</source>
+        <translation>das Fenster wurde geschlossen</translation>
+    </message>
+    <message>
+        <source>the box was unticked</source>
+        <translation>das Kästchen wurde abgewählt</translation>
+    </message>
+    <message>
+        <source>Recording into %1</source>
+        <translation>Aufzeichnung in %1</translation>
+    </message>
+    <message>
+        <source>curve %1 was switched on</source>
+        <translation>Kurve %1 wurde eingeschaltet</translation>
+    </message>
+    <message>
+        <source>curve %1 was switched off</source>
+        <translation>Kurve %1 wurde ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>&quot;Show all data&quot; was switched</source>
+        <translation>„Show all data“ wurde umgeschaltet</translation>
+    </message>
+    <message>
+        <source>curve %1 got another source</source>
+        <translation>Kurve %1 bekam eine andere Quelle</translation>
+    </message>
+    <message>
+        <source>Recording into %1 ended at %2: %3</source>
+        <translation>Aufzeichnung in %1 endete um %2: %3</translation>
     </message>
 </context>
 <context>
@@ -1488,6 +1834,10 @@ Optionen:
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2. The file is %3</source>
+        <translation>%1: %2. Die Datei ist %3</translation>
     </message>
 </context>
 <context>
@@ -1682,14 +2032,6 @@ Optionen:
         <translation>ein Schlüssel, den kein anderes Modul hat</translation>
     </message>
     <message>
-        <source>%1:%2: expected JSON: %3</source>
-        <translation>%1:%2: erwartet wird JSON: %3</translation>
-    </message>
-    <message>
-        <source>%1: expected an object in braces</source>
-        <translation>%1: erwartet wird ein Objekt in geschweiften Klammern</translation>
-    </message>
-    <message>
         <source>at most %1 modules</source>
         <translation>höchstens %1 Module</translation>
     </message>
@@ -1708,18 +2050,6 @@ Optionen:
     <message>
         <source>a text in base64, as the workbench has written it</source>
         <translation>ein Text in Base64, wie ihn die Werkbank geschrieben hat</translation>
-    </message>
-    <message>
-        <source>%1: expected at most %2 bytes</source>
-        <translation>%1: erwartet werden höchstens %2 Bytes</translation>
-    </message>
-    <message>
-        <source>%1: cannot read the set-up: it is no ordinary file</source>
-        <translation>%1: der Aufbau lässt sich nicht lesen: es ist keine gewöhnliche Datei</translation>
-    </message>
-    <message>
-        <source>%1: cannot read the set-up: %2</source>
-        <translation>%1: der Aufbau lässt sich nicht lesen: %2</translation>
     </message>
 </context>
 <context>
@@ -1808,6 +2138,29 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>ShortcutList</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>All keys of the workbench. In the plot, - and + go through the zooms and the arrow keys move the view.</source>
+        <translation>Alle Tasten der Werkbank. Im Plot gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>What it does</source>
+        <translation>Was er tut</translation>
+    </message>
+</context>
+<context>
     <name>SimulatedModuleRow</name>
     <message>
         <source>Moving</source>
@@ -1874,6 +2227,29 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>SourceWatch</name>
+    <message>
+        <source>the source of curve %1 is switched off</source>
+        <translation>die Quelle von Kurve %1 ist abgeschaltet</translation>
+    </message>
+    <message>
+        <source>the sources of the curves %1 are switched off</source>
+        <translation>die Quellen der Kurven %1 sind abgeschaltet</translation>
+    </message>
+    <message>
+        <source>%1: %2; choose module and motor again</source>
+        <translation>%1: %2; bitte Modul und Motor neu wählen</translation>
+    </message>
+    <message>
+        <source>%1 was taken out at %2</source>
+        <translation>%1 wurde um %2 herausgenommen</translation>
+    </message>
+    <message>
+        <source>%1 was plugged in at %2</source>
+        <translation>%1 wurde um %2 eingesteckt</translation>
+    </message>
+</context>
+<context>
     <name>StatusSummary</name>
     <message>
         <source>%1 answers/s</source>
@@ -1886,6 +2262,14 @@ Optionen:
     <message>
         <source>%1 of %2 modules plugged in</source>
         <translation>%1 von %2 Modulen eingesteckt</translation>
+    </message>
+    <message>
+        <source>Modules that containers find, of those that are listed</source>
+        <translation>Module, die Container finden, von denen in der Liste</translation>
+    </message>
+    <message>
+        <source>Answers that came from all modules in a second</source>
+        <translation>Antworten, die in einer Sekunde von allen Modulen kamen</translation>
     </message>
 </context>
 <context>
@@ -1933,9 +2317,16 @@ Optionen:
         <source>%1: lines with old values, because a module did not answer: %2</source>
         <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
     </message>
+</context>
+<context>
+    <name>Workspace</name>
     <message>
-        <source>plot: none of these plugins has one, so no scene was run</source>
-        <translation>Diagramm: keines dieser Plugins hat eines, also lief keine Szene ab</translation>
+        <source>Workspace</source>
+        <translation>Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>The windows of the containers. &quot;Tile&quot; in the menu &quot;Containers&quot; shows them all.</source>
+        <translation>Die Fenster der Container. „Nebeneinander“ im Menü „Container“ zeigt alle.</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,7 @@
 #include "window/ContainerWindow.h"
 
+#include "window/NoticeBar.h"
+
 #include "host/ContainerInterface.h"
 #include "host/DynamicProperty.h"
 
@@ -10,13 +12,14 @@
 #include <QVBoxLayout>
 
 ContainerWindow::ContainerWindow(ContainerInterface *container, QWidget *parent)
-    : QWidget(parent), m_container(container)
+    : QWidget(parent), m_notices(new NoticeBar), m_container(container)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(container); // a container expects to be the window's child when it is initialised
+    layout->addWidget(m_notices);
+    layout->addWidget(container, 1); // a container expects to be the window's child when it is initialised
     container->init(this);
     applyProperties();
     disableTabInTables();
@@ -38,6 +41,11 @@ bool ContainerWindow::isForWorkspace() const
     return m_isForWorkspace;
 }
 
+void ContainerWindow::setNotices(const QStringList &notices)
+{
+    m_notices->setNotices(notices);
+}
+
 QSize ContainerWindow::minimumSizeHint() const
 {
     // A container's layout may allow less than its hint, which in turn may be more than it needs to be of use.
@@ -45,7 +53,9 @@ QSize ContainerWindow::minimumSizeHint() const
     if (m_container.isNull()) {
         return QWidget::minimumSizeHint();
     }
-    return m_container->minimumSizeHint().boundedTo(usable).expandedTo(m_container->minimumSize());
+    const QSize needed = m_container->minimumSizeHint().boundedTo(usable).expandedTo(m_container->minimumSize());
+    const int barHeight = m_notices->isHidden() ? 0 : m_notices->heightForWidth(needed.width());
+    return needed + QSize(0, barHeight);
 }
 
 void ContainerWindow::closeEvent(QCloseEvent *event)
@@ -70,7 +80,7 @@ void ContainerWindow::applyProperties()
     if (m_container->property(DynamicProperty::WindowAddSizeGrip).toBool()) {
         // In a row of its own, for a container may draw into its last corner.
         layout()->addWidget(new QSizeGrip(this));
-        layout()->setAlignment(layout()->itemAt(1)->widget(), Qt::AlignRight | Qt::AlignBottom);
+        layout()->setAlignment(layout()->itemAt(2)->widget(), Qt::AlignRight | Qt::AlignBottom);
     }
 }
 

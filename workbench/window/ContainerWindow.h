@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class ContainerInterface;
+class NoticeBar;
 
 /**
  * The window that shows one container plugin, from one opening to its closing.
@@ -28,6 +29,9 @@ public:
     /// Whether the container's window flags make it a sub-window of the workspace.
     bool isForWorkspace() const;
 
+    /// Shows \a notices above the container, until it is called with others.
+    void setNotices(const QStringList &notices);
+
     /// What the container needs for its parts not to cover one another, up to a usual size.
     QSize minimumSizeHint() const override;
 
@@ -43,6 +47,7 @@ private:
     void disableTabInTables();
     void releaseContainer();
 
+    NoticeBar *const m_notices;
     QPointer<ContainerInterface> m_container;
     bool m_isForWorkspace = false;
     bool m_hasFinished = false;

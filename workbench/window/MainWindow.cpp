@@ -1,15 +1,21 @@
 #include "window/MainWindow.h"
 
+#include "PlotterWindow.h"
 #include "logging/Recordings.h"
 #include "modules/AnswerWatch.h"
+#include "window/AppearanceMenu.h"
 #include "window/ContainerWindow.h"
 #include "window/FileMenu.h"
+#include "window/HelpMenu.h"
 #include "window/HintBar.h"
 #include "window/ModuleMenu.h"
+#include "window/Notices.h"
 #include "window/PanelDocks.h"
+#include "window/PlotMenu.h"
 #include "window/ScreenFit.h"
 #include "window/StatusSummary.h"
 #include "window/Workbench.h"
+#include "window/Workspace.h"
 #include "window/WorkspaceWindow.h"
 
 #include "host/ContainerInterface.h"
@@ -19,13 +25,14 @@
 #include <QApplication>
 #include <QChildEvent>
 #include <QCloseEvent>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace
 {
@@ -45,16 +52,14 @@ QSize availableSize()
 MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     : QMainWindow(parent)
     , m_workbench(workbench)
-    , m_workspace(new QMdiArea)
+    , m_workspace(new Workspace)
     , m_answers(new AnswerWatch(&workbench->modules(), this))
     , m_recordings(new Recordings(&workbench->messages(), &workbench->modules(), this))
 {
     setWindowTitle(FileMenu::programTitle());
     setMinimumSize(minimumWidthPixels, minimumHeightPixels);
 
-    m_workspace->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_workspace->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_workspace->setAccessibleName(tr("Workspace"));
+    m_workspace->setEmptyText(tr("No container is open.\nThe tool bar opens one, and so does Alt+1."));
     auto *const centre = new QWidget;
     auto *const layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -69,7 +74,8 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     panels->fit(available);
     resize(ScreenFit(available).size);
     new StatusSummary(statusBar(), workbench, m_answers, m_recordings, this);
-    watchAnswers();
+    m_notices = new Notices(workbench, m_answers, m_recordings, this);
+    connect(m_workspace, &QMdiArea::subWindowActivated, this, &MainWindow::showActive);
 }
 
 MainWindow::~MainWindow()
@@ -98,6 +104,9 @@ void MainWindow::openContainer(ContainerInterface *container)
     window->setWindowTitle(titleOf(container));
     m_windows.insert(container, window);
     m_recordings->windowOpened(container, titleOf(container));
+    m_notices->windowOpened(container, window, titleOf(container));
+    connect(window, &ContainerWindow::finished, m_recordings,
+            [this, container] { m_recordings->windowClosed(container); });
     if (!window->isForWorkspace()) {
         window->setParent(this, window->windowFlags());
         window->show();
@@ -116,7 +125,7 @@ void MainWindow::removeContainer(ContainerInterface *container)
     if (const QPointer<ContainerWindow> window = m_windows.take(container)) {
         window->close();
     }
-    delete m_openActions.take(container);
+    delete m_actions.take(container);
     m_recordings->containerRemoved(container);
     m_workbench->removeContainer(container);
 }
@@ -200,12 +209,21 @@ QSize MainWindow::resizeContainer(ContainerInterface *container, const QSize &si
 
 void MainWindow::showHint()
 {
-    if (HintBar::wasClosed()) {
+    const QList<ContainerInterface *> containers = m_workbench->containers();
+    const bool hasPlot = std::any_of(containers.cbegin(), containers.cend(), [](const QWidget *container) {
+        return container->findChild<QWidget *>(PlotterWindow::plotName()) != nullptr;
+    });
+    if (HintBar::wasClosed() || !hasPlot) { // it is about plots
         return;
     }
     if (auto *const layout = qobject_cast<QVBoxLayout *>(centralWidget()->layout())) {
         layout->insertWidget(0, new HintBar);
     }
+}
+
+void MainWindow::offerAppearance(const QStringList &languages)
+{
+    new AppearanceMenu(this, m_viewMenu, languages);
 }
 
 FileMenu *MainWindow::fileMenu() const
@@ -247,16 +265,34 @@ void MainWindow::makeMenus()
     menuBar()->addMenu(m_fileMenu->menu());
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
-    m_viewMenu->addAction(m_toolBar->toggleViewAction());
+    QAction *const toolBarAction = m_toolBar->toggleViewAction();
+    toolBarAction->setText(tr("&Tool Bar"));
+    toolBarAction->setStatusTip(tr("Show or hide the tool bar with the containers"));
+    m_viewMenu->addAction(toolBarAction);
+
+    m_plotMenu = new PlotMenu(this);
+    menuBar()->addMenu(m_plotMenu);
 
     menuBar()->addMenu(new ModuleMenu(&m_workbench->modules(), this));
 
     m_containerMenu = menuBar()->addMenu(tr("&Containers"));
-    m_containerMenu->addAction(tr("&Tile"), m_workspace, &QMdiArea::tileSubWindows);
-    m_containerMenu->addAction(tr("C&ascade"), m_workspace, &QMdiArea::cascadeSubWindows);
-    QAction *const closeAction = m_containerMenu->addAction(tr("&Close"), m_workspace, &QMdiArea::closeActiveSubWindow);
-    closeAction->setStatusTip(tr("Close the container's window; its curves and sources are kept"));
+    const auto add = [this](const QString &text, const QString &tip) {
+        QAction *const action = m_containerMenu->addAction(text);
+        action->setStatusTip(tip);
+        return action;
+    };
+    connect(add(tr("&Tile"), tr("Show all windows beside and below one another")), &QAction::triggered, m_workspace,
+            &Workspace::tile);
+    connect(add(tr("C&ascade"), tr("Show all windows one behind the other")), &QAction::triggered, m_workspace,
+            &QMdiArea::cascadeSubWindows);
+    QAction *const nextAction = add(tr("Ne&xt"), tr("Bring the next window to the front"));
+    nextAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+F6")));
+    connect(nextAction, &QAction::triggered, m_workspace, &QMdiArea::activateNextSubWindow);
+    QAction *const closeAction = add(tr("&Close"), tr("Close the container's window; its curves and sources are kept"));
+    closeAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+W")));
+    connect(closeAction, &QAction::triggered, m_workspace, &QMdiArea::closeActiveSubWindow);
     m_containerMenu->addSeparator();
+    menuBar()->addMenu(new HelpMenu(this));
 }
 
 void MainWindow::offerContainer(ContainerInterface *container)
@@ -269,11 +305,15 @@ void MainWindow::offerContainer(ContainerInterface *container)
     }
     action->setStatusTip(tr("Open %1, or bring its window to the front").arg(title));
     action->setToolTip(action->statusTip());
+    action->setCheckable(true); // checked while it is in front
+    m_actions.insert(container, action);
     if (number <= maximumShortcuts) {
         action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
     }
-    connect(action, &QAction::triggered, this, [this, container] { openContainer(container); });
-    m_openActions.insert(container, action);
+    connect(action, &QAction::triggered, this, [this, container] {
+        openContainer(container);
+        showActive(); // a click on a checked action unchecks it
+    });
     m_containerMenu->addAction(action);
     if (container->property(DynamicProperty::ShowOnToolbar).toBool()) {
         m_toolBar->addAction(action);
@@ -302,6 +342,21 @@ void MainWindow::bringToFront(ContainerInterface *container, ContainerWindow *wi
     m_workspace->setActiveSubWindow(subWindow);
 }
 
+void MainWindow::showActive()
+{
+    const QMdiSubWindow *const active = m_workspace->activeSubWindow();
+    QWidget *front = nullptr;
+    for (auto window = m_windows.cbegin(); window != m_windows.cend(); ++window) {
+        const bool isFront = !window.value().isNull() && window.value()->container() != nullptr &&
+                             WorkspaceWindow::of(window.value()) == active && active != nullptr;
+        if (QAction *const action = m_actions.value(window.key())) {
+            action->setChecked(isFront);
+        }
+        front = isFront ? window.key() : front;
+    }
+    m_plotMenu->setContainer(front);
+}
+
 void MainWindow::closeContainers()
 {
     for (const QPointer<ContainerWindow> &window : qAsConst(m_windows)) {
@@ -309,20 +364,4 @@ void MainWindow::closeContainers()
             window->close();
         }
     }
-}
-
-void MainWindow::watchAnswers()
-{
-    connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
-        const QString &key = m_workbench->modules().settings(index).key;
-        m_workbench->messages().note(QtWarningMsg, tr("%1 does not answer any more").arg(key));
-    });
-    connect(m_answers, &AnswerWatch::answersAgain, this, [this](int index, int seconds) {
-        const QString &key = m_workbench->modules().settings(index).key;
-        m_workbench->messages().note(QtInfoMsg, tr("%1 answers again, after %2 s").arg(key).arg(seconds));
-    });
-    connect(&m_workbench->modules(), &ModuleRack::failed, this,
-            [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
-    connect(m_answers, &AnswerWatch::polled, this,
-            [this] { m_recordings->setSilentModules(m_answers->silentModules()); });
 }

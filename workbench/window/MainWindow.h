@@ -10,12 +10,14 @@ class AnswerWatch;
 class ContainerInterface;
 class ContainerWindow;
 class FileMenu;
+class Notices;
+class PlotMenu;
 class QAction;
-class QMdiArea;
 class QMenu;
 class QToolBar;
 class Recordings;
 class Workbench;
+class Workspace;
 
 /**
  * The workbench's main window: a workspace for container windows, the tool bar that opens them, and panels around it
@@ -57,6 +59,9 @@ public:
     /// Shows the hint for newcomers above the workspace, unless it was closed once.
     void showHint();
 
+    /// Offers colours and \a languages (codes) in the View menu.
+    void offerAppearance(const QStringList &languages);
+
     /// The menu by which set-ups are opened and saved. Owned by the window.
     FileMenu *fileMenu() const;
 
@@ -73,17 +78,20 @@ private:
     /// The container's own title, numbered from the second container of its kind on.
     QString titleOf(ContainerInterface *container) const;
     void bringToFront(ContainerInterface *container, ContainerWindow *window);
+    /// Marks the container that is in front, and makes it the one that the plot menu is about.
+    void showActive();
     void closeContainers();
-    void watchAnswers();
 
     Workbench *const m_workbench; // not owned
-    QMdiArea *const m_workspace;
+    Workspace *const m_workspace;
     QToolBar *m_toolBar = nullptr;
     FileMenu *m_fileMenu = nullptr;
     QMenu *m_containerMenu = nullptr;
     QMenu *m_viewMenu = nullptr;
     AnswerWatch *const m_answers;
     Recordings *const m_recordings;
+    Notices *m_notices = nullptr;
+    PlotMenu *m_plotMenu = nullptr;
     QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
-    QHash<ContainerInterface *, QAction *> m_openActions;
+    QHash<ContainerInterface *, QAction *> m_actions;
 };

@@ -2,7 +2,9 @@
 
 #include "logging/MessageLog.h"
 #include "logging/MessageModel.h"
+#include "window/OpenedPath.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -12,7 +14,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -30,10 +31,10 @@ MessagePanel::MessagePanel(MessageLog *log, QWidget *parent)
     : QWidget(parent), m_model(new MessageModel(this)), m_filter(new MessageFilter(this))
 {
     m_filter->setSourceModel(m_model);
-    makeView();
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(marginWidth, marginWidth, marginWidth, marginWidth);
     layout->addLayout(makeControls());
+    makeView();
     layout->addWidget(m_view, 1);
     connect(log, &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
         const QScrollBar *const bar = m_view->verticalScrollBar();
@@ -71,6 +72,7 @@ QLayout *MessagePanel::makeControls()
     minimum->addItem(tr("Everything"), int(QtInfoMsg));
     minimum->addItem(tr("Warnings and errors"), int(QtWarningMsg));
     minimum->addItem(tr("Errors only"), int(QtCriticalMsg));
+    minimum->setToolTip(tr("Which messages are shown; debug lines have a box of their own"));
     connect(minimum, QOverload<int>::of(&QComboBox::activated), this, [=] {
         m_filter->setMinimum(QtMsgType(minimum->currentData().toInt()));
         m_view->scrollToBottom();
@@ -85,11 +87,17 @@ QLayout *MessagePanel::makeControls()
         m_view->scrollToBottom();
     });
 
-    auto *const copyButton = new QPushButton(tr("Cop&y"));
-    copyButton->setToolTip(tr("Copy the selected messages, or all that are shown when none is selected"));
+    const auto button = [](const QString &text, const QString &toolTip) {
+        auto *const made = new QPushButton(text);
+        made->setToolTip(toolTip);
+        return made;
+    };
+    m_openButton = button(tr("&Open"), tr("Open the file or folder that the current message names"));
+    connect(m_openButton, &QPushButton::clicked, this, [this] { OpenedPath::open(currentPath()); });
+    auto *const copyButton =
+        button(tr("Cop&y"), tr("Copy the selected messages, or all that are shown when none is selected"));
     connect(copyButton, &QPushButton::clicked, this, &MessagePanel::copy);
-    auto *const clearButton = new QPushButton(tr("C&lear"));
-    clearButton->setToolTip(tr("Forget all messages"));
+    auto *const clearButton = button(tr("C&lear"), tr("Forget all messages"));
     connect(clearButton, &QPushButton::clicked, m_model, &MessageModel::clear);
 
     auto *const layout = new QHBoxLayout;
@@ -97,8 +105,9 @@ QLayout *MessagePanel::makeControls()
     layout->addWidget(minimum);
     layout->addWidget(debug);
     layout->addStretch(1);
-    layout->addWidget(copyButton);
-    layout->addWidget(clearButton);
+    for (QPushButton *const each : {m_openButton, copyButton, clearButton}) {
+        layout->addWidget(each);
+    }
     return layout;
 }
 
@@ -119,9 +128,61 @@ void MessagePanel::makeView()
     for (int column = 0; column < widest.size(); ++column) {
         m_view->setColumnWidth(column, metrics.horizontalAdvance(widest.at(column)) + 2 * metrics.averageCharWidth());
     }
-    auto *const shortcut = new QShortcut(QKeySequence::Copy, m_view);
-    shortcut->setContext(Qt::WidgetShortcut);
-    connect(shortcut, &QShortcut::activated, this, &MessagePanel::copy);
+    m_view->setMouseTracking(true); // for the cursor over links
+    m_view->setWhatsThis(tr("What containers and the workbench report. A click opens the file or folder that an "
+                            "underlined message names."));
+    makeActions();
+    connect(m_view, &QTreeView::entered, this, [this](const QModelIndex &cell) {
+        const bool isLink = !cell.data(MessageModel::pathRole).toString().isEmpty();
+        m_view->viewport()->setCursor(isLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    });
+    connect(m_view, &QTreeView::clicked, this, [](const QModelIndex &cell) {
+        const QString path = cell.data(MessageModel::pathRole).toString();
+        if (!path.isEmpty() && QApplication::keyboardModifiers() == Qt::NoModifier) { // else rows are selected
+            OpenedPath::open(path);
+        }
+    });
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &MessagePanel::offerPath);
+    connect(m_model, &MessageModel::modelReset, this, &MessagePanel::offerPath);
+    offerPath();
+}
+
+void MessagePanel::makeActions()
+{
+    const auto add = [this](const QString &text, const QKeySequence &keys, const QString &tip) {
+        auto *const action = new QAction(text, m_view);
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        action->setStatusTip(tip);
+        m_view->addAction(action);
+        return action;
+    };
+    QAction *const open = add(tr("Open"), QKeySequence(Qt::Key_Return), m_openButton->toolTip());
+    connect(open, &QAction::triggered, this, [this] { OpenedPath::open(currentPath()); });
+    QAction *const folder = add(tr("Open Folder"), QKeySequence(QStringLiteral("Ctrl+Return")),
+                                tr("Open the folder of the file that the current message names"));
+    connect(folder, &QAction::triggered, this, [this] { OpenedPath::openFolder(currentPath()); });
+    QAction *const copyPath = add(tr("Copy Path"), QKeySequence(), tr("Copy the path that the current message names"));
+    connect(copyPath, &QAction::triggered, this, [this] { QApplication::clipboard()->setText(currentPath()); });
+    m_pathActions = {open, folder, copyPath};
+    QAction *const copyAction = add(tr("Copy"), QKeySequence(QKeySequence::Copy), tr("Copy the selected messages"));
+    connect(copyAction, &QAction::triggered, this, &MessagePanel::copy);
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+QString MessagePanel::currentPath() const
+{
+    const QModelIndex current = m_view->currentIndex();
+    return current.sibling(current.row(), MessageModel::Text).data(MessageModel::pathRole).toString();
+}
+
+void MessagePanel::offerPath()
+{
+    const bool hasPath = !currentPath().isEmpty();
+    m_openButton->setEnabled(hasPath);
+    for (QAction *const action : qAsConst(m_pathActions)) {
+        action->setEnabled(hasPath);
+    }
 }
 
 void MessagePanel::copy() const

@@ -2,13 +2,16 @@
 
 #include <QWidget>
 
+class QAction;
+class QPushButton;
 class MessageFilter;
 class MessageLog;
 class MessageModel;
 class QTreeView;
 
 /**
- * The messages that went to the logger, with a choice of what is shown, copied and cleared.
+ * The messages that went to the logger, with a choice of what is shown, copied and cleared, and a way to open the files
+ * that they name.
  *
  * Follows the newest message while it is in view. The log is not owned. GUI thread.
  */
@@ -25,9 +28,15 @@ public:
 private:
     QLayout *makeControls();
     void makeView();
+    void makeActions();
     void copy() const;
+    /// The path that the current message names; empty when it names none.
+    QString currentPath() const;
+    void offerPath();
 
     MessageModel *const m_model;
     MessageFilter *const m_filter;
     QTreeView *m_view = nullptr;
+    QPushButton *m_openButton = nullptr;
+    QList<QAction *> m_pathActions;
 };

@@ -15,7 +15,21 @@
 namespace
 {
 
-constexpr int bottomHeight = 130; // widget pixels
+// Widget pixels.
+constexpr int minimumBottomHeight = 130;
+constexpr int maximumBottomHeight = 220;
+
+/// For those who came by a key: the panel's first control is where its keys are.
+void focusFirst(const QWidget &panel)
+{
+    const QList<QWidget *> widgets = panel.findChildren<QWidget *>();
+    for (QWidget *const widget : widgets) {
+        if ((widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget->isVisible() && widget->isEnabled()) {
+            widget->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
+}
 
 } // namespace
 
@@ -34,7 +48,6 @@ PanelDocks::PanelDocks(QMainWindow *window, Workbench *workbench, const AnswerWa
     window->tabifyDockWidget(m_messages, m_recording);
     window->tabifyDockWidget(m_recording, m_exchanges);
     m_messages->raise();
-    window->resizeDocks({m_messages}, {bottomHeight}, Qt::Vertical);
     window->setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     connect(recordings, &Recordings::failed, m_recording, [this] {
         m_recording->show();
@@ -45,6 +58,8 @@ PanelDocks::PanelDocks(QMainWindow *window, Workbench *workbench, const AnswerWa
 void PanelDocks::fit(const QSize &available)
 {
     const ScreenFit fit(available);
+    const int height = qBound(minimumBottomHeight, fit.size.height() / 4, maximumBottomHeight);
+    m_window->resizeDocks({m_messages}, {height}, Qt::Vertical);
     m_modules->setVisible(fit.showsModules);
     for (QDockWidget *const dock : {m_messages, m_recording, m_exchanges}) {
         dock->setVisible(fit.showsMessages); // the status bar shows the essentials
@@ -63,8 +78,20 @@ QDockWidget *PanelDocks::add(Qt::DockWidgetArea area, const QString &title, cons
     dock->setObjectName(QLatin1String(name));
     dock->setWidget(panel);
     m_window->addDockWidget(area, dock);
-    QAction *const toggleAction = dock->toggleViewAction();
-    toggleAction->setShortcut(QKeySequence(QLatin1String(shortcut)));
-    m_actions.append(toggleAction);
+    // Not the dock's own action, which hides a panel that is behind another one.
+    auto *const action = new QAction(title, this);
+    action->setCheckable(true);
+    action->setShortcut(QKeySequence(QLatin1String(shortcut)));
+    action->setStatusTip(tr("Bring the panel to the front, or hide it when it is there"));
+    action->setWhatsThis(action->statusTip());
+    connect(dock, &QDockWidget::visibilityChanged, action, &QAction::setChecked); // false also for one that is behind
+    connect(action, &QAction::triggered, dock, [dock](bool on) {
+        dock->setVisible(on);
+        if (on) {
+            dock->raise();
+            focusFirst(*dock->widget());
+        }
+    });
+    m_actions.append(action);
     return dock;
 }

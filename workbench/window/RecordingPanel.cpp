@@ -1,12 +1,14 @@
 #include "window/RecordingPanel.h"
 
 #include "logging/Recordings.h"
+#include "window/OpenedPath.h"
 
 #include <QDir>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -51,6 +53,8 @@ RecordingPanel::RecordingPanel(Recordings *recordings, QWidget *parent) : QWidge
     scrollArea->setWidgetResizable(true);
     scrollArea->setFrameShape(QFrame::NoFrame);
     scrollArea->setAccessibleName(tr("Recordings"));
+    scrollArea->setWhatsThis(tr("For each container: whether it records, into which file, what has arrived there, and "
+                                "why the last recording ended."));
     scrollArea->setWidget(list);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -76,6 +80,15 @@ void RecordingPanel::add(RecordingWatch *watch)
     entry.path->setReadOnly(true);
     entry.path->setAccessibleName(tr("%1: path of the log").arg(watch->title()));
     entry.path->setToolTip(tr("The file of the recording that runs, or of the last one"));
+    const auto button = [watch](const QString &text, const QString &toolTip, void (*open)(const QString &)) {
+        auto *const made = new QPushButton(text);
+        made->setToolTip(toolTip);
+        connect(made, &QPushButton::clicked, watch, [watch, open] { open(watch->file().path()); });
+        return made;
+    };
+    entry.buttons = {
+        button(tr("Open"), tr("Open the file with the program that the desktop has for it"), &OpenedPath::open),
+        button(tr("Folder"), tr("Open the folder that the file is in"), &OpenedPath::openFolder)};
     entry.counts = new QLabel;
     entry.failure = new QLabel;
     entry.failure->setWordWrap(true);
@@ -89,7 +102,12 @@ void RecordingPanel::add(RecordingWatch *watch)
     layout->addWidget(entry.symbol, 0, 1, Qt::AlignTop);
     layout->addWidget(entry.headline, 0, 2);
     layout->addWidget(entry.counts, 0, 3, Qt::AlignTop);
-    layout->addWidget(entry.path, 1, 0, 1, 4);
+    auto *const pathRow = new QHBoxLayout;
+    pathRow->addWidget(entry.path, 1);
+    for (QPushButton *const each : qAsConst(entry.buttons)) {
+        pathRow->addWidget(each);
+    }
+    layout->addLayout(pathRow, 1, 0, 1, 4);
     layout->addWidget(entry.failure, 2, 0, 1, 4);
     m_layout->insertWidget(m_layout->count() - 1, group); // before the stretch
     connect(watch, &QObject::destroyed, group, &QObject::deleteLater);
@@ -99,7 +117,7 @@ void RecordingPanel::add(RecordingWatch *watch)
 
 void RecordingPanel::show(const RecordingWatch &watch, const Entry &entry)
 {
-    const bool hasProblem = !watch.problem().isEmpty() || !watch.warning().isEmpty();
+    const bool hasProblem = !watch.problem().isEmpty() || !watch.warning().isEmpty() || watch.endedUnasked();
     const int side = entry.symbol->style()->pixelMetric(QStyle::PM_SmallIconSize);
     const QIcon icon = entry.symbol->style()->standardIcon(QStyle::SP_MessageBoxWarning);
     entry.symbol->setPixmap(hasProblem ? icon.pixmap(side, side) : QPixmap());
@@ -110,6 +128,9 @@ void RecordingPanel::show(const RecordingWatch &watch, const Entry &entry)
         entry.path->setText(path);
     }
     entry.path->setVisible(!path.isEmpty());
+    for (QPushButton *const each : entry.buttons) {
+        each->setVisible(!path.isEmpty());
+    }
     entry.counts->setText(countsOf(watch));
     entry.counts->setVisible(!path.isEmpty());
     entry.failure->setText(tr("Last failure, %1").arg(watch.lastFailure()));

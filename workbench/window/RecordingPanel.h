@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QList>
 #include <QWidget>
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QVBoxLayout;
 class RecordingWatch;
 class Recordings;
@@ -27,6 +29,7 @@ private:
         QLabel *symbol = nullptr;
         QLabel *headline = nullptr;
         QLineEdit *path = nullptr;
+        QList<QPushButton *> buttons; // that open it
         QLabel *counts = nullptr;
         QLabel *failure = nullptr;
     };

@@ -48,6 +48,7 @@ StatusSummary::StatusSummary(QStatusBar *bar, Workbench *workbench, const Answer
     });
     showRecordings();
     showAnswers();
+    m_moduleCount->setToolTip(tr("Modules that containers find, of those that are listed"));
     showModuleCount();
 }
 
@@ -77,7 +78,13 @@ void StatusSummary::showAnswers()
         text += tr(", not answering: %1").arg(silent.size() == 1 ? key : QString::number(silent.size()));
     }
     m_answerRate->setText(text);
-    m_answerRate->setToolTip(silent.join(QLatin1Char('\n')));
+    QStringList troubles;
+    for (int index = 0; index < m_workbench->modules().count(); ++index) {
+        troubles.append(m_answers->oldValues(index));
+    }
+    troubles.removeAll(QString());
+    m_answerRate->setToolTip(troubles.isEmpty() ? tr("Answers that came from all modules in a second")
+                                                : troubles.join(QLatin1Char('\n')));
 }
 
 void StatusSummary::showModuleCount()

@@ -23,6 +23,12 @@ WorkspaceWindow *WorkspaceWindow::of(const QWidget *content)
     return nullptr;
 }
 
+QSize WorkspaceWindow::usableSize() const
+{
+    const QSize frame = size() - contentsRect().size();
+    return m_content.isNull() ? frame : m_content->minimumSizeHint() + frame;
+}
+
 void WorkspaceWindow::closeEvent(QCloseEvent *event)
 {
     if (!m_content.isNull()) {

@@ -20,6 +20,9 @@ public:
     /// The window that \a content is in; null when it is in none.
     static WorkspaceWindow *of(const QWidget *content);
 
+    /// What the window needs for its content to be shown without scrolling, up to a usual size.
+    QSize usableSize() const;
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     bool focusNextPrevChild(bool next) override;

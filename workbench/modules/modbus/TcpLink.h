@@ -18,12 +18,13 @@ public:
     int answerTimeoutMs(const RegisterSpan &span) const override;
 
 protected:
-    ConnectionTrouble prepare() override;
+    ConnectionTrouble prepare(int unit, const RegisterSpan &span) override;
     ConnectionTrouble confirm() override;
-    ConnectionTrouble recover(const ConnectionTrouble &trouble) override;
+    ConnectionTrouble recover(const ConnectionTrouble &trouble, int unit, const RegisterSpan &span) override;
 
 private:
     const WakeSignal &m_stop;
     const std::function<void()> m_onEnd;
+    unsigned m_transaction; // of the last request, over all connections
     std::unique_ptr<AnswerGate> m_gate;
 };

@@ -1,0 +1,220 @@
+#include "GrowingPlot.h"
+#include "logging/NamedPath.h"
+#include "logging/SourceWatch.h"
+#include "modules/AnswerWatch.h"
+#include "window/MessagePanel.h"
+#include "window/NoticeBar.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QToolButton>
+#include <QTreeView>
+#include <QUrl>
+
+using PlotterWindow::Side;
+
+/// What people must not miss: in the container's window, in the status bar and in the messages. And what they can open.
+class NoticesTest : public GuardedTest
+{
+    Q_OBJECT
+
+public slots:
+    void open(const QUrl &url)
+    {
+        m_opened.append(url.toLocalFile());
+    }
+
+private slots:
+    void silentModuleIsShownInItsWindowOnly()
+    {
+        GrowingPlot plot(QStringLiteral("two-modules"));
+        const ModuleSettings unread{QStringLiteral("unread"), SimulationSettings{QStringLiteral("servo-1")}};
+        QCOMPARE(plot.workbench.modules().add(unread), QString());
+        // A module that comes switches all sources off, too.
+        QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("unread was plugged in at "), maximumWaitMs);
+        QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
+
+        const QString key = plot.workbench.modules().settings(1).key;
+        plot.recordLines(temporaryPath("run.csv"));
+        plot.workbench.modules().setSilent(1, true);
+        const QRegularExpression notice("^Since [0-9:]{8} the values of " + key + " are old ones\n.*with old values: ");
+        QTRY_VERIFY_WITH_TIMEOUT((plot.window->recordings()->poll(), shown(plot).contains(notice)), maximumWaitMs);
+
+        // Closed, it stays away while its number of lines grows.
+        plot.window->findChild<NoticeBar *>()->findChild<QToolButton *>()->click();
+        QCOMPARE(shown(plot), QString());
+        const int old = plot.watch->linesWithOldValues();
+        QTRY_VERIFY_WITH_TIMEOUT((plot.window->recordings()->poll(), plot.watch->linesWithOldValues() > old),
+                                 maximumWaitMs);
+        QCOMPARE(shown(plot), QString());
+
+        // A curve that is switched off is not read: the notice is none of this window's any more.
+        PlotterWindow::curveBoxes(plot.container).constFirst()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!shown(plot).contains("old ones"), maximumWaitMs);
+        QVERIFY2(plot.watch->headline().endsWith("curve 1 was switched off"), qPrintable(plot.watch->headline()));
+    }
+
+    void lostSourcesAreNamedUntilTheyAreChosenAgain()
+    {
+        GrowingPlot plot(QStringLiteral("two-modules"));
+        QStringList noted;
+        connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
+            for (const LogMessage &message : messages) {
+                noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
+            }
+        });
+        const QString key = plot.workbench.modules().settings(1).key;
+        plot.workbench.modules().setPluggedIn(1, false);
+        QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("the source of curve 1 is switched off"), maximumWaitMs);
+        QVERIFY(shown(plot).startsWith(key + " was taken out at "));
+        plot.workbench.messages().deliver();
+        QCOMPARE(noted.filter(key + " was taken out").size(), 2); // that, and what came of it
+        QCOMPARE(noted.filter("XY-Plotter: " + key).size(), 1);
+
+        plot.workbench.modules().setPluggedIn(1, true);
+        QTRY_VERIFY_WITH_TIMEOUT(shown(plot).startsWith(key + " was plugged in at "), maximumWaitMs);
+        QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
+        // "Refresh" empties the boxes, but no source.
+        plot.container->findChild<QPushButton *>("btnRefresh")->click();
+        QTest::qWait(2 * SourceWatch::settlingTimeMs);
+        emit plot.window->findChild<AnswerWatch *>()->polled();
+        QCOMPARE(shown(plot), QString());
+    }
+
+    void endOfARecordingHasItsReason_data()
+    {
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("log box") << "the box was unticked";
+        QTest::newRow("curve box") << "curve 2 was switched on";
+        QTest::newRow("show all") << "\"Show all data\" was switched";
+        QTest::newRow("source") << "curve 1 got another source";
+        QTest::newRow("window") << "the window was closed";
+    }
+
+    void endOfARecordingHasItsReason()
+    {
+        QFETCH(QString, reason);
+        const QByteArray what = QTest::currentDataTag();
+        GrowingPlot plot;
+        const QString path = temporaryPath("run.csv");
+        plot.recordLines(path);
+        QStringList noted;
+        connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
+            for (const LogMessage &message : messages) {
+                noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
+            }
+        });
+        if (what == "log box") {
+            MouseClick::on(plot.watch->box());
+        } else if (what == "curve box") {
+            PlotterWindow::curveBoxes(plot.container).at(1)->click();
+        } else if (what == "show all") {
+            plot.container->findChild<QCheckBox *>(PlotterWindow::optionBoxName(PlotterWindow::Option::ShowAll))
+                ->click();
+        } else if (what == "source") {
+            auto *const table = plot.container->findChild<QTableView *>(PlotterWindow::selectorPage(0, Side::X).table);
+            const QModelIndex other = table->model()->index(table->currentIndex().row() == 0 ? 1 : 0, 2);
+            MouseClick::at(table->viewport(), table->visualRect(other).center());
+        } else {
+            plot.container->parentWidget()->close();
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(plot.watch->headline().endsWith(reason), maximumWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT((plot.workbench.messages().deliver(), !noted.filter(reason).isEmpty()), maximumWaitMs);
+        QCOMPARE(namedPath(noted.filter(reason).constFirst()), path);
+        const bool isAsked = what == "log box";
+        QCOMPARE(plot.window->recordings()->hasTrouble(), !isAsked);
+        QCOMPARE(plot.window->recordings()->summary() == QLatin1String("Not recording"), isAsked);
+        if (what == "window") {
+            plot.window->openContainer(plot.container);
+            QVERIFY(shown(plot).contains("nothing is being recorded since the window was opened again"));
+        } else {
+            QCOMPARE(shown(plot).isEmpty(), isAsked);
+        }
+    }
+
+    void pathsAreFoundInText()
+    {
+        const QString path = temporaryPath("a run, saved.csv");
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QString folder = QFileInfo(path).absolutePath();
+        QCOMPARE(namedPath("saved as " + path), path);
+        QCOMPARE(namedPath("\"" + path + "\" was replaced: it is " + folder), path);
+        QCOMPARE(namedPath("The file is " + path + '.'), path);
+        QCOMPARE(namedPath(path + " vanished"), path);
+        QCOMPARE(namedPath("in " + folder), folder);
+        QCOMPARE(namedPath("SIM0/Stepper does not answer, and/or " + path + "x"), QString());
+    }
+
+    void namedFilesAreOpenedByClickAndKey()
+    {
+        const QString path = temporaryPath("picture.png");
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+        MessageLog log;
+        MessagePanel panel(&log);
+        panel.resize(800, 300);
+        panel.show();
+        QApplication::setActiveWindow(&panel);
+        log.deliver();
+        log.note(QtInfoMsg, "no file");
+        log.note(QtInfoMsg, "saved as " + path);
+        log.deliver();
+        auto *const view = panel.findChild<QTreeView *>();
+        const int last = view->model()->rowCount() - 1;
+        const auto click = [&](int row) {
+            const QRect cell = view->visualRect(view->model()->index(row, view->model()->columnCount() - 1));
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, cell.center());
+        };
+        m_opened.clear();
+        click(last - 1);
+        QCOMPARE(m_opened, QStringList());
+        click(last);
+        QCOMPARE(m_opened, QStringList(path));
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_Return);
+        QTest::keyClick(view, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(m_opened, QStringList({path, path, QFileInfo(path).absolutePath()}));
+        const QList<QAction *> actions = view->actions();
+        for (QAction *const action : actions) {
+            if (action->text() == QLatin1String("Copy Path")) {
+                action->trigger();
+            }
+        }
+        QCOMPARE(QApplication::clipboard()->text(), path);
+        view->setCurrentIndex(view->model()->index(last - 1, 0));
+        QTest::keyClick(view, Qt::Key_Return);
+        QCOMPARE(m_opened.size(), 3);
+        QVERIFY(QFile::remove(path));
+        expectMessage(QtWarningMsg, QRegularExpression("picture.png is not there any more"));
+        click(last);
+        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    }
+
+private:
+    /// What the bar above the container shows; empty when it is hidden.
+    static QString shown(const GrowingPlot &plot)
+    {
+        const QList<NoticeBar *> bars = plot.window->findChildren<NoticeBar *>();
+        for (const NoticeBar *const bar : bars) {
+            const QStringList texts = GrowingPlot::labelsIn(bar).mid(1);
+            if (!bar->isHidden()) {
+                return texts.join(QLatin1Char('\n'));
+            }
+        }
+        return {};
+    }
+
+    QStringList m_opened;
+};
+
+GUARDED_TEST_MAIN(NoticesTest)
+#include "NoticesTest.moc"
