@@ -8,6 +8,7 @@
 #include "window/FileMenu.h"
 #include "window/HelpMenu.h"
 #include "window/HintBar.h"
+#include "window/ModuleMenu.h"
 #include "window/Notices.h"
 #include "window/PanelDocks.h"
 #include "window/PlotMenu.h"
@@ -274,6 +275,8 @@ void MainWindow::makeMenus()
 
     m_plotMenu = new PlotMenu(this);
     menuBar()->addMenu(m_plotMenu);
+
+    menuBar()->addMenu(new ModuleMenu(&m_workbench->modules(), this));
 
     m_containerMenu = menuBar()->addMenu(tr("&Containers"));
     const auto add = [this](const QString &text, const QString &tip) {
