@@ -45,12 +45,13 @@ rooms=()
 allow . 'PlotterWindow'
 allow application 'PlotterWindow' 'application/*' 'window/*' 'setup/*' 'logging/*' 'modules/*' 'modules/*/*'
 allow window 'PlotterWindow' 'window/*' 'setup/*' 'logging/*' 'modules/*' 'modules/*/*'
-allow setup 'PlotterWindow' 'setup/*' 'modules/*' 'modules/*/*'
+allow setup 'PlotterWindow' 'setup/*' 'reading/*' 'modules/*' 'modules/*/*'
 allow logging 'PlotterWindow' 'logging/*' 'modules/*' 'modules/*/*'
 allow modules 'modules/*' 'modules/*/*'
+allow reading 'reading/*'
 # A kind of module knows no other kind, and nothing of the rack that holds it.
 for kind in $(git ls-files 'workbench/modules/*/*.h' | cut -d/ -f3 | sort -u); do
-    allow "modules/$kind" "modules/$kind/*"
+    allow "modules/$kind" "modules/$kind/*" 'reading/*'
 done
 for folder in $(git ls-files 'workbench/*.h' 'workbench/*.cpp' | xargs -n 1 dirname | sort -u); do
     folder=${folder#workbench}

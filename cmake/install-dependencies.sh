@@ -1,24 +1,27 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing: cmake/install-dependencies.sh [run|bench|lint|package]
+# Installs the Debian packages that are missing: cmake/install-dependencies.sh [run|bench|lint|package|test-servers]
 #   run      what it takes to build the plugin and the workbench, to start it and to run the tests (the default)
 #   bench    that, and the plot widgets that the bench compares with
 #   lint     that, and what format and lint runs need besides
 #   package  what "run" names, and what making and checking Debian packages needs besides
+#   test-servers  what "run" names, and the Modbus servers and clients that the tests use where they are found
 set -euo pipefail
 
 run_packages=(g++ cmake ninja-build qtbase5-dev qttools5-dev qttools5-dev-tools libqt5svg5 qttranslations5-l10n
-              fonts-dejavu-core cmark-gfm)
+              fonts-dejavu-core libmodbus-dev pkg-config cmark-gfm)
 bench_packages=(libqwt-qt5-dev libqcustomplot-dev)
 lint_packages=(clang clang-format clang-tidy clazy)
 package_packages=(dpkg-dev file binutils lintian desktop-file-utils appstream mmdebstrap man-db)
+test_server_packages=(python3-pymodbus python3-serial python3-serial-asyncio socat mbpoll)
 
 case "${1:-run}" in
     run) packages=("${run_packages[@]}") ;;
     bench) packages=("${run_packages[@]}" "${bench_packages[@]}") ;;
     lint) packages=("${run_packages[@]}" "${bench_packages[@]}" "${lint_packages[@]}") ;;
     package) packages=("${run_packages[@]}" "${package_packages[@]}") ;;
+    test-servers) packages=("${run_packages[@]}" "${test_server_packages[@]}") ;;
     *)
-        echo "usage: $0 [run|bench|lint|package]" >&2
+        echo "usage: $0 [run|bench|lint|package|test-servers]" >&2
         exit 2
         ;;
 esac

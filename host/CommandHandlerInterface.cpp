@@ -55,7 +55,7 @@ void CommandHandlerInterface::sendCommandCombos(QList<CommandCombo *> combos)
     if (durationNs > briefExchangeMs * nsPerMs) {
         m_allowanceNs -= durationNs;
     }
-    count(combos.size(), isAnswered, durationNs);
+    countExchange(combos.size(), isAnswered, durationNs);
 }
 
 bool CommandHandlerInterface::isAllowed(const QList<CommandCombo *> &combos, qint64 now)
@@ -128,7 +128,7 @@ void CommandHandlerInterface::refillAllowance(qint64 now)
     m_allowanceTimeNs = now;
 }
 
-void CommandHandlerInterface::count(int requests, bool isAnswered, qint64 durationNs)
+void CommandHandlerInterface::countExchange(int requests, bool isAnswered, qint64 durationNs)
 {
     ++m_statistics.exchanges;
     m_statistics.requests += static_cast<quint64>(requests);
@@ -160,6 +160,11 @@ const CommandHandlerInterface::Statistics &CommandHandlerInterface::statistics()
 bool CommandHandlerInterface::isSilenced() const
 {
     return m_isSilenced;
+}
+
+void CommandHandlerInterface::setSilenced(bool isSilenced)
+{
+    m_isSilenced = isSilenced;
 }
 
 qint64 CommandHandlerInterface::nowNs() const

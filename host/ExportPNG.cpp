@@ -19,10 +19,10 @@ namespace
 constexpr int maximumPrefixCharacters = 64;
 constexpr int maximumPicturesPerMillisecond = 1000;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("BasicTools", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(BasicTools)
+};
 
 /// The prefix as the start of a file name that is valid on all platforms, is in no other folder and is not hidden.
 QString harmlessPrefix(QString prefix)
@@ -69,25 +69,25 @@ bool openNewFile(QFile &file, const QString &pathWithoutSuffix)
 QString BasicTools::ExportPNG(QWidget *widget, QString prefix)
 {
     if (widget == nullptr) {
-        return translated("There is no window to take a picture of.");
+        return Text::tr("There is no window to take a picture of.");
     }
     const QPixmap picture = widget->grab();
     if (picture.isNull()) {
-        return translated("The window is too small for a picture.");
+        return Text::tr("The window is too small for a picture.");
     }
     const QString folder = pictureFolder();
     if (!QDir().mkpath(folder)) {
-        return translated("The picture folder %1 cannot be made.").arg(folder);
+        return Text::tr("The picture folder %1 cannot be made.").arg(folder);
     }
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("_yyyyMMdd_hhmmss_zzz"));
     QFile file;
     if (!openNewFile(file, folder + QLatin1Char('/') + harmlessPrefix(std::move(prefix)) + time)) {
-        return translated("The picture %1 cannot be written: %2.").arg(file.fileName(), file.errorString());
+        return Text::tr("The picture %1 cannot be written: %2.").arg(file.fileName(), file.errorString());
     }
     if (!picture.save(&file, "PNG") || !file.flush()) {
         const QString reason = file.errorString();
         file.remove();
-        return translated("The picture %1 cannot be written: %2.").arg(file.fileName(), reason);
+        return Text::tr("The picture %1 cannot be written: %2.").arg(file.fileName(), reason);
     }
     return file.fileName();
 }

@@ -10,6 +10,11 @@ QString PlotterWindow::curveFrameName()
     return QStringLiteral("RadioButtonFrame");
 }
 
+bool PlotterWindow::isPlot(const QWidget *container)
+{
+    return container->findChild<QWidget *>(curveFrameName()) != nullptr;
+}
+
 QString PlotterWindow::logBoxName()
 {
     return QStringLiteral("cbLog");

@@ -26,6 +26,10 @@ constexpr int nameColumn = 2;
 /// The frame with a radio button for each curve.
 QString curveFrameName();
 
+/// Whether \a container is a plot window, with all that the following names. Only one that was opened before is known
+/// as such.
+bool isPlot(const QWidget *container);
+
 /// The box that opens a save dialog and starts recording into the chosen file; unchecking it stops the recording.
 QString logBoxName();
 

@@ -1,12 +1,18 @@
 #pragma once
 
+#include "host/CommandCombo.h"
 #include "host/ContainerInterface.h"
+
+#include <QTimer>
+
+#include <vector>
 
 class QLabel;
 class QListWidget;
 
 /**
- * A container that counts and lists the connected modules, and updates the list when they come and go.
+ * A container that counts and lists the connected modules, and updates the list when they come and go. For each module
+ * with motors it reads one value of the first motor, twice a second.
  *
  * The host creates one object by the constructor without arguments, which it never shows, and clones it for every
  * container that the user opens. The clones are owned by the host. GUI thread.
@@ -32,8 +38,20 @@ public:
     void handleModulePlugin(KAROModuleInterface *module, QString message) override;
 
 private:
+    /// A module in the list, and the value that is read from it.
+    struct Row
+    {
+        QString key;
+        QString text;       ///< without the value
+        QString valueName;  ///< empty when nothing is read
+        CommandCombo combo; ///< the request, and the reply that the channel fills in
+    };
+
     void showModules();
+    void readValues();
 
     QLabel *m_count = nullptr;     // null before the first opening
     QListWidget *m_list = nullptr; // the same
+    std::vector<Row> m_rows;       // as in the list
+    QTimer m_timer;
 };

@@ -26,8 +26,8 @@ struct Rack
 {
     Rack()
     {
-        QVERIFY(modules.add({QStringLiteral("stepper-3"), first, {}}, 1));
-        QVERIFY(modules.add({QStringLiteral("servo-1"), second, {}}, 1));
+        QCOMPARE(modules.add({first, SimulationSettings{QStringLiteral("stepper-3")}}), QString());
+        QCOMPARE(modules.add({second, SimulationSettings{QStringLiteral("servo-1")}}), QString());
         panel.resize(300, 600);
         panel.show();
     }
@@ -138,11 +138,41 @@ private slots:
             QCOMPARE(box->isEnabled(), box->text() == QLatin1String("Plugged in"));
         }
         rack.click(second, "Plugged in"); // as it was
-        QVERIFY(rack.modules.isPluggedIn(1) && rack.modules.isSilent(1) && !rack.modules.isMoving(1));
+        QVERIFY(rack.modules.isPluggedIn(1) && rack.modules.simulation(1)->isSilent &&
+                !rack.modules.simulation(1)->isMoving);
         rack.ask(second);
         QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
         rack.click(second, "Silent");
-        QVERIFY(!rack.modules.isSilent(1));
+        QVERIFY(!rack.modules.simulation(1)->isSilent);
+    }
+
+    void placesMoveUpAndAreFilledAgain()
+    {
+        Rack rack;
+        rack.modules.setSilent(1, true);
+        rack.ask(second);
+        rack.watch.poll(0);
+        QCOMPARE(rack.watch.silentModules(), QStringList(second));
+        const ModuleSettings third{QStringLiteral("SIM2/Block"), SimulationSettings{QStringLiteral("io-block")}};
+        QVERIFY(rack.modules.replace(1, {first, third.family}).contains(first)); // a key of another place
+        QVERIFY(rack.handler.getModulePlugin(second) != nullptr);
+        QVERIFY(rack.modules.add({second, third.family}).contains(second));
+        QCOMPARE(rack.modules.count(), 2);
+
+        rack.modules.remove(0);
+        QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(second));
+        QCOMPARE(rack.watch.silentModules(), QStringList(second));
+        rack.watch.poll(500);
+        rack.click(second, "Plugged in"); // its row is that of the first place now
+        QVERIFY(!rack.modules.isPluggedIn(0));
+        QCOMPARE(rack.cells(0).constFirst(), second);
+
+        QCOMPARE(rack.modules.replace(0, third), QString());
+        QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(third.key));
+        QVERIFY(rack.watch.silentModules().isEmpty());
+        QCOMPARE(rack.boxes<QCheckBox>(second).size(), 0);
+        rack.click(third.key, "Silent");
+        QVERIFY(rack.modules.simulation(0)->isSilent);
     }
 
     void axesKeepTheirOwnMotions()
@@ -150,7 +180,7 @@ private slots:
         Rack rack;
         MotionProgram motion;
         motion.offset = 5000.0;
-        rack.modules.add({QStringLiteral("stepper-3"), QStringLiteral("SIM2/Held"), {{1, motion}}}, 1);
+        rack.modules.add({QStringLiteral("SIM2/Held"), SimulationSettings{QStringLiteral("stepper-3"), {{1, motion}}}});
         CommandCombo target;
         target.request.setAddress(rack.handler.getModulePlugin(QStringLiteral("SIM2/Held"))->moduleAddress());
         target.request.setCommand(0x06);

@@ -1,5 +1,6 @@
 #include "GuardedTest.h"
 #include "application/Language.h"
+#include "application/PluginFolders.h"
 #include "application/RunPlan.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
@@ -61,14 +62,15 @@ private slots:
     void valuesOfOptions_data()
     {
         QTest::addColumn<bool>("isSound");
-        for (const char *const sound : {"--seconds 86400", "--seconds 1e-3", "--size 8192x1", "--size 1x8192",
-                                        "--seed 4294967295", "--seed 0", "--palette dark", "--language en"}) {
+        for (const char *const sound :
+             {"--seconds 86400", "--seconds 1e-3", "--size 8192x1", "--size 1x8192", "--seed 4294967295", "--seed 0",
+              "--palette dark", "--language en", "--picture a.PNG", "--picture a"}) {
             QTest::newRow(sound) << true;
         }
         for (const char *const unsound :
              {"--seconds 86400.1", "--seconds 0", "--seconds nan", "--size 8193x1", "--size 1x8193", "--size 0x5",
-              "--size 5X5", "--seed 4294967296", "--seed -1", "--palette pink", "--language fr", "stray", "--picture ",
-              "--plugin ", "--seed"}) {
+              "--size 5X5", "--seed 4294967296", "--seed -1", "--palette pink", "--language fr", "stray second",
+              "--scene circle stray", "--picture a.Jpg", "--picture ", "--plugin ", "--seed"}) {
             QTest::newRow(unsound) << false;
         }
     }
@@ -169,7 +171,7 @@ private slots:
             const QWidgetList windows = QApplication::allWidgets();
             for (QWidget *const window : windows) {
                 isTitled =
-                    isTitled || window->windowTitle().startsWith("One module of each kind - Container Workbench");
+                    isTitled || window->windowTitle().startsWith("One module of each kind[*] - XY Plot Workbench");
                 hasHint = hasHint || window->inherits("HintBar");
                 if (isPlotOnly ? window->inherits("QMdiSubWindow") : window->isWindow()) {
                     window->close();
@@ -238,6 +240,20 @@ private slots:
         test.checkLog(file.fileName(), 1, recorded);
         const bool isSound = qstrcmp(QTest::currentDataTag(), "sound") == 0;
         QVERIFY2(test.hasFailed() != isSound, qPrintable(Paper::linesOf(paper.output)));
+    }
+
+    /// A plugin of one's own is tested beside the plot that the scene needs.
+    void selfTestLoadsThePlot()
+    {
+        const Paper paper;
+        const SelfTest test(paper.terminal);
+        const auto plugins = [&](const QString &arguments) {
+            return test.completed(parsed(arguments).options).plugins;
+        };
+        const QStringList beside = plugins(QStringLiteral("--plugin ") + minimalPlugin);
+        QCOMPARE(beside, QStringList({PluginFolders::plotterFile(), minimalPlugin}));
+        QCOMPARE(plugins(QStringLiteral("--plugin /x/container_xy_plot.so")).size(), 1);
+        QVERIFY(plugins(QStringLiteral("--self-test")).isEmpty()); // all that are found
     }
 
     /// The last function: the translations stay until the program ends.

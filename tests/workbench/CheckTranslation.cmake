@@ -1,6 +1,9 @@
-# Every text of the workbench has its German counterpart, and none is left over. The shipped file is only read.
-configure_file(${ROOM}/translations/xy-plot-workbench_de.ts ${COPY} COPYONLY)
-execute_process(COMMAND ${LUPDATE} ${ROOM} -ts ${COPY}
+# Every text of the rooms has its translation, and none is left over. The file that ships is only read.
+#   TRANSLATION  the .ts file        ROOMS  folders, with commas between        COPY  where to try
+#   MINIMUM      texts that there are at the minimum: a run of lupdate that finds nothing is no proof
+string(REPLACE "," ";" folders "${ROOMS}")
+configure_file(${TRANSLATION} ${COPY} COPYONLY)
+execute_process(COMMAND ${LUPDATE} ${folders} -ts ${COPY}
   OUTPUT_QUIET ERROR_VARIABLE complaints RESULT_VARIABLE status)
 if(status OR complaints) # of texts without a context
   message(FATAL_ERROR "${status} ${complaints}")
@@ -9,6 +12,6 @@ file(READ ${COPY} texts)
 string(REGEX MATCH "type=\"(unfinished|vanished|obsolete)\"" stale "${texts}")
 string(REGEX MATCHALL "<source>" sources "${texts}")
 list(LENGTH sources count)
-if(stale OR count LESS 150)
+if(stale OR count LESS MINIMUM)
   message(FATAL_ERROR "${COPY} has ${count} texts, ${stale}")
 endif()

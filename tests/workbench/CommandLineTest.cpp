@@ -46,7 +46,7 @@ private slots:
         row(1, "--scene ../scene.json", "no motor \"Axis 7\"");
         row(1, "--plugin absent.so", "absent.so");
         row(1, "--list-plugins --plugin .", "no plugin file");
-        row(1, "--seconds 1 --plugin " FIXTURE_FOLDER "/minimal_container.so", "RadioButtonFrame");
+        row(1, "--scene circle --plugin " FIXTURE_FOLDER "/minimal_container.so", "RadioButtonFrame");
         row(1, "--size 1x1", "cannot be 1x1, it needs at least");
         row(1, "--log absent/run.csv", "absent/run.csv");
         row(1, "--log ../pipe", "nobody reads");

@@ -30,8 +30,10 @@ struct Window
     Window()
     {
         QCOMPARE(workbench.loadPlugin(minimalPlugin), QString());
-        QVERIFY(workbench.modules().add({QStringLiteral("io-block"), QStringLiteral("A"), {}}, 1));
-        QVERIFY(workbench.modules().add({QStringLiteral("servo-1"), QStringLiteral("B"), {}}, 1));
+        QCOMPARE(workbench.modules().add({QStringLiteral("A"), SimulationSettings{QStringLiteral("io-block")}}),
+                 QString());
+        QCOMPARE(workbench.modules().add({QStringLiteral("B"), SimulationSettings{QStringLiteral("servo-1")}}),
+                 QString());
         main = std::make_unique<MainWindow>(&workbench);
         container = main->addContainer();
         workspace = main->findChild<QMdiArea *>();

@@ -33,13 +33,15 @@ private slots:
     void silentModuleIsShownInItsWindowOnly()
     {
         GrowingPlot plot(QStringLiteral("two-modules"));
-        QVERIFY(plot.workbench.modules().add({QStringLiteral("servo-1"), QStringLiteral("unread"), {}}, 1));
+        QCOMPARE(
+            plot.workbench.modules().add({QStringLiteral("unread"), SimulationSettings{QStringLiteral("servo-1")}}),
+            QString());
         // A module that comes switches all sources off, too.
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("unread was plugged in at "), maximumWaitMs);
         QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
 
-        const QString key = plot.workbench.modules().description(1).key;
+        const QString key = plot.workbench.modules().settings(1).key;
         plot.recordLines(temporaryPath("run.csv"));
         plot.workbench.modules().setSilent(1, true);
         const QRegularExpression notice("^Since [0-9:]{8} the values of " + key + " are old ones\n.*with old values: ");
@@ -68,7 +70,7 @@ private slots:
                 noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
             }
         });
-        const QString key = plot.workbench.modules().description(1).key;
+        const QString key = plot.workbench.modules().settings(1).key;
         plot.workbench.modules().setPluggedIn(1, false);
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("the source of curve 1 is switched off"), maximumWaitMs);
         QVERIFY(shown(plot).startsWith(key + " was taken out at "));

@@ -85,7 +85,7 @@ private slots:
         plot.window->recordings()->poll();
         QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->file().dataLines() - fresh);
 
-        const QString key = plot.workbench.modules().description(1).key;
+        const QString key = plot.workbench.modules().settings(1).key;
         const QRegularExpression words("with old values; since [0-9:]{8} the values of " + key + " are old ones$");
         QTRY_VERIFY_WITH_TIMEOUT(plot.watch->warning().contains(words), maximumWaitMs);
         QVERIFY(plot.watch->headline().contains(plot.watch->warning()) && plot.window->recordings()->hasTrouble());

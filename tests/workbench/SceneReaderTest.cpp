@@ -1,6 +1,6 @@
 #include "setup/SceneReader.h"
 #include "GuardedTest.h"
-#include "setup/TextLists.h"
+#include "reading/TextLists.h"
 
 namespace
 {
@@ -48,7 +48,7 @@ private slots:
         QCOMPARE(readScene(example.toUtf8(), QString()).scene.curves.size(), 2);
         const Scene scene = readScene(soundScene, QString()).scene;
         QCOMPARE(scene.seed, 7U);
-        const MotionProgram motion = scene.modules.at(0).motions.value(2);
+        const MotionProgram motion = std::get<SimulationSettings>(scene.modules.at(0).family).motions.value(2);
         QVERIFY(motion.kind == MotionProgram::Kind::Sine && motion.amplitude == 5.0 && motion.periodSeconds == 2.0);
         QVERIFY(motion.phaseDegrees == 90.0 && motion.offset == -8.0);
         QCOMPARE(scene.curves.at(1).x.motor, QStringLiteral("Register"));

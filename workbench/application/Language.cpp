@@ -1,6 +1,7 @@
 #include "application/Language.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -15,6 +16,12 @@ static void initTranslationResources()
 
 namespace
 {
+
+QString &currentCode()
+{
+    static QString code = QStringLiteral("en");
+    return code;
+}
 
 void install(const QString &name, const QString &folder)
 {
@@ -43,12 +50,31 @@ QString Language::ofSystem()
     return QStringLiteral("en");
 }
 
+QString Language::current()
+{
+    return currentCode();
+}
+
 void Language::use(const QString &code)
 {
+    currentCode() = code;
     if (code == QLatin1String("en")) {
         return;
     }
     initTranslationResources();
     install(QStringLiteral("qtbase_") + code, QLibraryInfo::location(QLibraryInfo::TranslationsPath));
-    install(QStringLiteral("xy-plot-workbench_") + code, QStringLiteral(":/translations"));
+    for (const char *const name : {"host_", "xy-plot-workbench_"}) {
+        install(QLatin1String(name) + code, QStringLiteral(":/translations"));
+    }
+}
+
+void Language::useForPlugin(const QString &path)
+{
+    const QFileInfo file(QFileInfo(path).canonicalFilePath()); // a link may be in a folder of links
+    const QString folder = file.absolutePath() + QStringLiteral("/translations");
+    const QString name = QStringLiteral("%1_%2.qm").arg(file.completeBaseName(), current());
+    // Not left to the translator, which would go on with shorter names: those of other plugins.
+    if (QFileInfo::exists(folder + QLatin1Char('/') + name)) {
+        install(name, folder);
+    }
 }

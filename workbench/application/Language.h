@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The languages of the workbench's own texts. Texts of containers are not concerned.
+/// The languages of the workbench, of the substitute host, and of those plugins that bring translations along.
 namespace Language
 {
 
@@ -18,5 +18,14 @@ QString ofSystem();
  * Qt's own texts follow if its translations are installed. Needs the application object, and ends with it.
  */
 void use(const QString &code);
+
+/// The code that use() was last called with; "en" before.
+QString current();
+
+/**
+ * Has the texts of the plugin file at \a path given in the current() language from now on, if there is a translation
+ * beside it: for `NAME.so` that is `translations/NAME_de.qm`. To be called before the plugin makes its first window.
+ */
+void useForPlugin(const QString &path);
 
 } // namespace Language

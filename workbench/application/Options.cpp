@@ -26,10 +26,15 @@ QList<QCommandLineOption> allOptions()
                                   value == nullptr ? QString() : QString::fromLatin1(value));
     };
     return {
-        option("scene", Text::tr("Set up a scene: a name from --list-scenes, or a scene file."), "NAME|FILE"),
+        option(
+            "scene",
+            Text::tr("Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from "
+                     "earlier runs has a part in it."),
+            "NAME|FILE"),
         option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
                "N"),
-        option("picture", Text::tr("Where to save that picture, a PNG; default ./xy-plot.png."), "FILE"),
+        option("picture", Text::tr("Where to save that picture, a PNG of the whole container; default ./xy-plot.png."),
+               "FILE"),
         option("log",
                Text::tr("Record the run to a CSV file, by the window's own box and dialog; an existing file is "
                         "overwritten. A picture is then saved only with --picture."),
@@ -66,6 +71,16 @@ QString textOf(const QCommandLineParser &parser, const char *name, QString &erro
         error = Text::tr("--%1: expected a value, found none").arg(option);
     }
     return text;
+}
+
+/// A file name is taken as it is, but none that promises another kind of picture.
+void checkPicture(const QString &path, QString &error)
+{
+    static const QRegularExpression otherKind(QStringLiteral("\\.(jpe?g|bmp|gif|tiff?|webp|svg|pdf)$"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    if (error.isEmpty() && otherKind.match(path).hasMatch()) {
+        error = Text::tr("--picture: expected the name of a PNG file, found \"%1\"").arg(path);
+    }
 }
 
 void readSeconds(const QString &text, Options &options, QString &error)
@@ -145,11 +160,13 @@ OptionsResult parseOptions(const QStringList &arguments)
         result.error = parser.errorText();
         return result;
     }
-    if (!parser.positionalArguments().isEmpty()) {
-        result.error = Text::tr("Unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
+    Options &options = result.options;
+    const QStringList files = parser.positionalArguments();
+    options.file = files.value(0);
+    if (files.size() > 1 || (files.size() == 1 && parser.isSet(QStringLiteral("scene")))) {
+        result.error = Text::tr("Unexpected argument \"%1\"").arg(files.constLast());
         return result;
     }
-    Options &options = result.options;
     options.wantsHelp = parser.isSet(QStringLiteral("help"));
     options.wantsVersion = parser.isSet(QStringLiteral("version"));
     options.wantsSceneList = parser.isSet(QStringLiteral("list-scenes"));
@@ -157,6 +174,7 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
     options.scene = textOf(parser, "scene", result.error);
     options.picture = textOf(parser, "picture", result.error);
+    checkPicture(options.picture, result.error);
     textOf(parser, "plugin", result.error);
     options.plugins = parser.values(QStringLiteral("plugin"));
     options.settings = textOf(parser, "settings", result.error);
@@ -179,9 +197,10 @@ OptionsResult parseOptions(const QStringList &arguments)
 
 QString optionsHelp()
 {
-    QString text = Text::tr("Usage: xy-plot-workbench [options]\n\n"
+    QString text = Text::tr("Usage: xy-plot-workbench [options] [FILE]\n\n"
                             "A stand-in host for container plugins, with simulated motor-controller modules.\n"
-                            "Without a display it runs a scene off screen, saves a picture of the plot and ends.\n\n"
+                            "FILE is a set-up to open, as the File menu saves it.\n"
+                            "Without a display it runs a scene off screen, saves a picture of its window and ends.\n\n"
                             "Options:\n");
     constexpr int columnWidth = 22;
     const QList<QCommandLineOption> options = allOptions();

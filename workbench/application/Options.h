@@ -11,7 +11,8 @@
 /// The values of the command line's options; empty or unset members were not given.
 struct Options
 {
-    QString scene;                 ///< name of a shipped scene, or path of a scene file
+    QString scene;                 ///< name of a shipped scene, or path of a set-up
+    QString file;                  ///< path of a set-up, or of another file to open
     std::optional<double> seconds; ///< s, more than 0
     QString picture;               ///< path of the PNG file
     QStringList plugins;           ///< paths of plugin files, or of folders of them

@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -42,6 +44,19 @@ QString PluginFolders::ofUser()
            QStringLiteral("/xy-plot-workbench/plugins");
 }
 
+QString PluginFolders::plotterFile()
+{
+    return own() + QLatin1Char('/') + firstPlugin;
+}
+
+QStringList PluginFolders::withPlotter(const QStringList &asked)
+{
+    const QStringList found = files(asked);
+    const bool hasPlotter = std::any_of(found.cbegin(), found.cend(),
+                                        [](const QString &file) { return QFileInfo(file).fileName() == firstPlugin; });
+    return asked.isEmpty() || found.isEmpty() || hasPlotter ? asked : QStringList(plotterFile()) + asked;
+}
+
 QStringList PluginFolders::files(const QStringList &asked)
 {
     if (!asked.isEmpty()) {
@@ -51,7 +66,7 @@ QStringList PluginFolders::files(const QStringList &asked)
         }
         return found;
     }
-    const QString first = own() + QLatin1Char('/') + firstPlugin;
+    const QString first = plotterFile();
     QStringList found = filesIn(own()) + filesIn(ofUser());
     found.removeAll(first);
     found.prepend(first); // first even when it is missing: the loader's message then names the expected path

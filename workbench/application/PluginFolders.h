@@ -13,6 +13,12 @@ QString own();
 /// The folder for plugins of the person who runs the program, absolute; it need not exist.
 QString ofUser();
 
+/// The path of the XY-Plotter that came with the program; the file may be missing.
+QString plotterFile();
+
+/// \a asked, with plotterFile() before it if none of files(\a asked) is an XY-Plotter, for which scenes are made.
+QStringList withPlotter(const QStringList &asked);
+
 /**
  * The plugin files to load, in text order within a folder.
  * \param asked files, and folders for all files in them, in the order wanted; when empty, own() and ofUser() are taken,

@@ -86,9 +86,14 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     plan.picture =
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
 
-    const QString name = options.scene.isEmpty() && plan.isTimed ? QStringLiteral("circle") : options.scene;
+    // In a window a file is opened as by the menu, with all that is kept between runs.
+    plan.openFile = plan.isTimed ? QString() : absolute(options.file);
+    const QString asked = plan.isTimed && !options.file.isEmpty() ? options.file : options.scene;
+    plan.isSceneAsked = !asked.isEmpty();
+    const QString name = asked.isEmpty() && plan.isTimed ? QStringLiteral("circle") : asked;
     plan.hasScene = !name.isEmpty();
     const QString path = scenePath(name);
+    plan.scenePath = path;
     if (path.isEmpty()) {
         result.error = Text::tr("no scene and no file is called \"%1\"; the scenes are: %2")
                            .arg(name, shippedScenes().join(QStringLiteral(", ")));

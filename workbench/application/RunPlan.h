@@ -10,9 +10,12 @@
 /// What a run of the program is made of, once the command line is understood and its files were looked at.
 struct RunPlan
 {
-    Scene scene;           ///< with the seed that was asked for
-    bool hasScene = false; ///< a scene was asked for; else modules only
-    bool isTimed = false;  ///< ends by itself
+    Scene scene;               ///< with the seed that was asked for
+    bool hasScene = false;     ///< a scene was asked for, or the run ends by itself; else modules only
+    bool isSceneAsked = false; ///< else it is one that the run may do without
+    QString scenePath;         ///< of the scene; a resource path for a shipped one
+    QString openFile;          ///< absolute path of a file to open in the window; empty when there is none
+    bool isTimed = false;      ///< ends by itself
     double seconds = 0.0;
     QStringList plugins; ///< paths of the files, at least one; the first makes the container that is opened
     /// How many of them the run cannot do without, counted from the first: those that came unasked may be of no use.

@@ -1,6 +1,7 @@
 #include "application/SelfTest.h"
 
 #include "PlotterWindow.h"
+#include "application/PluginFolders.h"
 #include "application/Terminal.h"
 #include "window/MainWindow.h"
 #include "window/WorkbenchStyle.h"
@@ -84,6 +85,7 @@ Options SelfTest::completed(Options options) const
     if (options.log.isEmpty()) {
         options.log = m_folder.filePath(QStringLiteral("self-test.csv"));
     }
+    options.plugins = PluginFolders::withPlotter(options.plugins);
     return options;
 }
 

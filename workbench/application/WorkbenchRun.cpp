@@ -1,18 +1,24 @@
 #include "application/WorkbenchRun.h"
 
+#include "PlotterWindow.h"
 #include "application/EndSignals.h"
+#include "application/Language.h"
 #include "application/RecordingDriver.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
 #include "application/TimedRun.h"
 #include "logging/Recordings.h"
 #include "setup/SceneRunner.h"
+#include "window/FileMenu.h"
+#include "window/SceneExchange.h"
 
 #include "host/AppSettings.h"
 #include "host/ContainerInterface.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QSettings>
+#include <QTimer>
 
 namespace
 {
@@ -56,7 +62,10 @@ int WorkbenchRun::exec()
     }
     quint32 seed = m_plan.scene.seed;
     for (const ModuleSettings &module : m_plan.scene.modules) {
-        m_workbench.modules().add(module, seed++);
+        const QString problem = m_workbench.modules().add(module, seed++);
+        if (!problem.isEmpty()) {
+            return fail(problem);
+        }
     }
     m_window = std::make_unique<MainWindow>(&m_workbench);
     if (!addContainers()) {
@@ -69,7 +78,10 @@ int WorkbenchRun::exec()
         return fail(problem);
     }
     if (m_plan.hasScene) {
-        m_window->setWindowTitle(QStringLiteral("%1 - %2").arg(m_plan.scene.shownTitle(), m_window->windowTitle()));
+        const bool isFile = QFileInfo(m_plan.scenePath).isFile() && !m_plan.scenePath.startsWith(QLatin1Char(':'));
+        m_window->fileMenu()->setDocument(m_plan.scene,
+                                          isFile ? QFileInfo(m_plan.scenePath).fileName() : m_plan.scene.shownTitle(),
+                                          isFile ? m_plan.scenePath : QString());
     } else {
         m_window->showHint();
     }
@@ -84,6 +96,7 @@ bool WorkbenchRun::loadPlugins()
 {
     int required = m_plan.requiredPlugins;
     for (const QString &file : m_plan.plugins) {
+        Language::useForPlugin(file);
         const QString problem = m_workbench.loadPlugin(file);
         if (m_selfTest != nullptr) {
             m_selfTest->check(problem.isEmpty(), Text::tr("plugin: %1").arg(problem.isEmpty() ? file : problem));
@@ -119,7 +132,20 @@ bool WorkbenchRun::addContainers()
 
 QString WorkbenchRun::setUp()
 {
-    m_window->openContainer(m_container);
+    if (!m_plan.scene.plugin.isEmpty()) { // it says which containers there are
+        Scene scene = m_plan.scene;
+        if (m_plan.isTimed) {
+            scene.layout = {};
+        }
+        const QStringList errors = SceneExchange(&m_workbench, m_window.get()).setUp(scene);
+        if (!errors.isEmpty()) {
+            return errors.constFirst();
+        }
+        m_container = m_workbench.containers().constFirst();
+        m_window->openContainer(m_container);
+    } else {
+        openPlot();
+    }
     if (m_plan.size.isValid()) {
         const QSize actualSize = m_window->resizeContainer(m_container, m_plan.size);
         if (actualSize != m_plan.size) {
@@ -130,7 +156,25 @@ QString WorkbenchRun::setUp()
                 .arg(actualSize.height());
         }
     }
+    const bool needsPlot = m_plan.isSceneAsked && m_selfTest == nullptr;
+    if (!m_plan.scene.plugin.isEmpty() || (!needsPlot && !PlotterWindow::isPlot(m_container))) {
+        return {};
+    }
     return SceneRunner(m_container).apply(m_plan.scene);
+}
+
+/// Opens the first container, and others until one of them can show the curves of the scene, if it has any.
+void WorkbenchRun::openPlot()
+{
+    const QList<ContainerInterface *> containers = m_workbench.containers();
+    for (ContainerInterface *const container : containers) {
+        m_window->openContainer(container);
+        if (m_plan.scene.curves.isEmpty() || PlotterWindow::isPlot(container)) {
+            m_container = container;
+            return;
+        }
+    }
+    m_window->openContainer(m_container);
 }
 
 /// Until the person closes the window, or a signal does.
@@ -138,9 +182,15 @@ int WorkbenchRun::serve()
 {
     if (const EndSignals *const endSignals = EndSignals::instance()) {
         QObject::connect(endSignals, &EndSignals::received, m_window.get(), [this] {
+            m_window->fileMenu()->endSession();
             m_window->close();
             QCoreApplication::quit(); // also when a dialog or a window of a container's own is still open
         });
+    }
+    m_window->fileMenu()->beginSession();
+    if (!m_plan.openFile.isEmpty()) {
+        // From the event loop, for it may have to ask or to report.
+        QTimer::singleShot(0, m_window.get(), [this] { m_window->fileMenu()->open(m_plan.openFile); });
     }
     return QCoreApplication::exec();
 }
@@ -175,7 +225,7 @@ int WorkbenchRun::runRecorded()
     TimedRun timedRun(m_container, m_plan.picture);
     RecordingDriver driver(m_container, watch, m_plan.log, [this] {
         // One sampling tick reads both values of all curves, and gives every curve its first point.
-        return m_workbench.modules().answeredRequests() >= 2U * quint64(m_plan.scene.curves.size());
+        return m_workbench.modules().answeredRequests() >= 2U * quint64(m_plan.scene.sampledCurves());
     });
     QObject::connect(&driver, &RecordingDriver::begun, &timedRun, [&] { timedRun.start(m_plan.seconds); });
     QObject::connect(&driver, &RecordingDriver::failed, &timedRun, [] { QCoreApplication::exit(exitFailure); });
@@ -205,8 +255,12 @@ int WorkbenchRun::runRecorded()
 int WorkbenchRun::testItself()
 {
     SelfTest &test = *m_selfTest;
-    const int curves = m_plan.scene.curves.size();
     test.checkDrawings();
+    if (!PlotterWindow::isPlot(m_container)) {
+        test.check(true, Text::tr("plot: none of these plugins has one, so no scene was run"));
+        return checkContainers();
+    }
+    const int curves = m_plan.scene.sampledCurves();
     test.noteEmptyPlot(m_container);
     const int exitCode = runTimed();
     if (EndSignals::instance() != nullptr && EndSignals::instance()->exitCodeOr(0) != 0) {
@@ -219,11 +273,16 @@ int WorkbenchRun::testItself()
         test.checkPicture(m_plan.picture, curves);
         test.checkLog(m_plan.log, curves, watch->file().dataLines() + watch->missingLines());
     }
+    return checkContainers();
+}
+
+int WorkbenchRun::checkContainers()
+{
     const QList<ContainerInterface *> containers = m_workbench.containers();
     for (ContainerInterface *const each : containers) {
-        test.checkContainer(*m_window, each);
+        m_selfTest->checkContainer(*m_window, each);
     }
-    return test.hasFailed() ? exitFailure : 0;
+    return m_selfTest->hasFailed() ? exitFailure : 0;
 }
 
 int WorkbenchRun::fail(const QString &problem) const

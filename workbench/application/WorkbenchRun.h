@@ -40,7 +40,9 @@ private:
     int serve();
     int runTimed();
     int runRecorded();
+    void openPlot();
     int testItself();
+    int checkContainers();
     int fail(const QString &problem) const;
 
     const RunPlan &m_plan;

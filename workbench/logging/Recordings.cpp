@@ -64,6 +64,14 @@ void Recordings::windowClosed(QWidget *container)
     }
 }
 
+void Recordings::containerRemoved(QWidget *container)
+{
+    RecordingWatch *const watch = m_byContainer.take(container);
+    m_watches.removeOne(watch);
+    delete watch;
+    emit changed();
+}
+
 QList<RecordingWatch *> Recordings::watches() const
 {
     return m_watches;
@@ -103,6 +111,12 @@ bool Recordings::hasTrouble() const
     return std::any_of(m_watches.cbegin(), m_watches.cend(), [](const RecordingWatch *watch) {
         return !watch->problem().isEmpty() || !watch->warning().isEmpty() || watch->endedUnasked();
     });
+}
+
+bool Recordings::isRecording() const
+{
+    return std::any_of(m_watches.cbegin(), m_watches.cend(),
+                       [](const RecordingWatch *watch) { return watch->state() == RecordingWatch::State::Recording; });
 }
 
 bool Recordings::eventFilter(QObject *watched, QEvent *event)

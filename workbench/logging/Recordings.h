@@ -35,6 +35,9 @@ public:
     /// To be called when a container's window was closed.
     void windowClosed(QWidget *container);
 
+    /// Forgets \a container, which is about to be destroyed, and what was recorded of it.
+    void containerRemoved(QWidget *container);
+
     QList<RecordingWatch *> watches() const;
     /// That of \a container; null when it was never opened.
     RecordingWatch *watch(QWidget *container) const;
@@ -45,6 +48,7 @@ public:
     /// One line about all recordings, for a status bar.
     QString summary() const;
     bool hasTrouble() const; ///< a problem, a warning, or a recording that ended otherwise than by its box
+    bool isRecording() const; ///< at least one container
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

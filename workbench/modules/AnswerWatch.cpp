@@ -11,6 +11,12 @@ AnswerWatch::AnswerWatch(const ModuleRack *rack, QObject *parent) : QObject(pare
     m_clock.start();
     connect(&m_timer, &QTimer::timeout, this, [this] { poll(m_clock.elapsed()); });
     m_timer.start(pollIntervalMs);
+    connect(m_rack, &ModuleRack::removed, this, &AnswerWatch::forget);
+    connect(m_rack, &ModuleRack::replaced, this, [this](int index) {
+        if (size_t(index) < m_watched.size()) {
+            m_watched[size_t(index)] = Watched();
+        }
+    });
 }
 
 void AnswerWatch::poll(qint64 nowMs)
@@ -60,6 +66,13 @@ void AnswerWatch::poll(int index, qint64 nowMs)
     }
 }
 
+void AnswerWatch::forget(int index)
+{
+    if (size_t(index) < m_watched.size()) {
+        m_watched.erase(m_watched.begin() + index);
+    }
+}
+
 AnswerWatch::State AnswerWatch::state(int index) const
 {
     return size_t(index) < m_watched.size() ? m_watched[size_t(index)].state : State::Unasked;
@@ -81,7 +94,7 @@ QStringList AnswerWatch::silentModules() const
     QStringList keys;
     for (int index = 0; index < m_rack->count(); ++index) {
         if (state(index) == State::Silent) {
-            keys.append(m_rack->description(index).key);
+            keys.append(m_rack->settings(index).key);
         }
     }
     return keys;
@@ -94,7 +107,7 @@ QString AnswerWatch::oldValues(int index) const
     }
     const QTime since = m_watched[size_t(index)].silentSince;
     return tr("since %1 the values of %2 are old ones")
-        .arg(QLocale().toString(since, QStringLiteral("hh:mm:ss")), m_rack->description(index).key);
+        .arg(QLocale().toString(since, QStringLiteral("hh:mm:ss")), m_rack->settings(index).key);
 }
 
 QString AnswerWatch::trouble(int index) const

@@ -69,6 +69,7 @@ private:
     };
 
     void poll(int index, qint64 nowMs);
+    void forget(int index);
 
     const ModuleRack *const m_rack; // not owned
     std::vector<Watched> m_watched;

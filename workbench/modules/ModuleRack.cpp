@@ -1,9 +1,11 @@
 #include "modules/ModuleRack.h"
 
-#include "modules/simulation/ModuleKind.h"
+#include "modules/ModuleFactory.h"
 #include "modules/simulation/SimulatedModule.h"
 
 #include "host/PluginHandler.h"
+
+#include <algorithm>
 
 ModuleRack::ModuleRack(PluginHandler *handler, SimulationClock::Drive drive, int stepsPerExchange)
     : m_handler(handler), m_clock(drive, stepsPerExchange)
@@ -22,17 +24,48 @@ ModuleRack::~ModuleRack()
     }
 }
 
-bool ModuleRack::add(const ModuleSettings &module, quint32 seed)
+QString ModuleRack::add(const ModuleSettings &settings, quint32 seed)
 {
     Place place;
-    place.description = module;
+    place.settings = settings;
     place.seed = seed;
-    if (!plugIn(place)) {
-        return false;
+    const QString problem = isTaken(settings.key) ? takenText(settings.key) : plugIn(place);
+    if (problem.isEmpty()) {
+        m_places.append(place);
+        emit changed(count() - 1);
     }
-    m_places.append(place);
-    emit changed(count() - 1);
-    return true;
+    return problem;
+}
+
+void ModuleRack::remove(int index)
+{
+    setPluggedIn(index, false);
+    m_places.removeAt(index);
+    emit removed(index);
+}
+
+QString ModuleRack::replace(int index, const ModuleSettings &settings)
+{
+    const Place old = m_places.at(index);
+    const bool wasPluggedIn = isPluggedIn(index);
+    if (settings.key != old.settings.key && isTaken(settings.key)) {
+        return takenText(settings.key);
+    }
+    Place place;
+    place.settings = settings;
+    place.seed = old.seed;
+    if (wasPluggedIn) {
+        m_handler->removeModulePlugin(old.settings.key);
+    }
+    const QString problem = plugIn(place);
+    if (problem.isEmpty()) {
+        m_places[index] = place;
+        emit replaced(index);
+    } else if (wasPluggedIn) {
+        plugIn(m_places[index]);
+        emit changed(index);
+    }
+    return problem;
 }
 
 int ModuleRack::count() const
@@ -40,9 +73,14 @@ int ModuleRack::count() const
     return m_places.size();
 }
 
-const ModuleSettings &ModuleRack::description(int index) const
+const ModuleSettings &ModuleRack::settings(int index) const
 {
-    return m_places.at(index).description;
+    return m_places.at(index).settings;
+}
+
+const SimulationSettings *ModuleRack::simulation(int index) const
+{
+    return std::get_if<SimulationSettings>(&m_places.at(index).settings.family);
 }
 
 bool ModuleRack::isPluggedIn(int index) const
@@ -50,14 +88,9 @@ bool ModuleRack::isPluggedIn(int index) const
     return !m_places.at(index).module.isNull();
 }
 
-bool ModuleRack::isMoving(int index) const
+KAROModuleInterface *ModuleRack::module(int index) const
 {
-    return m_places.at(index).isMoving;
-}
-
-bool ModuleRack::isSilent(int index) const
-{
-    return m_places.at(index).isSilent;
+    return m_places.at(index).module;
 }
 
 void ModuleRack::setPluggedIn(int index, bool pluggedIn)
@@ -65,65 +98,69 @@ void ModuleRack::setPluggedIn(int index, bool pluggedIn)
     if (pluggedIn == isPluggedIn(index)) {
         return;
     }
+    QString problem;
     if (pluggedIn) {
-        plugIn(m_places[index]);
+        problem = plugIn(m_places[index]);
     } else {
-        m_handler->removeModulePlugin(m_places.at(index).description.key);
+        m_handler->removeModulePlugin(m_places.at(index).settings.key);
     }
     emit changed(index);
+    if (!problem.isEmpty()) {
+        emit failed(index, problem);
+    }
+}
+
+template<typename Value>
+bool ModuleRack::changeSimulation(int index, Value SimulationSettings::*member, const Value &value)
+{
+    auto *const simulation = std::get_if<SimulationSettings>(&m_places[index].settings.family);
+    if (simulation == nullptr || simulation->*member == value) {
+        return false;
+    }
+    simulation->*member = value;
+    return true;
 }
 
 void ModuleRack::setMoving(int index, bool moving)
 {
-    Place &place = m_places[index];
-    if (place.isMoving == moving) {
+    if (!changeSimulation(index, &SimulationSettings::isMoving, moving)) {
         return;
     }
-    place.isMoving = moving;
-    if (!place.module.isNull()) {
-        place.module->setMoving(moving);
+    if (auto *const module = moduleAs<SimulatedModule>(index)) {
+        module->setMoving(moving);
     }
     emit changed(index);
 }
 
 void ModuleRack::setSilent(int index, bool silent)
 {
-    Place &place = m_places[index];
-    if (place.isSilent == silent) {
+    if (!changeSimulation(index, &SimulationSettings::isSilent, silent)) {
         return;
     }
-    place.isSilent = silent;
-    if (!place.module.isNull()) {
-        place.module->setSilent(silent);
+    if (auto *const module = moduleAs<SimulatedModule>(index)) {
+        module->setSilent(silent);
     }
     emit changed(index);
 }
 
-int ModuleRack::answerTime(int index) const
-{
-    return m_places.at(index).answerTimeMs;
-}
-
 void ModuleRack::setAnswerTime(int index, int ms)
 {
-    Place &place = m_places[index];
-    if (place.answerTimeMs == ms) {
+    if (!changeSimulation(index, &SimulationSettings::answerTimeMs, ms)) {
         return;
     }
-    place.answerTimeMs = ms;
-    if (!place.module.isNull()) {
-        place.module->setAnswerTime(ms);
+    if (auto *const module = moduleAs<SimulatedModule>(index)) {
+        module->setAnswerTime(ms);
     }
     emit changed(index);
 }
 
 std::optional<CommandHandlerInterface::Statistics> ModuleRack::statistics(int index) const
 {
-    const QPointer<SimulatedModule> &module = m_places.at(index).module;
-    if (module.isNull()) {
+    KAROModuleInterface *const plugged = module(index);
+    if (plugged == nullptr) {
         return std::nullopt;
     }
-    return module->commandHandlerInterface()->statistics();
+    return plugged->commandHandlerInterface()->statistics();
 }
 
 quint64 ModuleRack::answeredRequests() const
@@ -151,24 +188,29 @@ qint64 ModuleRack::simulatedMs() const
     return m_clock.nowMs();
 }
 
-bool ModuleRack::plugIn(Place &place)
+/// A module that is taken out keeps its key.
+bool ModuleRack::isTaken(const QString &key) const
 {
-    const ModuleKind *const kind = findModuleKind(place.description.kind);
-    if (kind == nullptr) {
-        return false;
+    return std::any_of(m_places.cbegin(), m_places.cend(),
+                       [&key](const Place &place) { return place.settings.key == key; });
+}
+
+QString ModuleRack::takenText(const QString &key)
+{
+    return tr("%1: there is a module of this key already").arg(key);
+}
+
+QString ModuleRack::plugIn(Place &place)
+{
+    ModuleResult made = makeModule(place.settings, {m_handler, &m_clock, place.seed});
+    if (made.module == nullptr) {
+        return made.error;
     }
-    auto *const module = new SimulatedModule(*kind, place.description.key, m_handler, &m_clock, place.seed);
-    const QMap<int, MotionProgram> &motions = place.description.motions;
-    for (auto motion = motions.cbegin(); motion != motions.cend(); ++motion) {
-        module->setMotion(motion.key(), motion.value());
+    // Before it is added: a container that is notified of it may have it removed at once.
+    place.module = made.module.get();
+    if (!m_handler->addModulePlugin(made.module.get())) {
+        return takenText(place.settings.key);
     }
-    module->setMoving(place.isMoving);
-    module->setSilent(place.isSilent);
-    module->setAnswerTime(place.answerTimeMs);
-    place.module = module; // before it is added: a container that is notified of it may have it removed at once
-    if (!m_handler->addModulePlugin(module)) {
-        delete module;
-        return false;
-    }
-    return true;
+    made.module.release(); // the registry owns it now
+    return {};
 }

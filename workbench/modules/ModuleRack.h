@@ -4,6 +4,7 @@
 #include "modules/simulation/SimulationClock.h"
 
 #include "host/CommandHandlerInterface.h"
+#include "host/KAROModuleInterface.h"
 
 #include <QList>
 #include <QObject>
@@ -13,10 +14,9 @@
 #include <optional>
 
 class PluginHandler;
-class SimulatedModule;
 
 /**
- * The simulated modules of the workbench, plugged in or not, and the clock that they share.
+ * The modules of the workbench, plugged in or not, and the clock that the simulated ones share.
  *
  * A place in the rack remembers what its module is and how it was set, so that a module that is plugged in again is
  * as it was before. Takes all modules out of the registry when it dies. GUI thread.
@@ -33,22 +33,40 @@ public:
     ~ModuleRack() override;
 
     /**
-     * Adds a place for \a module and plugs it in; \a seed fixes its noise.
-     * \return false when its kind is unknown or its key taken; nothing is added then
+     * Adds a place for \a settings and plugs its module in; \a seed fixes the noise of a simulated one.
+     * \return an empty text, or one line that says why it cannot be made or that its key is taken; nothing is added then
      */
-    bool add(const ModuleSettings &module, quint32 seed);
+    QString add(const ModuleSettings &settings, quint32 seed = 1);
+
+    /// Takes the module at place \a index out and forgets the place; those behind it move up.
+    void remove(int index);
+
+    /**
+     * Puts another module into place \a index, plugged in; the key may change as well.
+     * \return as of add(); the old module is as before then
+     */
+    QString replace(int index, const ModuleSettings &settings);
 
     int count() const;
 
-    /// What is at place \a index, from 0 to below count(), as it was added.
-    const ModuleSettings &description(int index) const;
+    /// What is at place \a index, from 0 to below count(), as it is set now.
+    const ModuleSettings &settings(int index) const;
+    /// The settings of a simulated module; null for a module of another family.
+    const SimulationSettings *simulation(int index) const;
 
     bool isPluggedIn(int index) const;
-    bool isMoving(int index) const;  ///< Set for the module, be it plugged in or not.
-    bool isSilent(int index) const;  ///< Set for the module, be it plugged in or not.
-    int answerTime(int index) const; ///< ms; set for the module, be it plugged in or not.
+    /// The module at place \a index; null while it is taken out. Owned by the registry.
+    KAROModuleInterface *module(int index) const;
+    /// The same, as one of a family; null for one of another family.
+    template<typename Module> Module *moduleAs(int index) const
+    {
+        return qobject_cast<Module *>(module(index));
+    }
 
-    void setPluggedIn(int index, bool pluggedIn); ///< Taken out, the module is destroyed.
+    /// Taken out, the module is destroyed. A module that cannot be made again stays out: see failed().
+    void setPluggedIn(int index, bool pluggedIn);
+
+    // Set for the place, be its module plugged in or not; without effect for modules that are not simulated.
     void setMoving(int index, bool moving);
     void setSilent(int index, bool silent);
     void setAnswerTime(int index, int ms); ///< See SimulatedModule::setAnswerTime().
@@ -62,21 +80,28 @@ public:
     qint64 simulatedMs() const;
 
 signals:
-    /// Something about place \a index is no longer what it was.
+    /// Something about place \a index is no longer what it was; also when it is new.
     void changed(int index);
+    /// The module of place \a index could not be plugged in; \a reason is one line.
+    void failed(int index, const QString &reason);
+    /// Another module is in place \a index.
+    void replaced(int index);
+    /// Place \a index is no more, and those behind it have moved up.
+    void removed(int index);
 
 private:
     struct Place
     {
-        ModuleSettings description;
+        ModuleSettings settings;
         quint32 seed = 0;
-        bool isMoving = true;
-        bool isSilent = false;
-        int answerTimeMs = 0;
-        QPointer<SimulatedModule> module; // owned by the registry; null while taken out
+        QPointer<KAROModuleInterface> module; // owned by the registry; null while taken out
     };
 
-    bool plugIn(Place &place);
+    bool isTaken(const QString &key) const;
+    static QString takenText(const QString &key);
+    QString plugIn(Place &place);
+    /// Sets \a member of the settings of a simulated module; whether that changed anything.
+    template<typename Value> bool changeSimulation(int index, Value SimulationSettings::*member, const Value &value);
 
     PluginHandler *const m_handler; // not owned
     SimulationClock m_clock;

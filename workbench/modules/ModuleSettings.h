@@ -1,14 +1,15 @@
 #pragma once
 
-#include "modules/simulation/MotionProgram.h"
+#include "modules/simulation/SimulationSettings.h"
 
-#include <QMap>
 #include <QString>
 
-/// Which module a place of the rack holds, and how it moves.
+#include <variant>
+
+/// What a place of the rack holds, and how it is set: all that it takes to make the module again.
 struct ModuleSettings
 {
-    QString kind;                     ///< name of one of simulatedModuleKinds()
-    QString key;                      ///< key in the registry, for example "SIM0/Stepper"
-    QMap<int, MotionProgram> motions; ///< by axis; an axis without one keeps its kind's own motion
+    QString key; ///< key in the registry, for example "SIM0/Stepper"
+    /// The settings of the module's family, of one type per folder of modules/.
+    std::variant<SimulationSettings> family;
 };

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -17,18 +19,43 @@ namespace
     QT_TRANSLATE_NOOP("Scene", "Two modules: a stepper axis against a servo axis"),
 };
 
+bool isSampled(const SceneCurve &curve)
+{
+    return curve.isOn && curve.x.isChosen() && curve.y.isChosen();
+}
+
 } // namespace
+
+QList<SceneContainer> Scene::containers() const
+{
+    return QList<SceneContainer>{*this} + furtherContainers;
+}
 
 QString Scene::shownTitle() const
 {
     return QCoreApplication::translate("Scene", title.toUtf8().constData());
 }
 
+int Scene::sampledCurves() const
+{
+    int count = 0;
+    const QList<SceneContainer> all = containers();
+    for (const SceneContainer &container : all) {
+        count += int(std::count_if(container.curves.cbegin(), container.curves.cend(), isSampled));
+    }
+    return count;
+}
+
 int Scene::exchangesPerTick() const
 {
     int exchanges = 0;
-    for (const SceneCurve &curve : curves) {
-        exchanges += curve.x.module == curve.y.module ? 1 : 2; // one channel carries both requests at once
+    const QList<SceneContainer> all = containers();
+    for (const SceneContainer &container : all) {
+        for (const SceneCurve &curve : container.curves) {
+            if (isSampled(curve)) {
+                exchanges += curve.x.module == curve.y.module ? 1 : 2; // one channel carries both requests at once
+            }
+        }
     }
     return exchanges;
 }

@@ -6,17 +6,18 @@
 #include <QString>
 #include <QStringList>
 
-/// A scene, or one line that names file and place and what is expected there; \c error is empty when there is none.
+/// A scene, or what is wrong with it.
 struct SceneResult
 {
-    Scene scene;
-    QString error;
+    Scene scene;        ///< whole only without errors
+    QString error;      ///< the first of errors; empty when there is none
+    QStringList errors; ///< one line each, that names file and place and what is expected there
 };
 
-/// Reads a scene from JSON text; \a fileName is how errors call it.
+/// Reads a scene from JSON text of up to 1 MiB; \a fileName is how errors call it.
 SceneResult readScene(const QByteArray &json, const QString &fileName);
 
-/// Reads the scene file at \a path, which may be a resource path.
+/// Reads the scene file at \a path, which may be a resource path. Does not wait for the writer of a pipe.
 SceneResult readSceneFile(const QString &path);
 
 /// The names of the scenes inside the program, in text order.

@@ -1,7 +1,7 @@
 #include "setup/SceneRunner.h"
 
+#include "reading/TextLists.h"
 #include "setup/MouseClick.h"
-#include "setup/TextLists.h"
 
 #include <QAbstractItemModel>
 #include <QApplication>
@@ -73,22 +73,27 @@ QPoint checkBoxOf(const QTableView *table, const QModelIndex &index)
 
 SceneRunner::SceneRunner(QWidget *container) : m_container(container) {}
 
-QString SceneRunner::apply(const Scene &scene)
+QString SceneRunner::apply(const SceneContainer &scene)
 {
-    m_error.clear();
+    m_errors.clear();
     for (int curve = 0; curve < scene.curves.size(); ++curve) {
         chooseCurve(curve);
         chooseSource(curve, PlotterWindow::Side::X, scene.curves.at(curve).x);
         chooseSource(curve, PlotterWindow::Side::Y, scene.curves.at(curve).y);
     }
     if (!scene.curves.isEmpty()) {
-        chooseCurve(0);
-        setCurvesRecorded(scene.curves.size());
+        chooseCurve(scene.selectedCurve);
+        setCurveBoxes(scene.curves);
         setOption(PlotterWindow::Option::Lines, scene.showsLines);
         setOption(PlotterWindow::Option::Square, scene.isSquare);
         setOption(PlotterWindow::Option::ShowAll, scene.showsAll);
     }
-    return m_error;
+    return m_errors.value(0);
+}
+
+QStringList SceneRunner::errors() const
+{
+    return m_errors;
 }
 
 void SceneRunner::chooseCurve(int curve)
@@ -99,7 +104,7 @@ void SceneRunner::chooseCurve(int curve)
     }
     const QList<QRadioButton *> buttons = frame->findChildren<QRadioButton *>();
     if (curve >= buttons.size()) {
-        fail(Text::tr("the plot window has %1 curves, the scene needs more").arg(buttons.size()));
+        fail(Text::tr("the plot window has %1 curves, the set-up needs more").arg(buttons.size()));
         return;
     }
     buttons.at(curve)->click();
@@ -108,46 +113,49 @@ void SceneRunner::chooseCurve(int curve)
 
 void SceneRunner::chooseSource(int curve, PlotterWindow::Side side, const SceneSource &source)
 {
+    if (!source.isChosen()) {
+        return;
+    }
+    m_place = Text::tr("curve %1, %2: ").arg(curve + 1).arg(QLatin1Char(side == PlotterWindow::Side::X ? 'X' : 'Y'));
     const PlotterWindow::SelectorPage names = PlotterWindow::selectorPage(curve, side);
     const QWidget *const stack = find<QStackedWidget>(m_container, names.stack);
     const QWidget *const page = stack == nullptr ? nullptr : find<QWidget>(stack, names.page);
     auto *const modules = page == nullptr ? nullptr : find<QComboBox>(page, names.modules);
-    if (modules == nullptr) {
-        return;
-    }
-    const int entry = entriesOf(modules).indexOf(source.module);
-    if (entry < 0) {
+    const int entry = modules == nullptr ? -1 : entriesOf(modules).indexOf(source.module);
+    if (modules != nullptr && entry < 0) {
         fail(Text::tr("the module \"%1\" is not offered, only: %2").arg(source.module, quotedList(entriesOf(modules))));
-        return;
     }
-    modules->setCurrentIndex(entry);
-    chooseMotor(find<QComboBox>(page, names.motors), source);
-    settleLayouts();
-    if (auto *const table = find<QTableView>(page, names.table)) {
-        chooseRow(table, source);
+    if (entry >= 0) {
+        modules->setCurrentIndex(entry);
+        const bool hasMotor = chooseMotor(find<QComboBox>(page, names.motors), source);
+        settleLayouts();
+        auto *const table = find<QTableView>(page, names.table);
+        if (hasMotor && table != nullptr) {
+            chooseRow(table, source);
+        }
     }
+    m_place.clear();
 }
 
-void SceneRunner::chooseMotor(QComboBox *motors, const SceneSource &source)
+/// Returns whether the table now is that of the motor.
+bool SceneRunner::chooseMotor(QComboBox *motors, const SceneSource &source)
 {
     if (motors == nullptr || (motors->isHidden() && source.motor.isEmpty())) {
-        return; // a module without a choice of motors shows its table at once
+        return true; // a module without a choice of motors shows its table at once
     }
     const int entry = motors->isHidden() ? -1 : entriesOf(motors).indexOf(source.motor);
     if (entry < 0) {
         fail(Text::tr("the module \"%1\" has no motor \"%2\", only: %3")
                  .arg(source.module, source.motor,
                       motors->isHidden() ? QStringLiteral("\"\"") : quotedList(entriesOf(motors))));
-        return;
+        return false;
     }
     motors->setCurrentIndex(entry);
+    return true;
 }
 
 void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
 {
-    if (!m_error.isEmpty()) {
-        return;
-    }
     const QAbstractItemModel *const model = table->model();
     const QStringList names = model == nullptr || table->isHidden() ? QStringList() : namesIn(model);
     const int row = names.indexOf(source.value);
@@ -162,26 +170,28 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
         fail(Text::tr("the click on \"%1\" did not choose it").arg(source.value));
     }
     const QModelIndex box = model->index(row, PlotterWindow::signColumn);
-    if (!source.isSigned || box.data(Qt::CheckStateRole).toInt() == Qt::Checked) {
+    const auto isTicked = [&box] { return box.data(Qt::CheckStateRole).toInt() == Qt::Checked; };
+    if (isTicked() == source.isSigned) {
         return;
     }
     table->scrollTo(box);
     MouseClick::at(table->viewport(), checkBoxOf(table, box));
-    if (box.data(Qt::CheckStateRole).toInt() != Qt::Checked) {
+    if (isTicked() != source.isSigned) {
         fail(Text::tr("the value \"%1\" cannot be read as signed").arg(source.value));
     }
 }
 
-void SceneRunner::setCurvesRecorded(int count)
+void SceneRunner::setCurveBoxes(const QList<SceneCurve> &curves)
 {
     const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(m_container);
     for (int curve = 0; curve < boxes.size(); ++curve) {
-        if (boxes.at(curve)->isChecked() != (curve < count)) {
+        const bool isOn = curve < curves.size() && curves.at(curve).isOn;
+        if (boxes.at(curve)->isChecked() != isOn) {
             boxes.at(curve)->click();
         }
     }
-    if (boxes.size() < count) {
-        fail(Text::tr("the plot has boxes for %1 curves, the scene needs %2").arg(boxes.size()).arg(count));
+    if (boxes.size() < curves.size()) {
+        fail(Text::tr("the plot has boxes for %1 curves, the set-up needs %2").arg(boxes.size()).arg(curves.size()));
     }
 }
 
@@ -195,8 +205,9 @@ void SceneRunner::setOption(PlotterWindow::Option option, bool isOn)
 
 void SceneRunner::fail(const QString &problem)
 {
-    if (m_error.isEmpty()) {
-        m_error = problem;
+    const QString line = m_place + problem;
+    if (!m_errors.contains(line)) { // a missing widget is looked for again and again
+        m_errors.append(line);
     }
 }
 
@@ -204,7 +215,7 @@ template<typename Widget> Widget *SceneRunner::find(const QWidget *parent, const
 {
     auto *const widget = parent->findChild<Widget *>(name);
     if (widget == nullptr) {
-        fail(Text::tr("the container has no %1 called \"%2\", which a scene needs")
+        fail(Text::tr("the container has no %1 called \"%2\", which a set-up needs")
                  .arg(QString::fromLatin1(Widget::staticMetaObject.className()), name));
     }
     return widget;

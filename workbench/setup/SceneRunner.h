@@ -4,6 +4,7 @@
 #include "setup/Scene.h"
 
 #include <QString>
+#include <QStringList>
 
 class QComboBox;
 class QTableView;
@@ -21,20 +22,24 @@ public:
     /// \param container a shown container; not owned, used by apply() only
     explicit SceneRunner(QWidget *container);
 
-    /// Makes all choices; returns an empty text, or one line that says what could not be chosen and why.
-    QString apply(const Scene &scene);
+    /// Makes all choices that can be made; returns the first of errors().
+    QString apply(const SceneContainer &scene);
+
+    /// One line for each choice of the last apply() that could not be made, and why; none when all were.
+    QStringList errors() const;
 
 private:
     void chooseCurve(int curve);
     void chooseSource(int curve, PlotterWindow::Side side, const SceneSource &source);
-    void chooseMotor(QComboBox *motors, const SceneSource &source);
+    bool chooseMotor(QComboBox *motors, const SceneSource &source);
     void chooseRow(QTableView *table, const SceneSource &source);
-    void setCurvesRecorded(int count);
+    void setCurveBoxes(const QList<SceneCurve> &curves);
     void setOption(PlotterWindow::Option option, bool isOn);
     void fail(const QString &problem);
 
     template<typename Widget> Widget *find(const QWidget *parent, const QString &name);
 
     QWidget *const m_container; // not owned
-    QString m_error;
+    QString m_place;            // "curve 2, Y: " while a source is chosen
+    QStringList m_errors;
 };

@@ -17,6 +17,198 @@
     </message>
 </context>
 <context>
+    <name>ChoiceReader</name>
+    <message>
+        <source>curve %1, %2: its page shows the module &quot;%3&quot;, but all curves share one module per side, which is &quot;%4&quot;</source>
+        <translation>Kurve %1, %2: ihre Seite zeigt das Modul „%3“, aber alle Kurven teilen sich je Seite ein Modul, und das ist „%4“</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionSettings</name>
+    <message>
+        <source>The host is missing.</source>
+        <translation>Der Rechnername fehlt.</translation>
+    </message>
+    <message>
+        <source>The port has to be 1 to 65535.</source>
+        <translation>Der Port muss 1 bis 65535 sein.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 0 to %1, or %2.</source>
+        <translation>Die Einheit muss 0 bis %1 oder %2 sein.</translation>
+    </message>
+    <message>
+        <source>The serial port is missing.</source>
+        <translation>Die serielle Schnittstelle fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 baud is none of the usual rates.</source>
+        <translation>%1 Baud ist keine der üblichen Raten.</translation>
+    </message>
+    <message>
+        <source>There are 1 or 2 stop bits.</source>
+        <translation>Es gibt 1 oder 2 Stoppbits.</translation>
+    </message>
+    <message>
+        <source>The unit has to be 1 to %1.</source>
+        <translation>Die Einheit muss 1 bis %1 sein.</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionTrouble</name>
+    <message>
+        <source>Connecting…</source>
+        <translation>Verbindung wird aufgebaut …</translation>
+    </message>
+    <message>
+        <source>The name of the host has no address: %1</source>
+        <translation>Der Rechnername hat keine Adresse: %1</translation>
+    </message>
+    <message>
+        <source>The host refuses the connection: no server listens at this port.</source>
+        <translation>Der Rechner lehnt die Verbindung ab: An diesem Port wartet kein Server.</translation>
+    </message>
+    <message>
+        <source>There is no route to the host.</source>
+        <translation>Es gibt keinen Weg zum Rechner.</translation>
+    </message>
+    <message>
+        <source>The host does not react.</source>
+        <translation>Der Rechner reagiert nicht.</translation>
+    </message>
+    <message>
+        <source>There is no such serial port. Is it plugged in?</source>
+        <translation>Diese serielle Schnittstelle gibt es nicht. Ist sie eingesteckt?</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>No permission for the serial port: members of the group &quot;%1&quot; have it.</source>
+        <translation>Keine Berechtigung für die serielle Schnittstelle: Mitglieder der Gruppe „%1“ haben sie.</translation>
+    </message>
+    <message>
+        <source>The serial port is in use, by another program or with other settings.</source>
+        <translation>Die serielle Schnittstelle ist belegt, von einem anderen Programm oder mit anderen Einstellungen.</translation>
+    </message>
+    <message>
+        <source>This file is no serial port.</source>
+        <translation>Diese Datei ist keine serielle Schnittstelle.</translation>
+    </message>
+    <message>
+        <source>The connection failed: %1</source>
+        <translation>Die Verbindung ist gescheitert: %1</translation>
+    </message>
+    <message>
+        <source>The connection was closed.</source>
+        <translation>Die Verbindung wurde geschlossen.</translation>
+    </message>
+    <message>
+        <source>No answer. Are unit, cable and rate right?</source>
+        <translation>Keine Antwort. Stimmen Einheit, Kabel und Rate?</translation>
+    </message>
+    <message>
+        <source>Another unit answered instead.</source>
+        <translation>Stattdessen hat eine andere Einheit geantwortet.</translation>
+    </message>
+    <message>
+        <source>Unit %1 answered instead.</source>
+        <translation>Stattdessen hat Einheit %1 geantwortet.</translation>
+    </message>
+    <message>
+        <source>The answers belong to other requests.</source>
+        <translation>Die Antworten gehören zu anderen Anfragen.</translation>
+    </message>
+    <message>
+        <source>The answers do not have the length that was asked for.</source>
+        <translation>Die Antworten haben nicht die verlangte Länge.</translation>
+    </message>
+    <message>
+        <source>Garbage on the line. Do rate, parity and stop bits match?</source>
+        <translation>Unlesbares auf der Leitung. Stimmen Rate, Parität und Stoppbits überein?</translation>
+    </message>
+    <message>
+        <source>The device answers with exception %1: %2.</source>
+        <translation>Das Gerät antwortet mit Ausnahme %1: %2.</translation>
+    </message>
+    <message>
+        <source>illegal function</source>
+        <translation>unzulässige Funktion</translation>
+    </message>
+    <message>
+        <source>illegal data address</source>
+        <translation>unzulässige Datenadresse</translation>
+    </message>
+    <message>
+        <source>illegal data value</source>
+        <translation>unzulässiger Datenwert</translation>
+    </message>
+    <message>
+        <source>device failure</source>
+        <translation>Gerätefehler</translation>
+    </message>
+    <message>
+        <source>acknowledge, it takes longer</source>
+        <translation>angenommen, es dauert länger</translation>
+    </message>
+    <message>
+        <source>device busy</source>
+        <translation>Gerät beschäftigt</translation>
+    </message>
+    <message>
+        <source>negative acknowledge</source>
+        <translation>abgelehnt</translation>
+    </message>
+    <message>
+        <source>memory parity error</source>
+        <translation>Paritätsfehler im Speicher</translation>
+    </message>
+    <message>
+        <source>gateway path unavailable</source>
+        <translation>Weg über das Gateway nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>the gateway&apos;s target does not answer</source>
+        <translation>das Ziel hinter dem Gateway antwortet nicht</translation>
+    </message>
+    <message>
+        <source>What the host sends is no Modbus.</source>
+        <translation>Was der Rechner sendet, ist kein Modbus.</translation>
+    </message>
+    <message>
+        <source>No answer. Is the unit right?</source>
+        <translation>Keine Antwort. Stimmt die Einheit?</translation>
+    </message>
+</context>
+<context>
+    <name>ContainerFields</name>
+    <message>
+        <source>the key of one of the set-up&apos;s modules: %1</source>
+        <translation>der Schlüssel eines Moduls des Aufbaus: %1</translation>
+    </message>
+    <message>
+        <source>a module that is plugged in</source>
+        <translation>ein Modul, das eingesteckt ist</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; as for the first curve, because all curves share one module per side</source>
+        <translation>„%1“ wie bei der ersten Kurve, denn alle Kurven teilen sich je Seite ein Modul</translation>
+    </message>
+    <message>
+        <source>at most %1 curves</source>
+        <translation>höchstens %1 Kurven</translation>
+    </message>
+    <message>
+        <source>a whole number, because position and size belong together</source>
+        <translation>eine ganze Zahl, denn Ort und Größe gehören zusammen</translation>
+    </message>
+    <message>
+        <source>&quot;normal&quot;, because the window has position and size</source>
+        <translation>„normal“, denn das Fenster hat Ort und Größe</translation>
+    </message>
+</context>
+<context>
     <name>ExchangePanel</name>
     <message>
         <source>Exchanges with the modules</source>
@@ -89,6 +281,173 @@
         <source>a list of objects in brackets</source>
         <translation>eine Liste von Objekten in eckigen Klammern</translation>
     </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+</context>
+<context>
+    <name>FileMenu</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;New Set-Up</source>
+        <translation>&amp;Neuer Aufbau</translation>
+    </message>
+    <message>
+        <source>Begin again with one module of each kind and an empty container</source>
+        <translation>Neu beginnen mit einem Modul jeder Art und einem leeren Container</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>Ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>Open a set-up: modules, containers and what they show</source>
+        <translation>Einen Aufbau öffnen: Module, Container und was sie zeigen</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>&amp;Zuletzt verwendet</translation>
+    </message>
+    <message>
+        <source>Open a set-up that was opened or saved before</source>
+        <translation>Einen Aufbau öffnen, der schon einmal geöffnet oder gespeichert wurde</translation>
+    </message>
+    <message>
+        <source>&amp;Examples</source>
+        <translation>&amp;Beispiele</translation>
+    </message>
+    <message>
+        <source>Open one of the set-ups that came with the program</source>
+        <translation>Einen der mitgelieferten Aufbauten öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save the set-up to its file</source>
+        <translation>Den Aufbau in seine Datei speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter …</translation>
+    </message>
+    <message>
+        <source>Save the set-up to another file</source>
+        <translation>Den Aufbau in eine andere Datei speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>Close all windows and end the program</source>
+        <translation>Alle Fenster schließen und das Programm beenden</translation>
+    </message>
+    <message>
+        <source>New set-up</source>
+        <translation>Neuer Aufbau</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>There is no file &quot;%1&quot;.</source>
+        <translation>Es gibt keine Datei „%1“.</translation>
+    </message>
+    <message>
+        <source>It was taken from the list of recent files.</source>
+        <translation>Sie wurde aus der Liste der zuletzt verwendeten Dateien genommen.</translation>
+    </message>
+    <message>
+        <source>New &amp;Container</source>
+        <translation>Neuer &amp;Container</translation>
+    </message>
+    <message>
+        <source>New %1</source>
+        <translation>Neu: %1</translation>
+    </message>
+    <message>
+        <source>Make one more container and open it</source>
+        <translation>Einen weiteren Container anlegen und öffnen</translation>
+    </message>
+    <message>
+        <source>No set-up was opened or saved yet</source>
+        <translation>Noch wurde kein Aufbau geöffnet oder gespeichert</translation>
+    </message>
+    <message>
+        <source>&amp;Clear List</source>
+        <translation>&amp;Liste leeren</translation>
+    </message>
+    <message>
+        <source>Forget the recent files; the files stay</source>
+        <translation>Die zuletzt verwendeten Dateien vergessen; die Dateien bleiben</translation>
+    </message>
+    <message>
+        <source>Set up &quot;%1&quot; in place of what is there</source>
+        <translation>„%1“ aufbauen an Stelle dessen, was da ist</translation>
+    </message>
+    <message>
+        <source>Begin Again</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>The new set-up could not be made. Nothing was changed.</source>
+        <translation>Der neue Aufbau ließ sich nicht anlegen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>Open Set-Up</source>
+        <translation>Aufbau öffnen</translation>
+    </message>
+    <message>
+        <source>Set-ups (*.%1 *.json)</source>
+        <translation>Aufbauten (*.%1 *.json)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be set up. Nothing was changed.</source>
+        <translation>„%1“ lässt sich nicht aufbauen. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>Save Set-Up</source>
+        <translation>Aufbau speichern</translation>
+    </message>
+    <message>
+        <source>The set-up was not saved.</source>
+        <translation>Der Aufbau wurde nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>The set-up was saved, but not all of it can be kept:</source>
+        <translation>Der Aufbau wurde gespeichert, aber nicht alles lässt sich aufbewahren:</translation>
+    </message>
+    <message>
+        <source>Save the changes to &quot;%1&quot;?</source>
+        <translation>Änderungen an „%1“ speichern?</translation>
+    </message>
+    <message>
+        <source>A recording is running, and would end.</source>
+        <translation>Eine Aufzeichnung läuft und würde enden.</translation>
+    </message>
+    <message>
+        <source>A recording is running, and will end. Its lines are in the file.</source>
+        <translation>Eine Aufzeichnung läuft und wird enden. Ihre Zeilen stehen in der Datei.</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
 </context>
 <context>
     <name>HelpMenu</name>
@@ -152,7 +511,7 @@ Qt %2 (GNU LGPL 3), gebaut mit %3</translation>
     <name>HintBar</name>
     <message>
         <source>Choose a module and a motor under &quot;Device X&quot; and under &quot;Device Y&quot;, and click a value in each table: the curve begins at once. The numbered boxes above the plot switch more curves on.</source>
-        <translation>Wählen Sie unter „Device X“ und unter „Device Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
+        <translation>Wählen Sie unter „Gerät X“ und unter „Gerät Y“ je ein Modul und einen Motor, und klicken Sie in jeder Tabelle auf einen Wert: Die Kurve beginnt sofort. Die nummerierten Kästchen über dem Diagramm schalten weitere Kurven ein.</translation>
     </message>
     <message>
         <source>&amp;Got it</source>
@@ -164,11 +523,30 @@ Qt %2 (GNU LGPL 3), gebaut mit %3</translation>
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>JsonFile</name>
     <message>
-        <source>Container Workbench</source>
-        <translation>Container-Werkbank</translation>
+        <source>%1:%2: expected JSON: %3</source>
+        <translation>%1:%2: JSON erwartet: %3</translation>
     </message>
+    <message>
+        <source>%1: expected an object in braces</source>
+        <translation>%1: ein Objekt in geschweiften Klammern erwartet</translation>
+    </message>
+    <message>
+        <source>%1: expected a file</source>
+        <translation>%1: eine Datei erwartet</translation>
+    </message>
+    <message>
+        <source>%1: cannot be read: %2</source>
+        <translation>%1: nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected up to %2 KiB</source>
+        <translation>%1: höchstens %2 KiB erwartet</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
     <message>
         <source>Panels</source>
         <translation>Bedienfelder</translation>
@@ -176,22 +554,6 @@ Qt %2 (GNU LGPL 3), gebaut mit %3</translation>
     <message>
         <source>Containers</source>
         <translation>Container</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;New Container</source>
-        <translation>&amp;Neuer Container</translation>
-    </message>
-    <message>
-        <source>Make one more container and open it</source>
-        <translation>Einen weiteren Container anlegen und öffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
     </message>
     <message>
         <source>&amp;View</source>
@@ -226,18 +588,10 @@ Qt %2 (GNU LGPL 3), gebaut mit %3</translation>
         <translation>%1 (%2)</translation>
     </message>
     <message>
-        <source>New %1</source>
-        <translation>Neu: %1</translation>
-    </message>
-    <message>
         <source>No container is open.
 The tool bar opens one, and so does Alt+1.</source>
         <translation>Kein Container ist offen.
 Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
-    </message>
-    <message>
-        <source>Close all containers and the workbench</source>
-        <translation>Alle Container und die Werkbank schließen</translation>
     </message>
     <message>
         <source>&amp;Tool Bar</source>
@@ -401,6 +755,13 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
     </message>
 </context>
 <context>
+    <name>ModuleFactory</name>
+    <message>
+        <source>%1: there is no kind of module called &quot;%2&quot;</source>
+        <translation>%1: Es gibt keine Art von Modul namens „%2“</translation>
+    </message>
+</context>
+<context>
     <name>ModuleKind</name>
     <message>
         <source>Three stepper axes with registers: axis 0 runs to and fro with play in its gear, axes 1 and 2 draw a circle.</source>
@@ -418,9 +779,19 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
 <context>
     <name>ModulePanel</name>
     <message>
-        <source>Simulated modules</source>
-        <translation>Simulierte Module</translation>
+        <source>Modules</source>
+        <translation>Module</translation>
     </message>
+</context>
+<context>
+    <name>ModuleRack</name>
+    <message>
+        <source>%1: there is a module of this key already</source>
+        <translation>%1: Ein Modul mit diesem Schlüssel gibt es schon</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleRow</name>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
@@ -432,42 +803,6 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
     <message>
         <source>Whether containers find this module</source>
         <translation>Ob Container dieses Modul finden</translation>
-    </message>
-    <message>
-        <source>Moving</source>
-        <translation>Fährt</translation>
-    </message>
-    <message>
-        <source>Off: the axes brake and stay where they are</source>
-        <translation>Aus: Die Achsen bremsen und bleiben stehen</translation>
-    </message>
-    <message>
-        <source>Silent</source>
-        <translation>Stumm</translation>
-    </message>
-    <message>
-        <source>A silent module gets requests and answers none</source>
-        <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
-    </message>
-    <message>
-        <source>%1: time of an answer</source>
-        <translation>%1: Zeit einer Antwort</translation>
-    </message>
-    <message>
-        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
-        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
-    </message>
-    <message>
-        <source>Answers at once</source>
-        <translation>Antwortet sofort</translation>
-    </message>
-    <message>
-        <source>Slow: %1 ms</source>
-        <translation>Langsam: %1 ms</translation>
-    </message>
-    <message>
-        <source>Too late: %1 ms</source>
-        <translation>Zu spät: %1 ms</translation>
     </message>
 </context>
 <context>
@@ -529,16 +864,8 @@ Ein zweites beendet ihn sofort.
 </translation>
     </message>
     <message>
-        <source>Set up a scene: a name from --list-scenes, or a scene file.</source>
-        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Szenendatei.</translation>
-    </message>
-    <message>
         <source>Run the scene (default: circle) that long, save a picture and end; default 5.</source>
         <translation>Die Szene (Vorgabe: circle) so lange laufen lassen, ein Bild speichern und enden; Vorgabe 5.</translation>
-    </message>
-    <message>
-        <source>Where to save that picture, a PNG; default ./xy-plot.png.</source>
-        <translation>Wohin dieses Bild gespeichert wird, ein PNG; Vorgabe ./xy-plot.png.</translation>
     </message>
     <message>
         <source>Record the run to a CSV file, by the window&apos;s own box and dialog; an existing file is overwritten. A picture is then saved only with --picture.</source>
@@ -605,22 +932,6 @@ Ein zweites beendet ihn sofort.
         <translation>Unerwartetes Argument „%1“</translation>
     </message>
     <message>
-        <source>Usage: xy-plot-workbench [options]
-
-A stand-in host for container plugins, with simulated motor-controller modules.
-Without a display it runs a scene off screen, saves a picture of the plot and ends.
-
-Options:
-</source>
-        <translation>Aufruf: xy-plot-workbench [Optionen]
-
-Ein Ersatz-Hostprogramm für Container-Plugins, mit simulierten Motorsteuerungsmodulen.
-Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild des Diagramms wird gespeichert, und das Programm endet.
-
-Optionen:
-</translation>
-    </message>
-    <message>
         <source>A container plugin to load, or a folder of them; may be given more than once. Without it, those that came with the program and those in the user&apos;s plugin folder are loaded.</source>
         <translation>Ein zu ladendes Container-Plugin oder ein Ordner mit solchen; darf mehrmals angegeben werden. Sonst werden die geladen, die zum Programm gehören, und die im Plugin-Ordner des Benutzers.</translation>
     </message>
@@ -636,13 +947,39 @@ Optionen:
         <source>Show the version and end.</source>
         <translation>Die Version zeigen und enden.</translation>
     </message>
+    <message>
+        <source>Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from earlier runs has a part in it.</source>
+        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Datei mit einem Aufbau. Nichts, was aus früheren Läufen aufbewahrt ist, spielt dabei mit.</translation>
+    </message>
+    <message>
+        <source>Usage: xy-plot-workbench [options] [FILE]
+
+A stand-in host for container plugins, with simulated motor-controller modules.
+FILE is a set-up to open, as the File menu saves it.
+Without a display it runs a scene off screen, saves a picture of its window and ends.
+
+Options:
+</source>
+        <translation>Aufruf: xy-plot-workbench [Optionen] [DATEI]
+
+Ein Ersatz-Hostprogramm für Container-Plugins, mit simulierten Motorsteuerungsmodulen.
+DATEI ist ein Aufbau, wie ihn das Menü Datei speichert.
+Ohne Bildschirm läuft eine Szene unsichtbar ab, ein Bild ihres Fensters wird gespeichert, und das Programm endet.
+
+Optionen:
+</translation>
+    </message>
+    <message>
+        <source>Where to save that picture, a PNG of the whole container; default ./xy-plot.png.</source>
+        <translation>Wohin dieses Bild gespeichert wird, ein PNG des ganzen Containers; Vorgabe ./xy-plot.png.</translation>
+    </message>
+    <message>
+        <source>--picture: expected the name of a PNG file, found &quot;%1&quot;</source>
+        <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
+    </message>
 </context>
 <context>
     <name>PanelDocks</name>
-    <message>
-        <source>Simulated Modules</source>
-        <translation>Simulierte Module</translation>
-    </message>
     <message>
         <source>Messages</source>
         <translation>Meldungen</translation>
@@ -659,12 +996,16 @@ Optionen:
         <source>Bring the panel to the front, or hide it when it is there</source>
         <translation>Das Bedienfeld nach vorn holen, oder verbergen, wenn es dort ist</translation>
     </message>
+    <message>
+        <source>Modules</source>
+        <translation>Module</translation>
+    </message>
 </context>
 <context>
     <name>PlotMenu</name>
     <message>
         <source>&amp;Plot</source>
-        <translation>&amp;Plot</translation>
+        <translation>&amp;Diagramm</translation>
     </message>
     <message>
         <source>Curve &amp;%1</source>
@@ -672,7 +1013,7 @@ Optionen:
     </message>
     <message>
         <source>Switch curve %1 on or off, as its box above the plot does</source>
-        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Plot</translation>
+        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Diagramm</translation>
     </message>
     <message>
         <source>&amp;Log to File</source>
@@ -696,7 +1037,7 @@ Optionen:
     </message>
     <message>
         <source>Save the plot as a picture; Messages says where it is</source>
-        <translation>Den Plot als Bild speichern; in den Meldungen steht, wo es ist</translation>
+        <translation>Das Diagramm als Bild speichern; in den Meldungen steht, wo es ist</translation>
     </message>
     <message>
         <source>&amp;Clear Buffer</source>
@@ -720,7 +1061,7 @@ Optionen:
     </message>
     <message>
         <source>Copy the plot as a picture, to paste it into another program</source>
-        <translation>Den Plot als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
+        <translation>Das Diagramm als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
     </message>
 </context>
 <context>
@@ -777,6 +1118,13 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RecordedModule</name>
+    <message>
+        <source>%1: the recording has been played to its end</source>
+        <translation>%1: die Aufzeichnung ist bis zum Ende abgespielt</translation>
+    </message>
+</context>
+<context>
     <name>RecordingDriver</name>
     <message>
         <source>no curve got a point to record</source>
@@ -797,6 +1145,175 @@ Optionen:
     <message>
         <source>%1: the save dialog did not take this file</source>
         <translation>%1: der Speichern-Dialog hat diese Datei nicht angenommen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingFile</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>expected a file, found a folder</source>
+        <translation>erwartet wird eine Datei, das ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>expected a file, found a device or a pipe</source>
+        <translation>erwartet wird eine Datei, das ist ein Gerät oder eine Pipe</translation>
+    </message>
+    <message>
+        <source>cannot be read: %1</source>
+        <translation>kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>expected at most %1 MiB, found %2</source>
+        <translation>erwartet werden höchstens %1 MiB, es sind %2</translation>
+    </message>
+    <message>
+        <source>%1 was removed; what was opened can still be played</source>
+        <translation>%1 wurde gelöscht; was geöffnet war, kann weiter abgespielt werden</translation>
+    </message>
+    <message>
+        <source>%1 was cut off; not all of it can be played</source>
+        <translation>%1 wurde gekürzt; nicht alles kann abgespielt werden</translation>
+    </message>
+    <message>
+        <source>%1 has grown; take it out and plug it in again to play all of it</source>
+        <translation>%1 ist gewachsen; ausstecken und wieder einstecken, um alles abzuspielen</translation>
+    </message>
+    <message>
+        <source>%1 was written to since it was opened</source>
+        <translation>%1 wurde seit dem Öffnen beschrieben</translation>
+    </message>
+    <message>
+        <source>%1 has become shorter since it was opened</source>
+        <translation>%1 ist seit dem Öffnen kürzer geworden</translation>
+    </message>
+    <message>
+        <source>%1 has changed since it was opened</source>
+        <translation>%1 hat sich seit dem Öffnen geändert</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingFormat</name>
+    <message>
+        <source>a header line with the names of the columns</source>
+        <translation>eine Kopfzeile mit den Namen der Spalten</translation>
+    </message>
+    <message>
+        <source>an empty file</source>
+        <translation>eine leere Datei</translation>
+    </message>
+    <message>
+        <source>a line of more than %1 bytes</source>
+        <translation>eine Zeile mit mehr als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>&quot;Counter&quot;</source>
+        <translation>&quot;Counter&quot;</translation>
+    </message>
+    <message>
+        <source>lines with a counter and two values for each curve</source>
+        <translation>Zeilen mit einem Zähler und zwei Werten für jede Kurve</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 columns</source>
+        <translation>höchstens %1 Spalten</translation>
+    </message>
+    <message>
+        <source>The header names %1 curves and the lines hold %2: the names may be those of other curves.</source>
+        <translation>Der Kopf nennt %1 Kurven, und die Zeilen enthalten %2: die Namen können die anderer Kurven sein.</translation>
+    </message>
+    <message>
+        <source>the numbers &quot;%1&quot;</source>
+        <translation>die Zahlen &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>lines with numbers</source>
+        <translation>Zeilen mit Zahlen</translation>
+    </message>
+    <message>
+        <source>Columns that hold text and are left out: %1.</source>
+        <translation>Spalten mit Text, die weggelassen werden: %1.</translation>
+    </message>
+    <message>
+        <source>Of the columns, the first %1 are offered and %2 are left out.</source>
+        <translation>Von den Spalten werden die ersten %1 angeboten und %2 weggelassen.</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>text in UTF-8</source>
+        <translation>Text in UTF-8</translation>
+    </message>
+    <message>
+        <source>text in UTF-16</source>
+        <translation>Text in UTF-16</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>a zero byte</source>
+        <translation>ein Null-Byte</translation>
+    </message>
+    <message>
+        <source>line %1: expected %2, found %3</source>
+        <translation>Zeile %1: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>line %1, column %2: expected %3, found %4</source>
+        <translation>Zeile %1, Spalte %2: erwartet: %3, gefunden: %4</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingIndex</name>
+    <message>
+        <source>lines with numbers</source>
+        <translation>Zeilen mit Zahlen</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>a zero byte</source>
+        <translation>ein Null-Byte</translation>
+    </message>
+    <message>
+        <source>Line %1, the last one, is cut off and left out.</source>
+        <translation>Zeile %1, die letzte, ist abgeschnitten und wird weggelassen.</translation>
+    </message>
+    <message>
+        <source>Lines that are damaged and left out: %1. The first is %2.</source>
+        <translation>Beschädigte Zeilen, die weggelassen werden: %1. Die erste ist %2.</translation>
     </message>
 </context>
 <context>
@@ -966,7 +1483,7 @@ Optionen:
     </message>
     <message>
         <source>&quot;Show all data&quot; was switched</source>
-        <translation>„Show all data“ wurde umgeschaltet</translation>
+        <translation>„Alle Daten zeigen“ wurde umgeschaltet</translation>
     </message>
     <message>
         <source>curve %1 got another source</source>
@@ -990,6 +1507,134 @@ Optionen:
     <message>
         <source>%1: %2. The file is %3</source>
         <translation>%1: %2. Die Datei ist %3</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapCheck</name>
+    <message>
+        <source>an address that no other value has, but &quot;%1&quot; has it</source>
+        <translation>eine Adresse, die kein anderer Wert hat, aber „%1“ hat sie</translation>
+    </message>
+    <message>
+        <source>an address beside that of &quot;%1&quot;, which it overlaps</source>
+        <translation>eine Adresse neben der von „%1“, mit der er sich überschneidet</translation>
+    </message>
+    <message>
+        <source>a name that no other value beside it has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein anderer Wert daneben hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>a name that no value of the module has, but &quot;%1&quot; is also that of %2</source>
+        <translation>ein Name, den kein Wert des Moduls hat, aber „%1“ ist auch der von %2</translation>
+    </message>
+    <message>
+        <source>at most %1 values and fields on an axis or in a group</source>
+        <translation>höchstens %1 Werte und Felder an einer Achse oder in einer Gruppe</translation>
+    </message>
+    <message>
+        <source>axes from 0 on without a gap, but axis %1 has no value</source>
+        <translation>Achsen ab 0 ohne Lücke, aber Achse %1 hat keinen Wert</translation>
+    </message>
+    <message>
+        <source>&quot;register&quot;, because a device without an axis shows registers only</source>
+        <translation>&quot;register&quot;, weil ein Gerät ohne Achse nur Register zeigt</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapReader</name>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>no such field, because an entry of this table is one bit</source>
+        <translation>kein solches Feld, weil ein Eintrag dieser Tabelle ein Bit ist</translation>
+    </message>
+    <message>
+        <source>a number other than 0</source>
+        <translation>eine Zahl, aber nicht 0</translation>
+    </message>
+    <message>
+        <source>the step in which a float32 is shown, for example 0.001</source>
+        <translation>die Stufe, in der ein float32 gezeigt wird, zum Beispiel 0.001</translation>
+    </message>
+    <message>
+        <source>a number above 0</source>
+        <translation>eine Zahl über 0</translation>
+    </message>
+    <message>
+        <source>no bit fields, because the number is scaled, moved or a float32</source>
+        <translation>keine Bitfelder, weil die Zahl skaliert, verschoben oder ein float32 ist</translation>
+    </message>
+    <message>
+        <source>the lowest bit of the field, 0 to %1</source>
+        <translation>das niedrigste Bit des Felds, 0 bis %1</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2, or a text with one, such as &quot;0x%3&quot;</source>
+        <translation>eine ganze Zahl von %1 bis %2, oder ein Text mit einer, wie &quot;0x%3&quot;</translation>
+    </message>
+    <message>
+        <source>no such field, because the value belongs to an axis</source>
+        <translation>kein solches Feld, weil der Wert zu einer Achse gehört</translation>
+    </message>
+    <message>
+        <source>up to %1 characters in one line, without blanks around them</source>
+        <translation>bis zu %1 Zeichen in einer Zeile, ohne Leerzeichen darum</translation>
+    </message>
+    <message>
+        <source>up to %1 characters</source>
+        <translation>bis zu %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>at least one value</source>
+        <translation>mindestens ein Wert</translation>
+    </message>
+</context>
+<context>
+    <name>RegisterMapRows</name>
+    <message>
+        <source>Coil</source>
+        <translation>Coil</translation>
+    </message>
+    <message>
+        <source>Discrete input</source>
+        <translation>Diskreter Eingang</translation>
+    </message>
+    <message>
+        <source>Input register</source>
+        <translation>Eingangsregister</translation>
+    </message>
+    <message>
+        <source>Holding register</source>
+        <translation>Halteregister</translation>
+    </message>
+</context>
+<context>
+    <name>RowDecoder</name>
+    <message>
+        <source>a closing quote</source>
+        <translation>ein schließendes Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>%1 fields</source>
+        <translation>%1 Felder</translation>
+    </message>
+    <message>
+        <source>no more than %1 columns</source>
+        <translation>nicht mehr als %1 Spalten</translation>
+    </message>
+    <message>
+        <source>a counter</source>
+        <translation>ein Zähler</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>the decimal mark of the lines before (&quot;%1&quot;) and no digit grouping</source>
+        <translation>das Dezimalzeichen der Zeilen davor (&quot;%1&quot;) und keine Zifferngruppen</translation>
     </message>
 </context>
 <context>
@@ -1035,38 +1680,25 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>SceneExchange</name>
+    <message>
+        <source>the plugin %1 makes no container</source>
+        <translation>das Plugin %1 legt keinen Container an</translation>
+    </message>
+    <message>
+        <source>the field &quot;docks&quot; of the window is not as the workbench has written it</source>
+        <translation>das Feld „docks“ des Fensters ist nicht so, wie die Werkbank es geschrieben hat</translation>
+    </message>
+    <message>
+        <source>no plugin &quot;%1&quot; is loaded, only: %2</source>
+        <translation>kein Plugin „%1“ ist geladen, nur: %2</translation>
+    </message>
+</context>
+<context>
     <name>SceneReader</name>
-    <message>
-        <source>one of %1</source>
-        <translation>eines von %1</translation>
-    </message>
-    <message>
-        <source>a number of microsteps, 0 or more</source>
-        <translation>eine Zahl von Mikroschritten, mindestens 0</translation>
-    </message>
-    <message>
-        <source>a number of seconds above 0</source>
-        <translation>eine Zahl von Sekunden größer als 0</translation>
-    </message>
-    <message>
-        <source>an axis that has no motion yet</source>
-        <translation>eine Achse, die noch keine Bewegung hat</translation>
-    </message>
-    <message>
-        <source>the key of one of the scene&apos;s modules: %1</source>
-        <translation>der Schlüssel eines Moduls der Szene: %1</translation>
-    </message>
     <message>
         <source>a key that no other module has</source>
         <translation>ein Schlüssel, den kein anderes Modul hat</translation>
-    </message>
-    <message>
-        <source>at most %1 curves</source>
-        <translation>höchstens %1 Kurven</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; as for the first curve, because all curves share one module per side</source>
-        <translation>„%1“ wie bei der ersten Kurve, denn alle Kurven teilen sich je Seite ein Modul</translation>
     </message>
     <message>
         <source>%1:%2: expected JSON: %3</source>
@@ -1077,28 +1709,40 @@ Optionen:
         <translation>%1: erwartet wird ein Objekt in geschweiften Klammern</translation>
     </message>
     <message>
-        <source>%1: cannot read the scene file: %2</source>
-        <translation>%1: die Szenendatei lässt sich nicht lesen: %2</translation>
+        <source>at most %1 modules</source>
+        <translation>höchstens %1 Module</translation>
     </message>
     <message>
-        <source>no motion, because %1 has no axes</source>
-        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+        <source>no such field without &quot;containers&quot;</source>
+        <translation>kein solches Feld ohne „containers“</translation>
     </message>
     <message>
-        <source>0, because %1 has this axis only</source>
-        <translation>0, denn %1 hat nur diese Achse</translation>
+        <source>no such field beside &quot;containers&quot;, whose entries have it</source>
+        <translation>kein solches Feld neben „containers“, deren Einträge es haben</translation>
     </message>
     <message>
-        <source>a whole number from 0 to %1, the axes of %2</source>
-        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
+        <source>1 to %1 containers</source>
+        <translation>1 bis %1 Container</translation>
+    </message>
+    <message>
+        <source>a text in base64, as the workbench has written it</source>
+        <translation>ein Text in Base64, wie ihn die Werkbank geschrieben hat</translation>
+    </message>
+    <message>
+        <source>%1: expected at most %2 bytes</source>
+        <translation>%1: erwartet werden höchstens %2 Bytes</translation>
+    </message>
+    <message>
+        <source>%1: cannot read the set-up: it is no ordinary file</source>
+        <translation>%1: der Aufbau lässt sich nicht lesen: es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>%1: cannot read the set-up: %2</source>
+        <translation>%1: der Aufbau lässt sich nicht lesen: %2</translation>
     </message>
 </context>
 <context>
     <name>SceneRunner</name>
-    <message>
-        <source>the plot window has %1 curves, the scene needs more</source>
-        <translation>das Plotfenster hat %1 Kurven, die Szene braucht mehr</translation>
-    </message>
     <message>
         <source>the module &quot;%1&quot; is not offered, only: %2</source>
         <translation>das Modul „%1“ wird nicht angeboten, nur: %2</translation>
@@ -1120,12 +1764,27 @@ Optionen:
         <translation>der Wert „%1“ lässt sich nicht vorzeichenbehaftet lesen</translation>
     </message>
     <message>
-        <source>the plot has boxes for %1 curves, the scene needs %2</source>
-        <translation>das Diagramm hat Kästchen für %1 Kurven, die Szene braucht %2</translation>
+        <source>the plot window has %1 curves, the set-up needs more</source>
+        <translation>das Plotfenster hat %1 Kurven, der Aufbau braucht mehr</translation>
     </message>
     <message>
-        <source>the container has no %1 called &quot;%2&quot;, which a scene needs</source>
-        <translation>der Container hat kein %1 namens „%2“, das eine Szene braucht</translation>
+        <source>curve %1, %2: </source>
+        <translation>Kurve %1, %2: </translation>
+    </message>
+    <message>
+        <source>the plot has boxes for %1 curves, the set-up needs %2</source>
+        <translation>das Diagramm hat Kästchen für %1 Kurven, der Aufbau braucht %2</translation>
+    </message>
+    <message>
+        <source>the container has no %1 called &quot;%2&quot;, which a set-up needs</source>
+        <translation>der Container hat kein %1 namens „%2“, das ein Aufbau braucht</translation>
+    </message>
+</context>
+<context>
+    <name>SceneWriter</name>
+    <message>
+        <source>%1: cannot be saved: %2</source>
+        <translation>%1: lässt sich nicht speichern: %2</translation>
     </message>
 </context>
 <context>
@@ -1175,7 +1834,7 @@ Optionen:
     </message>
     <message>
         <source>All keys of the workbench. In the plot, - and + go through the zooms and the arrow keys move the view.</source>
-        <translation>Alle Tasten der Werkbank. Im Plot gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
+        <translation>Alle Tasten der Werkbank. Im Diagramm gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
     </message>
     <message>
         <source>Keys</source>
@@ -1188,6 +1847,72 @@ Optionen:
     <message>
         <source>What it does</source>
         <translation>Was er tut</translation>
+    </message>
+</context>
+<context>
+    <name>SimulatedModuleRow</name>
+    <message>
+        <source>Moving</source>
+        <translation>Fährt</translation>
+    </message>
+    <message>
+        <source>Off: the axes brake and stay where they are</source>
+        <translation>Aus: Die Achsen bremsen und bleiben stehen</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>A silent module gets requests and answers none</source>
+        <translation>Ein stummes Modul erhält Anfragen und beantwortet keine</translation>
+    </message>
+    <message>
+        <source>%1: time of an answer</source>
+        <translation>%1: Zeit einer Antwort</translation>
+    </message>
+    <message>
+        <source>How long the module takes for each answer. A slow one is asked less often, so that the window goes on; one that is too late counts as not answering.</source>
+        <translation>Wie lange das Modul für jede Antwort braucht. Ein langsames wird seltener gefragt, damit das Fenster weiterläuft; kommt die Antwort zu spät, gilt sie als ausgeblieben.</translation>
+    </message>
+    <message>
+        <source>Answers at once</source>
+        <translation>Antwortet sofort</translation>
+    </message>
+    <message>
+        <source>Slow: %1 ms</source>
+        <translation>Langsam: %1 ms</translation>
+    </message>
+    <message>
+        <source>Too late: %1 ms</source>
+        <translation>Zu spät: %1 ms</translation>
+    </message>
+</context>
+<context>
+    <name>SimulationFields</name>
+    <message>
+        <source>a number of microsteps, 0 or more</source>
+        <translation>eine Zahl von Mikroschritten, mindestens 0</translation>
+    </message>
+    <message>
+        <source>a number of seconds above 0</source>
+        <translation>eine Zahl von Sekunden größer als 0</translation>
+    </message>
+    <message>
+        <source>no motion, because %1 has no axes</source>
+        <translation>keine Bewegung, denn %1 hat keine Achsen</translation>
+    </message>
+    <message>
+        <source>0, because %1 has this axis only</source>
+        <translation>0, denn %1 hat nur diese Achse</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 to %1, the axes of %2</source>
+        <translation>eine ganze Zahl von 0 bis %1, die Achsen von %2</translation>
+    </message>
+    <message>
+        <source>an axis that has no motion yet</source>
+        <translation>eine Achse, die noch keine Bewegung hat</translation>
     </message>
 </context>
 <context>
@@ -1280,6 +2005,10 @@ Optionen:
     <message>
         <source>%1: lines with old values, because a module did not answer: %2</source>
         <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
+    </message>
+    <message>
+        <source>plot: none of these plugins has one, so no scene was run</source>
+        <translation>Diagramm: keines dieser Plugins hat eines, also lief keine Szene ab</translation>
     </message>
 </context>
 <context>

@@ -65,6 +65,9 @@ void ExchangePanel::refresh()
             item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
         }
     }
+    while (m_table->topLevelItemCount() > m_rack->count()) {
+        delete m_table->takeTopLevelItem(m_table->topLevelItemCount() - 1);
+    }
     for (int index = 0; index < m_rack->count(); ++index) {
         showRow(index);
     }
@@ -74,7 +77,7 @@ void ExchangePanel::showRow(int index)
 {
     QTreeWidgetItem *const item = m_table->topLevelItem(index);
     const auto statistics = m_rack->statistics(index);
-    item->setText(Module, m_rack->description(index).key);
+    item->setText(Module, m_rack->settings(index).key);
     item->setDisabled(!statistics);
     if (!statistics) {
         for (int column = PerSecond; column < ColumnCount; ++column) {

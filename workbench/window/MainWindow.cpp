@@ -4,6 +4,7 @@
 #include "logging/Recordings.h"
 #include "modules/AnswerWatch.h"
 #include "window/ContainerWindow.h"
+#include "window/FileMenu.h"
 #include "window/HelpMenu.h"
 #include "window/HintBar.h"
 #include "window/Notices.h"
@@ -53,7 +54,7 @@ MainWindow::MainWindow(Workbench *workbench, QWidget *parent)
     , m_answers(new AnswerWatch(&workbench->modules(), this))
     , m_recordings(new Recordings(&workbench->messages(), &workbench->modules(), this))
 {
-    setWindowTitle(tr("Container Workbench"));
+    setWindowTitle(FileMenu::programTitle());
     setMinimumSize(minimumWidthPixels, minimumHeightPixels);
 
     m_workspace->setEmptyText(tr("No container is open.\nThe tool bar opens one, and so does Alt+1."));
@@ -117,6 +118,74 @@ void MainWindow::openContainer(ContainerInterface *container)
     subWindow->showMaximized();
 }
 
+void MainWindow::removeContainer(ContainerInterface *container)
+{
+    if (const QPointer<ContainerWindow> window = m_windows.take(container)) {
+        window->close();
+    }
+    delete m_openActions.take(container);
+    m_recordings->containerRemoved(container);
+    m_workbench->removeContainer(container);
+}
+
+WindowPlace MainWindow::placeOf(ContainerInterface *container) const
+{
+    WindowPlace place;
+    const QPointer<ContainerWindow> window = m_windows.value(container);
+    if (window.isNull() || window->container() == nullptr) {
+        place.state = WindowPlace::State::Closed;
+        return place;
+    }
+    const WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
+    const QWidget *const outer = subWindow != nullptr ? static_cast<const QWidget *>(subWindow) : window;
+    if (outer->isMinimized()) {
+        place.state = WindowPlace::State::Minimised;
+    } else if (!outer->isMaximized()) {
+        place.state = WindowPlace::State::Normal;
+        place.geometry = QRect(outer->pos(), outer->size());
+    }
+    return place;
+}
+
+void MainWindow::setPlace(ContainerInterface *container, const WindowPlace &place)
+{
+    const QPointer<ContainerWindow> window = m_windows.value(container);
+    if (window.isNull()) {
+        return;
+    }
+    WorkspaceWindow *const subWindow = WorkspaceWindow::of(window);
+    QWidget *const outer = subWindow != nullptr ? static_cast<QWidget *>(subWindow) : window;
+    switch (place.state) {
+    case WindowPlace::State::Maximised:
+        outer->showMaximized();
+        break;
+    case WindowPlace::State::Normal:
+        outer->showNormal();
+        if (place.geometry.isValid()) {
+            outer->move(place.geometry.topLeft());
+            outer->resize(place.geometry.size());
+        }
+        break;
+    case WindowPlace::State::Minimised:
+        outer->showMinimized();
+        break;
+    case WindowPlace::State::Closed:
+        window->close();
+        break;
+    }
+}
+
+ContainerInterface *MainWindow::frontContainer() const
+{
+    const QMdiSubWindow *const front = m_workspace->currentSubWindow();
+    for (auto window = m_windows.cbegin(); window != m_windows.cend(); ++window) {
+        if (front != nullptr && !window.value().isNull() && WorkspaceWindow::of(window.value()) == front) {
+            return window.key();
+        }
+    }
+    return nullptr;
+}
+
 QSize MainWindow::resizeContainer(ContainerInterface *container, const QSize &size)
 {
     const QPointer<ContainerWindow> window = m_windows.value(container);
@@ -150,6 +219,11 @@ void MainWindow::showHint()
     }
 }
 
+FileMenu *MainWindow::fileMenu() const
+{
+    return m_fileMenu;
+}
+
 Recordings *MainWindow::recordings() const
 {
     return m_recordings;
@@ -157,6 +231,10 @@ Recordings *MainWindow::recordings() const
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (!m_fileMenu->mayEnd()) {
+        event->ignore();
+        return;
+    }
     closeContainers();
     event->accept();
 }
@@ -176,12 +254,8 @@ void MainWindow::makeMenus()
     m_toolBar->setObjectName(QStringLiteral("containerToolBar"));
     m_toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 
-    QMenu *const fileMenu = menuBar()->addMenu(tr("&File"));
-    makeNewContainerActions(fileMenu);
-    QAction *const quitAction = fileMenu->addAction(tr("&Quit"), this, &QWidget::close);
-    quitAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
-    quitAction->setMenuRole(QAction::QuitRole);
-    quitAction->setStatusTip(tr("Close all containers and the workbench"));
+    m_fileMenu = new FileMenu(this, m_workbench);
+    menuBar()->addMenu(m_fileMenu->menu());
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     QAction *const toolBarAction = m_toolBar->toggleViewAction();
@@ -212,24 +286,6 @@ void MainWindow::makeMenus()
     menuBar()->addMenu(new HelpMenu(this));
 }
 
-void MainWindow::makeNewContainerActions(QMenu *menu)
-{
-    for (int plugin = 0; plugin < m_workbench->pluginCount(); ++plugin) {
-        // The text does not name the container while there is but one kind.
-        const QString text =
-            m_workbench->pluginCount() == 1 ? tr("&New Container") : tr("New %1").arg(m_workbench->pluginTitle(plugin));
-        QAction *const action = menu->addAction(text, this, [this, plugin] {
-            if (ContainerInterface *const container = addContainer(plugin)) {
-                openContainer(container);
-            }
-        });
-        if (plugin == 0) {
-            action->setShortcut(QKeySequence::New);
-        }
-        action->setStatusTip(tr("Make one more container and open it"));
-    }
-}
-
 void MainWindow::offerContainer(ContainerInterface *container)
 {
     const int number = m_workbench->containers().size();
@@ -241,7 +297,6 @@ void MainWindow::offerContainer(ContainerInterface *container)
     action->setStatusTip(tr("Open %1, or bring its window to the front").arg(title));
     action->setToolTip(action->statusTip());
     action->setCheckable(true); // checked while it is in front
-    m_actions.insert(container, action);
     if (number <= maximumShortcuts) {
         action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
     }
@@ -249,6 +304,7 @@ void MainWindow::offerContainer(ContainerInterface *container)
         openContainer(container);
         showActive(); // a click on a checked action unchecks it
     });
+    m_openActions.insert(container, action);
     m_containerMenu->addAction(action);
     if (container->property(DynamicProperty::ShowOnToolbar).toBool()) {
         m_toolBar->addAction(action);
@@ -279,15 +335,9 @@ void MainWindow::bringToFront(ContainerInterface *container, ContainerWindow *wi
 
 void MainWindow::showActive()
 {
-    const QMdiSubWindow *const active = m_workspace->activeSubWindow();
-    QWidget *front = nullptr;
-    for (auto window = m_windows.cbegin(); window != m_windows.cend(); ++window) {
-        const bool isFront = !window.value().isNull() && window.value()->container() != nullptr &&
-                             WorkspaceWindow::of(window.value()) == active && active != nullptr;
-        if (QAction *const action = m_actions.value(window.key())) {
-            action->setChecked(isFront);
-        }
-        front = isFront ? window.key() : front;
+    ContainerInterface *const front = frontContainer();
+    for (auto action = m_openActions.cbegin(); action != m_openActions.cend(); ++action) {
+        action.value()->setChecked(action.key() == front);
     }
     m_plotMenu->setContainer(front);
 }

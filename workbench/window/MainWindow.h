@@ -1,5 +1,7 @@
 #pragma once
 
+#include "setup/Scene.h"
+
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
@@ -7,6 +9,7 @@
 class AnswerWatch;
 class ContainerInterface;
 class ContainerWindow;
+class FileMenu;
 class Notices;
 class PlotMenu;
 class QAction;
@@ -37,6 +40,16 @@ public:
     /// Opens the container's window, or brings the one that it has to the front.
     void openContainer(ContainerInterface *container);
 
+    /// Closes the container's window, and destroys the container.
+    void removeContainer(ContainerInterface *container);
+
+    /// Where the container's window is; closed when it has none.
+    WindowPlace placeOf(ContainerInterface *container) const;
+    /// Moves the container's window there, as far as there is room; without effect on one that has none.
+    void setPlace(ContainerInterface *container, const WindowPlace &place);
+    /// The container whose window is in front; null when all are closed.
+    ContainerInterface *frontContainer() const;
+
     /**
      * Makes the window of an open container so large that the container itself is of \a size (widget pixels).
      * \return the size that the container got, which is larger when its minimum size is
@@ -45,6 +58,9 @@ public:
 
     /// Shows the hint for newcomers above the workspace, unless it was closed once.
     void showHint();
+
+    /// The menu by which set-ups are opened and saved. Owned by the window.
+    FileMenu *fileMenu() const;
 
     /// What is known of the recordings of the containers that were opened. Owned by the window.
     Recordings *recordings() const;
@@ -55,7 +71,6 @@ protected:
 
 private:
     void makeMenus();
-    void makeNewContainerActions(QMenu *menu);
     void offerContainer(ContainerInterface *container);
     /// The container's own title, numbered from the second container of its kind on.
     QString titleOf(ContainerInterface *container) const;
@@ -67,6 +82,7 @@ private:
     Workbench *const m_workbench; // not owned
     Workspace *const m_workspace;
     QToolBar *m_toolBar = nullptr;
+    FileMenu *m_fileMenu = nullptr;
     QMenu *m_containerMenu = nullptr;
     QMenu *m_viewMenu = nullptr;
     AnswerWatch *const m_answers;
@@ -74,5 +90,5 @@ private:
     Notices *m_notices = nullptr;
     PlotMenu *m_plotMenu = nullptr;
     QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
-    QHash<ContainerInterface *, QAction *> m_actions;
+    QHash<ContainerInterface *, QAction *> m_openActions;
 };

@@ -5,15 +5,12 @@
 
 class AnswerWatch;
 class ModuleRack;
-class QCheckBox;
-class QComboBox;
-class QLabel;
+class ModuleRow;
 class QScrollArea;
 class QVBoxLayout;
 
 /**
- * The list of the simulated modules, each with boxes to plug it in or out, to let it move, and to silence it or
- * make it slow, and with a mark when it does not answer as it should.
+ * The list of the modules, a ModuleRow each.
  *
  * Shows what is in the rack and what the watch finds (both not owned, have to outlive the panel).
  */
@@ -25,24 +22,14 @@ public:
     ModulePanel(ModuleRack *rack, const AnswerWatch *watch, QWidget *parent = nullptr);
 
 private:
-    /// The boxes of one module.
-    struct Row
-    {
-        QCheckBox *pluggedIn = nullptr;
-        QCheckBox *moving = nullptr;
-        QCheckBox *silent = nullptr;
-        QComboBox *answerTime = nullptr;
-        QLabel *trouble = nullptr;
-    };
-
     void addRow(int index);
-    QComboBox *makeAnswerTimeBox(int index);
+    void makeRowsAgain();
     void refresh(int index);
-    void showTrouble();
+    void showAnswers();
 
     ModuleRack *const m_rack;         // not owned
     const AnswerWatch *const m_watch; // not owned
     QScrollArea *m_scrollArea = nullptr;
     QVBoxLayout *m_layout = nullptr;
-    QList<Row> m_rows;
+    QList<ModuleRow *> m_rows;
 };

@@ -27,7 +27,12 @@ Notices::Notices(Workbench *workbench, const AnswerWatch *answers, Recordings *r
     , m_recordings(recordings)
     , m_pluggedIn(SourceWatch::pluggedIn(workbench->modules()))
 {
-    connect(&workbench->modules(), &ModuleRack::changed, this, &Notices::noteModules);
+    const ModuleRack &modules = workbench->modules();
+    connect(&modules, &ModuleRack::changed, this, &Notices::noteModules);
+    connect(&modules, &ModuleRack::removed, this, &Notices::noteModules);
+    connect(&modules, &ModuleRack::replaced, this, &Notices::noteModules);
+    connect(&modules, &ModuleRack::failed, this,
+            [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
     connect(recordings, &Recordings::changed, this, [this] {
         for (const Watched &watched : qAsConst(m_watched)) {
             refresh(watched);
@@ -75,12 +80,12 @@ void Notices::noteModules()
 void Notices::noteAnswers()
 {
     connect(m_answers, &AnswerWatch::fellSilent, this, [this](int index) {
-        const QString &key = m_workbench->modules().description(index).key;
+        const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtWarningMsg,
                                      tr("%1 does not answer any more: its values are old ones from now on").arg(key));
     });
     connect(m_answers, &AnswerWatch::answersAgain, this, [this](int index, int seconds) {
-        const QString &key = m_workbench->modules().description(index).key;
+        const QString &key = m_workbench->modules().settings(index).key;
         m_workbench->messages().note(QtInfoMsg,
                                      tr("%1 answers again, after %2 s").arg(key, QLocale().toString(seconds)));
     });
@@ -130,7 +135,7 @@ QStringList Notices::troublesOf(const SourceWatch &sources) const
     const ModuleRack &modules = m_workbench->modules();
     for (int index = 0; index < modules.count(); ++index) {
         const QString trouble = m_answers->oldValues(index);
-        if (!trouble.isEmpty() && keys.contains(modules.description(index).key)) {
+        if (!trouble.isEmpty() && keys.contains(modules.settings(index).key)) {
             troubles.append(trouble);
         }
     }

@@ -36,7 +36,7 @@ void focusFirst(const QWidget &panel)
 PanelDocks::PanelDocks(QMainWindow *window, Workbench *workbench, const AnswerWatch *answers, Recordings *recordings)
     : QObject(window), m_window(window)
 {
-    m_modules = add(Qt::RightDockWidgetArea, tr("Simulated Modules"), "moduleDock",
+    m_modules = add(Qt::RightDockWidgetArea, tr("Modules"), "moduleDock",
                     new ModulePanel(&workbench->modules(), answers), "Ctrl+M");
     window->resizeDocks({m_modules}, {1}, Qt::Horizontal); // as narrow as it can be: the width is for the plots
     m_messages = add(Qt::BottomDockWidgetArea, tr("Messages"), "messageDock", new MessagePanel(&workbench->messages()),

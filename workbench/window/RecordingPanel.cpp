@@ -110,6 +110,7 @@ void RecordingPanel::add(RecordingWatch *watch)
     layout->addLayout(pathRow, 1, 0, 1, 4);
     layout->addWidget(entry.failure, 2, 0, 1, 4);
     m_layout->insertWidget(m_layout->count() - 1, group); // before the stretch
+    connect(watch, &QObject::destroyed, group, &QObject::deleteLater);
     connect(watch, &RecordingWatch::changed, group, [=] { show(*watch, entry); });
     show(*watch, entry);
 }

@@ -35,7 +35,9 @@ StatusSummary::StatusSummary(QStatusBar *bar, Workbench *workbench, const Answer
     }
     connect(m_recordings, &Recordings::changed, this, &StatusSummary::showRecordings);
     connect(m_answers, &AnswerWatch::polled, this, &StatusSummary::showAnswers);
-    connect(&m_workbench->modules(), &ModuleRack::changed, this, &StatusSummary::showModuleCount);
+    const ModuleRack *const modules = &m_workbench->modules();
+    connect(modules, &ModuleRack::changed, this, &StatusSummary::showModuleCount);
+    connect(modules, &ModuleRack::removed, this, &StatusSummary::showModuleCount);
     // What a container reports through the logger only, such as where its screenshot went, is shown for a while.
     connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
         for (const LogMessage &message : messages) {

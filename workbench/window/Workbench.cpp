@@ -66,6 +66,11 @@ QString Workbench::pluginPath(int plugin) const
     return m_plugins[size_t(plugin)]->path();
 }
 
+ContainerInterface *Workbench::pluginRoot(int plugin) const
+{
+    return m_plugins[size_t(plugin)]->root();
+}
+
 ModuleRack &Workbench::modules()
 {
     return m_modules;
@@ -109,6 +114,16 @@ QList<ContainerInterface *> Workbench::containers() const
         list.append(container.get());
     }
     return list;
+}
+
+void Workbench::removeContainer(ContainerInterface *container)
+{
+    const auto place = std::find_if(m_containers.begin(), m_containers.end(),
+                                    [container](const auto &other) { return other.get() == container; });
+    if (place != m_containers.end()) {
+        container->aboutToExit();
+        m_containers.erase(place);
+    }
 }
 
 int Workbench::numberOf(const ContainerInterface *container) const

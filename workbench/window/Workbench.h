@@ -15,7 +15,7 @@
 class ContainerInterface;
 
 /**
- * The stand-in host without its windows: registry, simulated modules, the plugins and their clones.
+ * The stand-in host without its windows: registry, modules, the plugins and their clones.
  *
  * Owns them all and ends them in the order that they rely on: clones, plugins, modules, registry. Container windows
  * have to be gone before, the application object has to live longer. GUI thread.
@@ -33,6 +33,8 @@ public:
     /// What the plugin calls its windows; \a plugin from 0 to below pluginCount(), in the order of loading.
     QString pluginTitle(int plugin) const;
     QString pluginPath(int plugin) const; ///< Absolute.
+    /// The plugin's root object, whose class is that of its containers. Owned by the workbench.
+    ContainerInterface *pluginRoot(int plugin) const;
 
     ModuleRack &modules();
     const ModuleRack &modules() const;
@@ -46,6 +48,8 @@ public:
      */
     ContainerInterface *addContainer(int plugin = 0);
     QList<ContainerInterface *> containers() const;
+    /// Destroys a clone, whose window has to be closed.
+    void removeContainer(ContainerInterface *container);
     /// Counts containers of the same class, from 1 in the order of their making; 0 for an unknown one.
     int numberOf(const ContainerInterface *container) const;
 

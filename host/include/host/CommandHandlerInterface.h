@@ -80,6 +80,14 @@ protected:
     /// The monotonic clock for deadlines, silence and rests, ns.
     virtual qint64 nowNs() const;
 
+    /**
+     * Adds an exchange of \a requests requests to the statistics; \a durationNs is how long the caller waited, ns.
+     *
+     * Like setSilenced(), only called by channels that override sendCommandCombos() as a whole.
+     */
+    void countExchange(int requests, bool isAnswered, qint64 durationNs);
+    void setSilenced(bool isSilenced); ///< Sets what isSilenced() returns.
+
 private:
     Q_DISABLE_COPY(CommandHandlerInterface)
 
@@ -94,7 +102,6 @@ private:
     bool isTurnOf(const CommandCombo *caller, qint64 now);
     bool exchange(const QList<CommandCombo *> &combos, qint64 startNs);
     void refillAllowance(qint64 now);
-    void count(int requests, bool isAnswered, qint64 durationNs);
 
     bool m_circularMode = false;
     bool m_isSilenced = false;

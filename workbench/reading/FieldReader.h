@@ -6,7 +6,7 @@
 #include <QStringList>
 
 /**
- * Reads the fields of JSON objects and remembers the first thing that is wrong with them.
+ * Reads the fields of JSON objects and remembers what is wrong with them.
  *
  * \c place is where an object stands, for example "curves[0].x"; the empty text is the outermost object. A field that
  * is wrong gives the default value, so that reading can go on to its end. Fields without a default are required.
@@ -16,13 +16,15 @@ class FieldReader
 public:
     explicit FieldReader(const QString &fileName);
 
-    /// One line with file, field and what is expected; empty when there is no error.
+    /// One line for each error, with file, field and what is expected, in the order of reading.
+    QStringList errors() const;
+    /// The first of errors(); empty when there is none.
     QString error() const;
 
-    /// Adds the error that the field \a name of the object at \a place is not as \a expected; the first error is kept.
+    /// Adds the error that the field \a name of the object at \a place is not as \a expected; one per field is kept.
     void addError(const QString &place, const QString &name, const QString &expected);
 
-    /// Adds an error for any field whose name is not in \a names: a mistyped name must not pass for a missing one.
+    /// Adds an error for each field whose name is not in \a names: a mistyped name must not pass for a missing one.
     void allowOnly(const QJsonObject &object, const QString &place, const QStringList &names);
 
     /// A text that is required, and not blank.
@@ -31,8 +33,11 @@ public:
     QString text(const QJsonObject &object, const QString &place, const QString &name, const QString &defaultText);
     /// True or false.
     bool boolean(const QJsonObject &object, const QString &place, const QString &name, bool defaultValue);
-    /// Any number.
+    /// Any finite number.
     double number(const QJsonObject &object, const QString &place, const QString &name, double defaultValue);
+    /// One of \a choices; an error lists them, the most likely first.
+    QString choice(const QJsonObject &object, const QString &place, const QString &name, const QStringList &choices,
+                   const QString &defaultText = QString());
     /// A whole number from \a minimum to \a maximum.
     qint64 integer(const QJsonObject &object, const QString &place, const QString &name, qint64 minimum, qint64 maximum,
                    qint64 defaultValue);
@@ -46,5 +51,6 @@ public:
 
 private:
     const QString m_fileName;
-    QString m_error;
+    QStringList m_places; // of the fields with errors
+    QStringList m_errors;
 };

@@ -1,4 +1,6 @@
-#include "setup/FieldReader.h"
+#include "reading/FieldReader.h"
+
+#include "reading/TextLists.h"
 
 #include <QCoreApplication>
 #include <QJsonValue>
@@ -17,15 +19,22 @@ struct Text
 
 FieldReader::FieldReader(const QString &fileName) : m_fileName(fileName) {}
 
+QStringList FieldReader::errors() const
+{
+    return m_errors;
+}
+
 QString FieldReader::error() const
 {
-    return m_error;
+    return m_errors.value(0);
 }
 
 void FieldReader::addError(const QString &place, const QString &name, const QString &expected)
 {
-    if (m_error.isEmpty()) {
-        m_error = Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, placeOf(place, name), expected);
+    const QString field = placeOf(place, name);
+    if (!m_places.contains(field)) { // what follows from the first error would only confuse
+        m_places.append(field);
+        m_errors.append(Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, field, expected));
     }
 }
 
@@ -35,7 +44,6 @@ void FieldReader::allowOnly(const QJsonObject &object, const QString &place, con
     for (const QString &name : present) {
         if (!names.contains(name)) {
             addError(place, name, Text::tr("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
-            return;
         }
     }
 }
@@ -71,10 +79,24 @@ bool FieldReader::boolean(const QJsonObject &object, const QString &place, const
 double FieldReader::number(const QJsonObject &object, const QString &place, const QString &name, double defaultValue)
 {
     const QJsonValue value = object.value(name);
-    if (!value.isUndefined() && !value.isDouble()) {
+    if (!value.isUndefined() && !(value.isDouble() && std::isfinite(value.toDouble()))) {
         addError(place, name, Text::tr("a number"));
     }
     return value.toDouble(defaultValue);
+}
+
+QString FieldReader::choice(const QJsonObject &object, const QString &place, const QString &name,
+                            const QStringList &choices, const QString &defaultText)
+{
+    const QJsonValue value = object.value(name);
+    if (value.isUndefined() && !defaultText.isEmpty()) {
+        return defaultText;
+    }
+    if (!choices.contains(value.toString())) {
+        addError(place, name,
+                 Text::tr("one of %1").arg(quotedList(nearestTexts(value.toString(), choices, choices.size()))));
+    }
+    return value.toString();
 }
 
 qint64 FieldReader::integer(const QJsonObject &object, const QString &place, const QString &name, qint64 minimum,

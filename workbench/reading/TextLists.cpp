@@ -1,4 +1,4 @@
-#include "setup/TextLists.h"
+#include "reading/TextLists.h"
 
 #include <QPair>
 #include <QVector>

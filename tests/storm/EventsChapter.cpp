@@ -1,0 +1,183 @@
+// Random events: series of them in processes of their own, so that a crash is seen, and can be shortened.
+
+#include "Chapters.h"
+#include "Player.h"
+#include "Watch.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int seriesEvents = 10000; // in one process
+constexpr int seriesTimeoutMs = 60 * 60 * 1000;
+constexpr int faultCode = 3;
+
+struct Series
+{
+    QString host;
+    quint32 seed = 0;
+    int events = 0;
+
+    QStringList environment() const
+    {
+        const char *const ratios[] = {"1", "1.5", "2"};
+        return {QStringLiteral("QT_SCALE_FACTOR=%1").arg(QLatin1String(ratios[seed % 3U]))};
+    }
+};
+
+void writeOps(const QString &path, const QVector<Op> &ops)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        for (const Op &op : ops) {
+            file.write(Player::describe(op).toUtf8() + '\n');
+        }
+    }
+}
+
+QVector<Op> readOps(const QString &path)
+{
+    QVector<Op> ops;
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    while (!file.atEnd()) {
+        const QList<QByteArray> words = file.readLine().split(' ');
+        if (words.size() >= 4) {
+            ops.append({words.at(0).toInt(), words.at(1).toUInt(), words.at(2).toUInt(), words.at(3).toUInt()});
+        }
+    }
+    return ops;
+}
+
+Ended playInChild(const Series &series, const QString &folder, const QVector<Op> *ops)
+{
+    const QString opFile = folder + QStringLiteral("/events");
+    QStringList arguments{QStringLiteral("events"), series.host, folder, QString::number(series.seed),
+                          QString::number(series.events)};
+    if (ops != nullptr) {
+        writeOps(opFile, *ops);
+        arguments.append(opFile);
+    }
+    return runChild(arguments, seriesTimeoutMs, series.environment());
+}
+
+bool isFault(const Ended &ended)
+{
+    return ended.isCrash || ended.exitCode != 0;
+}
+
+/// Leaves out parts, from halves down to single events, for as long as the rest still ends in a fault.
+QVector<Op> shortened(const Series &series, const QString &folder, QVector<Op> ops)
+{
+    constexpr qint64 budgetMs = 5 * 60 * 1000;
+    QElapsedTimer clock;
+    clock.start();
+    for (int part = ops.size() / 2; part >= 1; part /= 2) {
+        for (int begin = 0; begin < ops.size() && clock.elapsed() < budgetMs;) {
+            QVector<Op> fewer = ops;
+            fewer.remove(begin, qMin(part, ops.size() - begin));
+            if (!fewer.isEmpty() && isFault(playInChild(series, folder, &fewer))) {
+                ops = fewer;
+            } else {
+                begin += part;
+            }
+        }
+    }
+    return ops;
+}
+
+QString explained(const Series &series, const QString &folder, const Ended &ended)
+{
+    QVector<Op> ops = Player::makeOps(series.seed, series.events);
+    QFile progress(folder + QStringLiteral("/progress"));
+    int last = ops.size() - 1;
+    if (progress.open(QIODevice::ReadOnly)) {
+        progress.read(reinterpret_cast<char *>(&last), sizeof last);
+    }
+    ops.resize(qMin(last + 1, ops.size()));
+    const int all = ops.size();
+    ops = shortened(series, folder, ops);
+    const Ended again = playInChild(series, folder, &ops);
+    QTextStream out(stderr);
+    out << "\nSeed " << series.seed << ", " << series.host << ", event " << last << ": "
+        << (ended.isCrash ? QStringLiteral("signal %1").arg(ended.exitCode) : QString::fromUtf8(ended.output.trimmed()))
+        << "\n"
+        << again.output << again.errors << "\n"
+        << ops.size() << " of " << all << " events show it; " << series.environment().constFirst()
+        << " storm child events " << series.host << " FOLDER 0 0 FILE, with FILE:\n";
+    for (const Op &op : qAsConst(ops)) {
+        out << Player::describe(op) << "\n";
+    }
+    return QStringLiteral("seed %1, %2 events show it").arg(series.seed).arg(ops.size());
+}
+
+} // namespace
+
+int Chapters::playEvents(const QStringList &arguments)
+{
+    const QString &folder = arguments.at(1);
+    const int progress = open(qPrintable(folder + QStringLiteral("/progress")), O_RDWR | O_CREAT | O_TRUNC, 0600);
+    const QVector<Op> ops = arguments.size() > 4 ? readOps(arguments.at(4))
+                                                 : Player::makeOps(arguments.at(2).toUInt(), arguments.at(3).toInt());
+    const QTemporaryDir files(folder + QStringLiteral("/run-XXXXXX"));
+    StormChannel::advance(0);
+    QString problem;
+    {
+        const std::unique_ptr<StormHost> host = StormHost::make(arguments.at(0), QStringLiteral(PLUGIN));
+        Player player(host.get(), files.path());
+        problem = player.play(ops, progress);
+        const Player::Counts &counts = player.counts();
+        std::printf("%lld %lld %lld %lld %lld\n%s\n", counts.dialogs, counts.ticks, counts.pictures, counts.lines,
+                    counts.leakChecks, qPrintable(problem));
+    }
+    close(progress);
+    return problem.isEmpty() ? 0 : faultCode;
+}
+
+void Chapters::events(const Sizes &sizes)
+{
+    const int total = sizes.of(20000, 1000000);
+    const QTemporaryDir folder;
+    for (const char *const host : {"workbench", "bare"}) {
+        qint64 sums[5] = {};
+        qint64 played = 0;
+        QString fault;
+        quint32 seed = sizes.seed * 1000U;
+        while (played < total / 2 && fault.isEmpty()) {
+            const Series series{QLatin1String(host), seed++,
+                                static_cast<int>(qMin<qint64>(seriesEvents, total / 2 - played))};
+            const Ended ended = playInChild(series, folder.path(), nullptr);
+            played += series.events;
+            const QList<QByteArray> words = ended.output.split('\n').constFirst().split(' ');
+            for (int index = 0; index < 5 && words.size() >= 5; ++index) {
+                sums[index] += words.at(index).toLongLong();
+            }
+            if (isFault(ended)) {
+                fault = explained(series, folder.path(), ended);
+            }
+        }
+        const QString outcome =
+            QStringLiteral(
+                "no crash, no warning, no invariant broken; %1 timer events, %2 dialogs, %3 lines recorded and found "
+                "whole, %4 pictures equal to one drawn from scratch, objects counted %5 times: none left")
+                .arg(sums[1])
+                .arg(sums[0])
+                .arg(sums[3])
+                .arg(sums[2])
+                .arg(sums[4]);
+        Report::add({QStringLiteral("events"),
+                     QStringLiteral("random events, seeds %1 to %2").arg(sizes.seed * 1000U).arg(seed - 1U), played,
+                     QLatin1String(host) == QLatin1String("bare")
+                         ? QStringLiteral("two containers in bare windows, destroyed and made anew at any moment")
+                         : QStringLiteral("two containers in the workbench's main window"),
+                     fault.isEmpty() ? outcome : fault, !fault.isEmpty()});
+    }
+}

@@ -1,0 +1,351 @@
+#include "Player.h"
+
+#include "Watch.h"
+
+#include "host/ContainerInterface.h"
+#include "host/KAROModuleInterface.h"
+#include "host/PluginHandler.h"
+
+#include <QAbstractButton>
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QLayout>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QStackedWidget>
+
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int checkInterval = 1000; // events
+constexpr int objectChecks = 4;     // every so many of these checks everything begins anew
+constexpr unsigned int longestSeconds = 120;
+constexpr int refreshIntervalMs = 250;
+
+bool isInFileDialog(const QObject *object)
+{
+    return object != nullptr && (object->inherits("QFileDialog") || isInFileDialog(object->parent()));
+}
+
+} // namespace
+
+Player::Player(StormHost *host, const QString &folder) : m_host(host), m_folder(folder)
+{
+    QDir(m_folder).mkpath(QStringLiteral("logs"));
+    QTimer::singleShot(0, this, &Player::tameDialog);
+}
+
+QString Player::play(const QVector<Op> &ops, int progress)
+{
+    m_ops = ops;
+    m_next = 0;
+    m_progress = progress;
+    startAnew();
+    startAnew(); // what Qt keeps after the first time is there now
+    m_objectsBefore = Watch::objects();
+    m_heapBefore = Watch::heapBytes();
+    m_recordingsBefore = m_counts.recordings;
+    m_renewals = 0;
+    int checks = 0;
+    while (playNext()) {
+        if (m_next / checkInterval > checks) {
+            checks = m_next / checkInterval;
+            checkThousand();
+            if (checks % objectChecks == 0) {
+                checkObjects();
+            }
+        }
+    }
+    checkThousand();
+    checkObjects();
+    return m_problem;
+}
+
+bool Player::playNext()
+{
+    if (m_next >= m_ops.size() || !m_problem.isEmpty()) {
+        return false;
+    }
+    if (m_progress >= 0) {
+        // Whoever started this process reads it after a crash.
+        [[maybe_unused]] const auto written = pwrite(m_progress, &m_next, sizeof m_next, 0);
+    }
+    alarm(longestSeconds); // the signal ends the process: an event must not stop everything
+    const Op op = m_ops.at(m_next++);
+    perform(op);
+    while (QWidget *const popup = QApplication::activePopupWidget()) {
+        popup->close();
+    }
+    QCoreApplication::sendPostedEvents();
+    if (m_depth == 0) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // Dialogs that run no event loop of their own stay open for a while.
+        auto *const dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (dialog != nullptr && op.b % 8U == 0U) {
+            endDialog(dialog, op);
+        }
+    }
+    checkAlways();
+    alarm(0);
+    return true;
+}
+
+void Player::fail(const QString &problem)
+{
+    if (m_problem.isEmpty()) {
+        m_problem = QStringLiteral("event %1: %2").arg(m_next - 1).arg(problem.simplified());
+    }
+}
+
+ContainerInterface *Player::chosen(const Op &op)
+{
+    ContainerInterface *const container = m_host->container(static_cast<int>(op.c % StormHost::containerCount));
+    container->removeEventFilter(this);
+    container->installEventFilter(this);
+    return container;
+}
+
+QWidget *Player::widget(const Op &op)
+{
+    QWidget *root = chosen(op);
+    if (m_host->frame() != nullptr && op.b % 8U == 0U) {
+        root = m_host->frame();
+    } else if (QWidget *const window = m_host->window(static_cast<int>(op.c % StormHost::containerCount))) {
+        root = window; // with the windows that the container has opened
+    }
+    Widgets all = root->findChildren<QWidget *>();
+    // Those of file dialogs can delete files.
+    all.erase(std::remove_if(all.begin(), all.end(), [](QWidget *each) { return isInFileDialog(each); }), all.end());
+    return all.isEmpty() ? root : all.at(static_cast<int>(op.a % static_cast<quint32>(all.size())));
+}
+
+QWidget *Player::plotOf(ContainerInterface *container) const
+{
+    const auto *const frame = container->findChild<QWidget *>(QStringLiteral("widgetPlot"));
+    return frame == nullptr ? nullptr : frame->layout()->itemAt(1)->widget();
+}
+
+StormModule *Player::someModule(quint32 choice) const
+{
+    QList<StormModule *> living;
+    for (const QPointer<StormModule> &module : m_modules) {
+        if (!module.isNull()) {
+            living.append(module);
+        }
+    }
+    return living.isEmpty() ? nullptr : living.at(static_cast<int>(choice % static_cast<quint32>(living.size())));
+}
+
+QString Player::logFolder() const
+{
+    return m_folder + QStringLiteral("/logs/");
+}
+
+void Player::deliver(ContainerInterface *container, bool isSampling)
+{
+    const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(container);
+    for (const QAbstractEventDispatcher::TimerInfo &timer : timers) {
+        if ((timer.interval == refreshIntervalMs) == isSampling) {
+            continue;
+        }
+        QTimerEvent event(timer.timerId);
+        const bool wasDelivering = std::exchange(m_isDelivering, true);
+        QCoreApplication::sendEvent(container, &event);
+        m_isDelivering = wasDelivering;
+        ++m_counts.ticks;
+        return;
+    }
+}
+
+bool Player::eventFilter(QObject *watched, QEvent *event)
+{
+    return (event->type() == QEvent::Timer && !m_isDelivering) || QObject::eventFilter(watched, event);
+}
+
+void Player::tameDialog()
+{
+    // Another one each time: a timer does not fire in an event loop that its own slot runs.
+    QTimer::singleShot(0, this, &Player::tameDialog);
+    if (QWidget *const popup = QApplication::activePopupWidget()) {
+        popup->close();
+        return;
+    }
+    auto *const dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+    if (dialog == nullptr) {
+        return;
+    }
+    ++m_depth;
+    ++m_counts.dialogs;
+    endDialog(dialog, m_next < m_ops.size() ? m_ops.at(m_next++) : Op());
+    --m_depth;
+}
+
+void Player::endDialog(QDialog *dialog, const Op &op)
+{
+    const QPointer<QDialog> guard(dialog);
+    auto *const files = qobject_cast<QFileDialog *>(dialog);
+    const bool isLog = files != nullptr && files->nameFilters().constFirst() == QLatin1String("csv (*.csv)");
+    const auto container = static_cast<int>(op.c % StormHost::containerCount);
+    const int plan = static_cast<int>(op.b % 8U);
+    if (plan == 3) {
+        m_host->close(container);
+    } else if (plan == 4) {
+        act(container, 4);
+    } else if (plan == 5 && m_depth < 4) {
+        for (quint32 count = op.a % 30U; count > 0 && !guard.isNull() && playNext(); --count) {
+        }
+    } else if (plan == 6) {
+        act(container, op.a);
+    }
+    if (guard.isNull()) {
+        return;
+    }
+    const bool isAccepted = files != nullptr && plan != 2 && plan != 3 && plan != 5;
+    if (isAccepted) {
+        const QString number = QString::number(m_counts.recordings);
+        m_counts.recordings += isLog ? 1 : 0;
+        files->selectFile(plan == 7 ? m_folder + QStringLiteral("/missing/log.csv")
+                          : isLog   ? logFolder() + number + QStringLiteral(".csv")
+                                    : m_folder + QStringLiteral("/saved"));
+    }
+    dialog->done(isAccepted ? QDialog::Accepted : QDialog::Rejected);
+}
+
+void Player::checkAlways()
+{
+    const QStringList faults = Watch::takeFaults();
+    if (!faults.isEmpty()) {
+        fail(QStringLiteral("warning: ") + faults.constFirst());
+    }
+    if (StormChannel::exchangesWithTheDead() > 0) {
+        fail(QStringLiteral("a module that is gone was asked"));
+    }
+    checkPages();
+}
+
+/// The pages of sources are those of the chosen curve, and a closed container does not refresh.
+void Player::checkPages()
+{
+    for (int index = 0; index < StormHost::containerCount; ++index) {
+        ContainerInterface *const container = m_host->container(index);
+        const bool isOpen = container->parent() != nullptr;
+        const int timers = QAbstractEventDispatcher::instance()->registeredTimers(container).size();
+        if (timers > (isOpen ? 2 : 1)) {
+            fail(QStringLiteral("%1 timers in a container that is %2")
+                     .arg(timers)
+                     .arg(isOpen ? QStringLiteral("open") : QStringLiteral("closed")));
+        }
+        const QList<QRadioButton *> radios = container->findChildren<QRadioButton *>();
+        for (const QRadioButton *const radio : radios) {
+            const int curve = radio->accessibleName().section(QLatin1Char(' '), 1, 1).toInt() - 1;
+            for (const char *const pages : {"dockWidgetContentsX", "dockWidgetContentsY"}) {
+                const auto *const stack = container->findChild<QStackedWidget *>(QLatin1String(pages));
+                if (radio->isChecked() && stack->currentIndex() != curve) {
+                    fail(QStringLiteral("curve %1 is chosen, the pages are those of %2")
+                             .arg(curve)
+                             .arg(stack->currentIndex()));
+                }
+            }
+        }
+    }
+}
+
+void Player::checkThousand()
+{
+    if (!m_problem.isEmpty()) {
+        return;
+    }
+    checkFiles();
+    QDir(QStringLiteral("pictures")).removeRecursively();
+}
+
+/// Every recording has its header and whole lines, numbered from 1 on, and no announced line is missing in all of them.
+void Player::checkFiles()
+{
+    static const QRegularExpression whole(QStringLiteral("^[0-9]+;(-?[0-9]*;)*$"));
+    qint64 lines = m_linesOfOldFiles;
+    const QFileInfoList files = QDir(logFolder()).entryInfoList(QDir::Files);
+    for (const QFileInfo &info : files) {
+        QFile file(info.filePath());
+        QList<QByteArray> content = file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QList<QByteArray>();
+        if (content.size() < 3 || !content.takeLast().isEmpty() || !content.at(0).startsWith("Module:;") ||
+            !content.at(1).startsWith("Counter;")) {
+            fail(QStringLiteral("%1 has no header, or a part of a line at its end").arg(info.fileName()));
+            continue;
+        }
+        for (int index = 2; index < content.size(); ++index) {
+            const QString line = QString::fromLatin1(content.at(index)).chopped(1);
+            if (!content.at(index).endsWith('\r') || !whole.match(line).hasMatch() ||
+                line.section(QLatin1Char(';'), 0, 0).toInt() != index - 1) {
+                fail(QStringLiteral("%1, line %2: %3").arg(info.fileName()).arg(index).arg(line.left(60)));
+            }
+        }
+        lines += content.size() - 2;
+    }
+    m_counts.lines = lines;
+    if (lines != Watch::announcedLines()) {
+        fail(QStringLiteral("%1 lines were announced, %2 are in the files").arg(Watch::announcedLines()).arg(lines));
+    }
+}
+
+/// Destroys all and makes it anew: as many objects have to be there as at the beginning.
+void Player::checkObjects()
+{
+    if (!m_problem.isEmpty()) {
+        return;
+    }
+    startAnew();
+    QMap<QByteArray, int> objects = Watch::objects();
+    // One record for each recording lives as long as the process.
+    objects["QFile"] -= static_cast<int>(m_counts.recordings - m_recordingsBefore);
+    objects.remove("QPanGesture"); // Qt deletes those of destroyed widgets when it likes
+    const QString growth = Watch::growth(m_objectsBefore, objects);
+    if (!growth.isEmpty()) {
+        fail(QStringLiteral("objects that are left: ") + growth);
+    }
+    // The points of four curves are kept for each container that is destroyed; up to 16384 of 16 bytes.
+    constexpr qint64 keptBytes = 4 * 16384 * 16 + 20000;
+    constexpr qint64 slackBytes = 16 << 20;
+    const qint64 allowed = slackBytes + m_renewals * keptBytes + m_counts.recordings * 4000;
+    const qint64 grown = Watch::heapBytes() - m_heapBefore;
+    if (grown > allowed) {
+        fail(QStringLiteral("%1 kB more memory, allowed are %2").arg(grown / 1024).arg(allowed / 1024));
+    }
+    ++m_counts.leakChecks;
+}
+
+void Player::startAnew()
+{
+    for (int index = 0; index < StormHost::containerCount; ++index) {
+        m_host->close(index);
+    }
+    for (const QPointer<StormModule> &module : qAsConst(m_modules)) {
+        if (!module.isNull()) {
+            m_host->registry()->removeModulePlugin(module->key());
+        }
+    }
+    m_modules.clear();
+    QApplication::setPalette(QPalette());
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    for (int index = 0; index < (m_host->isRenewedWhole() ? 1 : StormHost::containerCount); ++index) {
+        m_host->renew(index);
+    }
+    m_renewals += StormHost::containerCount;
+    Watch::settle();
+    const QFileInfoList files = QDir(logFolder()).entryInfoList(QDir::Files);
+    for (const QFileInfo &info : files) {
+        QFile file(info.filePath());
+        m_linesOfOldFiles += file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') - 2 : 0;
+        file.remove();
+    }
+    for (int index = 0; index < StormHost::containerCount; ++index) {
+        Op op;
+        op.c = static_cast<quint32>(index);
+        chosen(op);
+    }
+}

@@ -1,0 +1,142 @@
+#pragma once
+
+#include "Host.h"
+#include "StormModule.h"
+
+#include <QHash>
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QVector>
+
+class ComboBox;
+class QAbstractButton;
+class QTableView;
+
+/// One event of a series: which kind, and numbers from which the kind takes what it needs.
+struct Op
+{
+    int kind = 0;
+    quint32 a = 0;
+    quint32 b = 0;
+    quint32 c = 0;
+};
+
+/**
+ * Plays a series of events on the containers of a host, and checks after each, after every thousand and at the end
+ * that nothing is wrong.
+ *
+ * No timer of a container fires by itself: time passes by events of the series. When something runs an event loop of its
+ * own, such as a dialog, the next event says what becomes of it; others may be played inside it.
+ */
+class Player : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// \param folder an empty folder for recordings and other files
+    Player(StormHost *host, const QString &folder);
+
+    static QVector<Op> makeOps(quint32 seed, int count);
+    static QString describe(const Op &op);
+
+    /// Plays \a ops; writes the index of each to the file descriptor \a progress before it is played, unless it is -1.
+    /// \return one line that says what went wrong and in which event; empty when nothing did
+    QString play(const QVector<Op> &ops, int progress = -1);
+
+    struct Counts
+    {
+        qint64 dialogs = 0;
+        qint64 ticks = 0;
+        qint64 pictures = 0;
+        qint64 lines = 0;
+        qint64 recordings = 0;
+        qint64 leakChecks = 0;
+    };
+    const Counts &counts() const
+    {
+        return m_counts;
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    friend struct OpTable;
+    using Widgets = QList<QWidget *>;
+
+    bool playNext();
+    void perform(const Op &op);
+    void fail(const QString &problem);
+
+    // What is operated.
+    ContainerInterface *chosen(const Op &op);
+    QWidget *widget(const Op &op);
+    QWidget *plotOf(ContainerInterface *container) const;
+    void deliver(ContainerInterface *container, bool isSampling);
+    void click(ContainerInterface *container, const QString &name);
+    void tameDialog();
+    void endDialog(QDialog *dialog, const Op &op);
+
+    // The kinds of events.
+    void mouse(const Op &op);
+    void drag(const Op &op);
+    void wheel(const Op &op);
+    void key(const Op &op);
+    void box(const Op &op);
+    void table(const Op &op);
+    void sources(const Op &op);
+    void checkBox(const Op &op);
+    void radio(const Op &op);
+    void resize(const Op &op);
+    void visibility(const Op &op);
+    void look(const Op &op);
+    void state(const Op &op);
+    void tick(const Op &op);
+    void refresh(const Op &op);
+    void notices(const Op &op);
+    void moduleComes(const Op &op);
+    void moduleGoes(const Op &op);
+    void moduleReplaced(const Op &op);
+    void moduleManner(const Op &op);
+    void schedule(const Op &op);
+    void openOrClose(const Op &op);
+    void renew(const Op &op);
+    void log(const Op &op);
+    void exportWindow(const Op &op);
+    void button(const Op &op);
+    void strangeCall(const Op &op);
+    void picture(const Op &op);
+    void act(int container, quint32 what);
+
+    // What has to hold.
+    void checkAlways();
+    void checkThousand();
+    void checkPages();
+    void checkFiles();
+    void checkObjects();
+    void startAnew();
+
+    StormModule *someModule(quint32 choice) const;
+    QString logFolder() const;
+
+    StormHost *const m_host;
+    const QString m_folder;
+    QVector<Op> m_ops;
+    int m_next = 0;
+    int m_progress = -1;
+    int m_depth = 0; // event loops inside one another
+    bool m_isDelivering = false;
+    bool m_isExchanging = false;
+    QString m_problem;
+    QTimer m_idle;
+    QList<QPointer<StormModule>> m_modules;
+    int m_moduleNumber = 0;
+    QHash<QString, int> m_linesOfFile;
+    qint64 m_linesOfOldFiles = 0;
+    QMap<QByteArray, int> m_objectsBefore;
+    qint64 m_heapBefore = 0;
+    qint64 m_recordingsBefore = 0;
+    int m_renewals = 0;
+    Counts m_counts;
+};

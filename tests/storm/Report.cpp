@@ -1,0 +1,128 @@
+#include "Report.h"
+
+#include <QDate>
+#include <QFile>
+#include <QLocale>
+#include <QSysInfo>
+#include <QTextStream>
+#include <QThread>
+
+#include <cstdio>
+
+namespace
+{
+
+bool faultSeen = false;
+QString rowFile;
+
+QString cells(const Row &row)
+{
+    QStringList texts{row.chapter, row.tried, QString::number(row.times), row.on,
+                      (row.isFault ? QStringLiteral("FAULT: ") : QString()) + row.outcome};
+    for (QString &text : texts) {
+        text = text.simplified();
+    }
+    return texts.join(QLatin1Char('\t'));
+}
+
+QStringList linesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(QLatin1Char('\n')) : QStringList();
+}
+
+QString part(const QString &line, int index)
+{
+    return line.section(QLatin1Char('\t'), index, index);
+}
+
+/// In the order of the chapters, each in the order of its rows.
+const char *const chapterOrder[] = {"events", "hotplug", "slow", "log", "life", "files", "day"};
+
+const char introduction[] =
+    "# Reliability\n\n"
+    "What was done to break the plugin and the workbench on purpose, and what came of it. This page is made by the\n"
+    "program: `bench/storm --hours N` (sources in `tests/storm/`). A smaller, fixed part runs in CI under address and\n"
+    "undefined-behaviour sanitizers (`.ci/storm`). Every fault ends the program with an exit code that is not 0; a "
+    "failed\n"
+    "series of events prints its seed and a shortened sequence that shows the fault again.\n";
+
+const char notDone[] =
+    "\n## What is not tried\n\n"
+    "- Real displays, graphics drivers and native dialogs: everything runs on Qt's offscreen platform.\n"
+    "- Random events in `examples/second-host/`: it is another SDK that the program cannot be linked with. A bare "
+    "window on\n"
+    "  the substitute's registry stands for a foreign host; `.ci/seam` drives the second host, in a fixed order.\n"
+    "- A change of the pixel ratio while a window is open: the ratio (1, 1.5 or 2) is fixed for each series of "
+    "events.\n"
+    "- A file system that does not answer at all, such as a dead network drive: a write to a regular file waits in "
+    "the\n"
+    "  system for as long as the drive is dead, and the window with it (see the chapter \"log\", and "
+    "`docs/real-host.md`).\n"
+    "- Power loss: a line survives the end of the process, not that of the system before the disk has it.\n"
+    "- Devices on a bus that fail in the middle of series of random events: the modules there are simulated and "
+    "scripted.\n";
+
+} // namespace
+
+void Report::add(const Row &row)
+{
+    faultSeen = faultSeen || row.isFault;
+    std::puts(qPrintable(cells(row)));
+    std::fflush(stdout);
+    if (rowFile.isEmpty()) {
+        return;
+    }
+    QStringList lines = linesOf(rowFile);
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [&](const QString &line) {
+                                   return line.isEmpty() || (part(line, 0) == row.chapter.simplified() &&
+                                                             part(line, 1) == row.tried.simplified() &&
+                                                             part(line, 3) == row.on.simplified());
+                               }),
+                lines.end());
+    lines.append(cells(row));
+    QFile file(rowFile);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(lines.join(QLatin1Char('\n')).toUtf8() + '\n');
+    }
+}
+
+bool Report::hasFault()
+{
+    return faultSeen;
+}
+
+void Report::setFile(const QString &path)
+{
+    rowFile = path;
+}
+
+QString Report::document(const QString &path)
+{
+    QString text;
+    QTextStream out(&text);
+    out << introduction << "\nMade on " << QDate::currentDate().toString(Qt::ISODate) << ": "
+        << QSysInfo::prettyProductName() << ", " << QSysInfo::currentCpuArchitecture() << ", Qt " << qVersion() << ", "
+        << QThread::idealThreadCount() << " processors.\n";
+    const QStringList lines = linesOf(path);
+    for (const char *const chapter : chapterOrder) {
+        out << "\n## " << chapter
+            << "\n\n| What was tried | How often | On what | What came of it |\n|---|---|---|---|\n";
+        int rows = 0;
+        for (const QString &line : lines) {
+            if (part(line, 0) != QLatin1String(chapter)) {
+                continue;
+            }
+            ++rows;
+            out << "| " << part(line, 1) << " | " << QLocale::c().toString(part(line, 2).toLongLong()) << " | "
+                << part(line, 3) << " | " << part(line, 4) << " |\n";
+        }
+        if (rows == 0) {
+            out << "| nothing in this run | | | |\n";
+        }
+    }
+    out << notDone;
+    out.flush();
+    return text;
+}

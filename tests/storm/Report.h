@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// What one part of the storm has tried, and what came of it.
+struct Row
+{
+    QString chapter;
+    QString tried;
+    qint64 times = 0;
+    QString on;      ///< what it was tried on
+    QString outcome; ///< figures, or what went wrong
+    bool isFault = false;
+};
+
+/// How much is done.
+struct Sizes
+{
+    bool isLong = false; ///< else the size that fits into a run of all checks
+    quint32 seed = 1;
+    double hours = 0.0; ///< for the chapter "day"; 0: in fast motion
+    int count = 0;      ///< instead of the chapter's own main figure; 0: that one
+
+    /// \a brief or \a full, or what was asked for.
+    int of(int brief, int full) const
+    {
+        return count > 0 ? count : isLong ? full : brief;
+    }
+};
+
+/// Collects the rows of this run.
+namespace Report
+{
+
+/// Prints the row, and keeps it in the file that was named.
+void add(const Row &row);
+bool hasFault();
+
+/// Rows go into the file \a path, too, in place of older ones of the same chapter, on the same thing.
+void setFile(const QString &path);
+/// The document made of the rows in the file \a path.
+QString document(const QString &path);
+
+} // namespace Report

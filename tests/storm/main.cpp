@@ -1,0 +1,135 @@
+// storm [--long] [--seed N] [--count N] [--hours H] [--save FILE] CHAPTER...
+// storm document FILE
+// Breaks the plugin on purpose; see Report.cpp. The exit code is 1 when anything has gone wrong.
+
+#include "Chapters.h"
+#include "GuardedTest.h"
+#include "Watch.h"
+
+#include "host/AppSettings.h"
+
+#include <QDesktopServices>
+#include <QProcess>
+
+#include <cstdio>
+
+namespace
+{
+
+struct Chapter
+{
+    const char *name;
+    void (*run)(const Sizes &sizes);
+};
+
+constexpr Chapter chapters[] = {
+    {"events", Chapters::events},
+};
+
+struct ChildTask
+{
+    const char *name;
+    int (*run)(const QStringList &arguments);
+};
+
+constexpr ChildTask childTasks[] = {
+    {"events", Chapters::playEvents},
+};
+
+int runChapters(QStringList arguments)
+{
+    Sizes sizes;
+    QStringList names;
+    while (!arguments.isEmpty()) {
+        const QString argument = arguments.takeFirst();
+        if (argument == QLatin1String("--long")) {
+            sizes.isLong = true;
+        } else if (argument.startsWith(QLatin1String("--")) && !arguments.isEmpty()) {
+            const QString value = arguments.takeFirst();
+            if (argument == QLatin1String("--seed")) {
+                sizes.seed = value.toUInt();
+            } else if (argument == QLatin1String("--count")) {
+                sizes.count = value.toInt();
+            } else if (argument == QLatin1String("--hours")) {
+                sizes.hours = value.toDouble();
+            } else if (argument == QLatin1String("--save")) {
+                Report::setFile(value);
+            }
+        } else {
+            names.append(argument);
+        }
+    }
+    int known = 0;
+    for (const Chapter &chapter : chapters) {
+        if (names.isEmpty() || names.contains(QLatin1String(chapter.name))) {
+            chapter.run(sizes);
+            ++known;
+        }
+    }
+    if (known == 0 || (!names.isEmpty() && known < names.size())) {
+        std::fputs("storm: there is no such chapter\n", stderr);
+        return 2;
+    }
+    return Report::hasFault() ? 1 : 0;
+}
+
+} // namespace
+
+int Chapters::child(const QStringList &arguments)
+{
+    for (const ChildTask &task : childTasks) {
+        if (arguments.constFirst() == QLatin1String(task.name)) {
+            return task.run(arguments.mid(1));
+        }
+    }
+    return 2;
+}
+
+Ended runChild(const QStringList &arguments, int timeoutMs, const QStringList &environment)
+{
+    QProcess process;
+    QElapsedTimer clock;
+    clock.start();
+    process.setEnvironment(environment + QProcess::systemEnvironment());
+    process.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("child")} + arguments);
+    Ended ended;
+    if (!process.waitForFinished(timeoutMs)) {
+        process.kill();
+        process.waitForFinished();
+    }
+    ended.isCrash = process.exitStatus() == QProcess::CrashExit;
+    ended.exitCode = process.exitCode();
+    ended.output = process.readAllStandardOutput();
+    ended.errors = process.readAllStandardError().right(6000);
+    ended.milliseconds = clock.elapsed();
+    return ended;
+}
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) {
+        qputenv("QT_SCALE_FACTOR", "1");
+    }
+    const QTemporaryDir home;
+    for (const char *const name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
+        qputenv(name, home.path().toLocal8Bit());
+    }
+    QApplication application(argc, argv);
+    prepareTestApplication();
+    QApplication::setQuitOnLastWindowClosed(false);
+    QDir::setCurrent(home.path());
+    AppSettings::setStoreFile(home.filePath(QStringLiteral("settings.ini")));
+    AppSettings().setValue(QStringLiteral("Pictures/Folder"), home.filePath(QStringLiteral("pictures")));
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), qApp, "nothing"); // opens no other program
+    Watch::install();
+    const QStringList arguments = QApplication::arguments().mid(1);
+    if (arguments.value(0) == QLatin1String("child")) {
+        return Chapters::child(arguments.mid(1));
+    }
+    if (arguments.value(0) == QLatin1String("document")) {
+        std::fputs(Report::document(arguments.value(1)).toUtf8().constData(), stdout);
+        return 0;
+    }
+    return runChapters(arguments);
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "modules/modbus/ModbusChannel.h"
+
+#include "ModbusServer.h"
+
+#include <QVector>
+
+/// A channel to a ModbusServer, maybe by way of a FaultyLine, that looks at every answer.
+class ModbusProbe
+{
+public:
+    /// \param spans what the requests of type 0, 1, ... ask for: pairs of registers
+    ModbusProbe(const ConnectionSettings &settings, const QVector<RegisterSpan> &spans);
+
+    /// Exchanges all spans as one group; returns whether it was answered. A wrong answer is put down in mistake().
+    bool ask();
+
+    /// The first wrong value that was given out, in words; empty when all were right.
+    QString mistake() const;
+
+    CommandHandlerInterface::Statistics statistics() const;
+    const Command &reply(int index) const;
+
+    static ConnectionSettings tcp(quint16 port);
+    static ConnectionSettings serial(const QString &port, int baud);
+    static std::optional<ModbusValue> pairAt(const RegisterSpan &span);
+
+    ModbusChannel channel;
+
+private:
+    void look();
+
+    const QVector<RegisterSpan> m_spans;
+    QVector<CommandCombo> m_combos;
+    QString m_mistake;
+    quint16 m_lastGeneration = 0;
+    bool m_hasGeneration = false;
+};
+
+/// Looks at \a condition in every tick of a few ms until it holds; false when it does not in time.
+bool waitUntil(const std::function<bool()> &condition, int limitMs = 20000);
+
+/// How much too late this machine wakes up threads that sleep: what a test can not blame on anybody. ms
+class MachineJitter
+{
+public:
+    MachineJitter();
+    ~MachineJitter();
+    int longestMs() const;
+
+private:
+    std::atomic<int> m_longestMs{0};
+    std::atomic<bool> m_isEnding{false};
+    std::thread m_thread;
+};

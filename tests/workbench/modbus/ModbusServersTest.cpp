@@ -1,0 +1,153 @@
+#include "GuardedTest.h"
+#include "ModbusProbe.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+#include <memory>
+
+namespace
+{
+
+constexpr int startLimitMs = 20000;
+constexpr int baud = 19200;
+
+using Process = std::unique_ptr<QProcess, void (*)(QProcess *)>;
+
+void end(QProcess *process)
+{
+    process->kill();
+    process->waitForFinished();
+    delete process;
+}
+
+/// A running program; null when there is no such program.
+Process started(const QString &name, const QStringList &arguments)
+{
+    const QString path = QStandardPaths::findExecutable(name);
+    if (path.isEmpty()) {
+        return {nullptr, end};
+    }
+    Process process(new QProcess, end);
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process->start(path, arguments);
+    process->waitForStarted();
+    return process;
+}
+
+/// The Python that has what the server needs; the distribution's own, where another comes first in the path.
+QString pythonWithServer()
+{
+    for (const QString &candidate : {QStringLiteral("python3"), QStringLiteral("/usr/bin/python3")}) {
+        if (QProcess::execute(candidate,
+                              {QStringLiteral("-c"), QStringLiteral("try:\n import pymodbus.server, serial_asyncio\n"
+                                                                    "except ImportError:\n exit(1)")}) == 0) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+RegisterSpan pairAt(int address, ModbusTable table = ModbusTable::HoldingRegister)
+{
+    return {table, static_cast<quint16>(address), 2};
+}
+
+} // namespace
+
+/// Without these programs a test is skipped, unless the environment has REQUIRE_MODBUS_SERVERS=1.
+#define SKIP_WITHOUT(program, name)                                                                                    \
+    do {                                                                                                               \
+        if (!(program)) {                                                                                              \
+            QVERIFY2(!qEnvironmentVariableIsSet("REQUIRE_MODBUS_SERVERS"), name " is missing");                        \
+            QSKIP(name " is missing: cmake/install-dependencies.sh test-servers");                                     \
+        }                                                                                                              \
+    } while (false)
+
+/// Servers and a client that others have written.
+class ModbusServersTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void readsOverTcpWhatAnotherClientReads();
+    void readsOverSerialLine();
+
+private:
+    Process server(const QStringList &arguments, int *port) const;
+};
+
+Process ModbusServersTest::server(const QStringList &arguments, int *port) const
+{
+    const QString python = pythonWithServer();
+    if (python.isEmpty()) {
+        return {nullptr, end};
+    }
+    Process process = started(python, QStringList{QStringLiteral(SERVER_SCRIPT)} + arguments);
+    QByteArray line;
+    while (!line.endsWith('\n') && process->waitForReadyRead(startLimitMs)) {
+        line += process->readLine();
+    }
+    *port = line.mid(line.indexOf(' ')).trimmed().toInt();
+    return process;
+}
+
+void ModbusServersTest::readsOverTcpWhatAnotherClientReads()
+{
+    int port = 0;
+    const Process device = server({QStringLiteral("tcp")}, &port);
+    SKIP_WITHOUT(device, "python3-pymodbus");
+    ModbusProbe joined(ModbusProbe::tcp(static_cast<quint16>(port)), {pairAt(10), pairAt(16)});
+    ModbusProbe apart(ModbusProbe::tcp(static_cast<quint16>(port)),
+                      {pairAt(10, ModbusTable::InputRegister), pairAt(400, ModbusTable::InputRegister)});
+    QVERIFY(waitUntil([&] { return joined.ask() && apart.ask(); }));
+    QVERIFY(waitUntil([&] { return joined.ask() && joined.statistics().answeredExchanges > 50; }));
+    QCOMPARE(joined.mistake(), QString());
+    QCOMPARE(apart.mistake(), QString());
+
+    // The server drops requests to a unit that it does not have.
+    ConnectionSettings elsewhere = ModbusProbe::tcp(static_cast<quint16>(port));
+    elsewhere.unit = 9;
+    ModbusProbe missing(elsewhere, {pairAt(10)});
+    QVERIFY(waitUntil([&] { return !missing.ask() && missing.channel.isSilenced(); }));
+    QVERIFY2(missing.channel.state().trouble.contains(QLatin1String("No answer. Is the unit right?")),
+             qPrintable(missing.channel.state().trouble));
+
+    const Process client =
+        started(QStringLiteral("mbpoll"),
+                {QStringLiteral("-1"), QStringLiteral("-0"), QStringLiteral("-q"), QStringLiteral("-r"),
+                 QStringLiteral("10"), QStringLiteral("-c"), QStringLiteral("8"), QStringLiteral("-t"),
+                 QStringLiteral("4:hex"), QStringLiteral("-p"), QString::number(port), QStringLiteral("127.0.0.1")});
+    SKIP_WITHOUT(client, "mbpoll");
+    QVERIFY(client->waitForFinished());
+    const QString text = QString::fromLatin1(client->readAllStandardOutput());
+    const auto valueAt = [&text](int address) {
+        const QRegularExpression line(QStringLiteral("\\[%1\\]:\\s*0x([0-9A-F]+)").arg(address));
+        return line.match(text).captured(1).toUInt(nullptr, 16);
+    };
+    QCOMPARE(valueAt(10), static_cast<quint32>(joined.reply(0).value()) >> 16);
+    QCOMPARE(valueAt(16), static_cast<quint32>(joined.reply(1).value()) >> 16);
+}
+
+void ModbusServersTest::readsOverSerialLine()
+{
+    const QString here = temporaryPath(QStringLiteral("here"));
+    const QString there = temporaryPath(QStringLiteral("there"));
+    const auto terminal = [](const QString &link) { return QStringLiteral("pty,rawer,link=") + link; };
+    const Process cable = started(QStringLiteral("socat"), {terminal(here), terminal(there)});
+    SKIP_WITHOUT(cable, "socat");
+    QVERIFY(waitUntil([&] { return QFile::exists(here) && QFile::exists(there); }));
+    int port = 0;
+    const Process device = server({QStringLiteral("serial"), there, QString::number(baud)}, &port);
+    SKIP_WITHOUT(device, "python3-pymodbus");
+
+    ModbusProbe probe(ModbusProbe::serial(here, baud), {pairAt(10), pairAt(400)});
+    QVERIFY(waitUntil([&] { return probe.ask(); }));
+    QVERIFY(waitUntil([&] { return probe.ask() && probe.statistics().answeredExchanges > 50; }));
+    QCOMPARE(probe.mistake(), QString());
+}
+
+GUARDED_TEST_MAIN(ModbusServersTest)
+#include "ModbusServersTest.moc"

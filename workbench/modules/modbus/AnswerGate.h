@@ -1,0 +1,60 @@
+#pragma once
+
+#include "modules/modbus/ConnectionTrouble.h"
+
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+/**
+ * Stands between the protocol library and a TCP socket and lets only the answer pass that belongs to the last request.
+ *
+ * The library compares the transaction number, and neither the unit that answers nor the length in an answer's header.
+ * An answer with another transaction number is dropped: it was late, or came twice. After any other fault nothing passes
+ * any more. Requests pass if they read; no other request is ever sent to a device.
+ *
+ * It has a thread of its own. Made and destroyed by the connection's thread.
+ */
+class AnswerGate
+{
+public:
+    /**
+     * Takes both sockets over.
+     *
+     * \param library the end of a socket pair whose other end the library has
+     * \param onEnd called by the gate's thread when nothing passes any more
+     */
+    AnswerGate(int device, int library, std::function<void()> onEnd);
+
+    /// The library's end has to be closed before: that ends the thread.
+    ~AnswerGate();
+
+    AnswerGate(const AnswerGate &) = delete;
+    AnswerGate &operator=(const AnswerGate &) = delete;
+
+    /// Why nothing passes any more, or why answers were dropped since the last request.
+    ConnectionTrouble fault() const;
+
+    bool hasEnded() const;
+
+private:
+    using Bytes = std::vector<unsigned char>;
+
+    void run();
+    bool passRequest();
+    bool passAnswers();
+    bool passAnswer(const Bytes &frame);
+    bool fail(ConnectionTrouble::Kind kind, int number = 0);
+
+    const int m_device;
+    const int m_library;
+    const std::function<void()> m_onEnd;
+    Bytes m_request;          // the last one, complete or not
+    bool m_isWaiting = false; // for the answer to it
+    Bytes m_received;         // the begin of an answer
+    mutable std::mutex m_mutex;
+    ConnectionTrouble m_fault; // guarded, as the next is
+    bool m_hasEnded = false;
+    std::thread m_thread; // last: begins when all else is there
+};

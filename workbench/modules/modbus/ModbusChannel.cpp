@@ -1,0 +1,118 @@
+#include "modules/modbus/ModbusChannel.h"
+
+#include "modules/modbus/ModbusClock.h"
+#include "modules/modbus/ModbusConnection.h"
+#include "modules/modbus/WaitBudget.h"
+
+#include <optional>
+
+namespace
+{
+
+/// All channels share the GUI thread, so they share what it may wait.
+WaitBudget &usualBudget()
+{
+    static WaitBudget budget(8, 30);
+    return budget;
+}
+
+WaitBudget &firstBudget()
+{
+    static WaitBudget budget(ModbusChannel::firstWaitMs, 10);
+    return budget;
+}
+
+void fillReply(CommandCombo *combo, const std::optional<ModbusValue> &value, const ModbusConnection::SpanAnswer &answer)
+{
+    const Command &request = combo->request;
+    Command &reply = combo->reply;
+    reply.setAddress(request.address());
+    reply.setCommand(request.command());
+    reply.setType(request.type());
+    reply.setMotorBank(request.motorBank());
+    if (value && answer.exception == 0 && answer.words.size() == value->span.count) {
+        reply.setValue(value->decode(answer.words.constData()));
+    } else {
+        reply.setStatus(Command::Status::Refused);
+    }
+}
+
+} // namespace
+
+ModbusChannel::ModbusChannel(const ConnectionSettings &settings, ModbusLookup lookup)
+    : m_unit(settings.unit), m_lookup(std::move(lookup)), m_connection(ModbusConnection::of(settings))
+{
+    m_connection->addUnit(m_unit);
+}
+
+ModbusChannel::~ModbusChannel()
+{
+    m_connection->removeUnit(m_unit);
+}
+
+void ModbusChannel::sendCommandCombos(QList<CommandCombo *> combos)
+{
+    combos.removeAll(nullptr);
+    const qint64 startNs = modbusNowNs();
+    const bool isAnswered = fill(combos);
+    if (!isAnswered) {
+        for (CommandCombo *const combo : qAsConst(combos)) {
+            combo->reply.setStatus(Command::Status::Unanswered);
+        }
+    }
+    countExchange(combos.size(), isAnswered, modbusNowNs() - startNs);
+}
+
+bool ModbusChannel::fill(const QList<CommandCombo *> &combos)
+{
+    QVector<std::optional<ModbusValue>> values;
+    QVector<RegisterSpan> spans;
+    for (const CommandCombo *const combo : combos) {
+        std::optional<ModbusValue> value = m_lookup(combo->request);
+        if (value && !value->span.isReadable()) {
+            value.reset();
+        }
+        if (value) {
+            spans.append(value->span);
+        }
+        values.append(value);
+    }
+    ModbusConnection::Answer answer;
+    if (!spans.isEmpty()) {
+        const qint64 nowNs = modbusNowNs();
+        qint64 waitedNs = 0;
+        bool wasFirst = false;
+        const auto outcome = m_connection->newest(m_unit, spans, usualBudget().grantedNs(waitMs * modbusNsPerMs, nowNs),
+                                                  firstBudget().grantedNs(firstWaitMs * modbusNsPerMs, nowNs), &answer,
+                                                  &waitedNs, &wasFirst);
+        (wasFirst ? firstBudget() : usualBudget()).spend(waitedNs);
+        // Before the first answer it is not known whether the device is silent.
+        if (outcome != ModbusConnection::Outcome::Awaited) {
+            setSilenced(outcome == ModbusConnection::Outcome::Silent);
+        }
+        if (outcome != ModbusConnection::Outcome::Answered) {
+            return false;
+        }
+    }
+    int span = 0;
+    for (int index = 0; index < combos.size(); ++index) {
+        const bool isKnown = values.at(index).has_value();
+        fillReply(combos.at(index), values.at(index), isKnown ? answer.spans.at(span) : ModbusConnection::SpanAnswer());
+        span += isKnown ? 1 : 0;
+    }
+    return true;
+}
+
+bool ModbusChannel::transact(const Command &request, Command &reply, const QDeadlineTimer &deadline)
+{
+    Q_UNUSED(request)
+    Q_UNUSED(reply)
+    Q_UNUSED(deadline)
+    return false; // an exchange is answered as a whole
+}
+
+ModbusChannel::State ModbusChannel::state() const
+{
+    const ModbusConnection::DeviceState state = m_connection->state(m_unit);
+    return {state.isConnected, state.trouble.words(), state.ageMs, state.answersPerSecond};
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "modules/modbus/ConnectionSettings.h"
+#include "modules/modbus/ModbusValue.h"
+
+#include "host/CommandHandlerInterface.h"
+
+#include <memory>
+
+class ModbusConnection;
+
+/**
+ * The command channel of a Modbus device.
+ *
+ * An exchange gives out the newest answer that the connection's thread has for its requests, all of one round. It waits
+ * at most 5 ms for one that is newer than the last, and at most 50 ms when these requests were not exchanged within the
+ * last second. All channels together wait for no longer than that without a pause. While the device is silent every
+ * exchange ends at once without an answer. A request for a value that the device does not have is refused.
+ *
+ * Owned by its module. GUI thread. Making and destroying it waits for nothing.
+ */
+class ModbusChannel : public CommandHandlerInterface
+{
+public:
+    /// How the device is doing, for people.
+    struct State
+    {
+        bool isConnected = false;    ///< the line is; on a serial line, the port is open
+        QString trouble;             ///< what keeps the device from answering, one line; empty when nothing does
+        qint64 ageMs = -1;           ///< of the newest answer; -1 before the first one
+        double answersPerSecond = 0; ///< how often the device really answers, whatever is asked of this channel
+    };
+
+    static constexpr int waitMs = 5;
+    static constexpr int firstWaitMs = 50;
+
+    ModbusChannel(const ConnectionSettings &settings, ModbusLookup lookup);
+    ~ModbusChannel() override;
+
+    void sendCommandCombos(QList<CommandCombo *> combos) override;
+
+    State state() const;
+
+protected:
+    bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;
+
+private:
+    bool fill(const QList<CommandCombo *> &combos);
+
+    const int m_unit;
+    const ModbusLookup m_lookup;
+    const std::shared_ptr<ModbusConnection> m_connection;
+};
