@@ -172,7 +172,8 @@ QString Reports::shares(const Effort &effort)
         for (int curve = 0; curve < 4; ++curve) {
             single.curves[curve].resize(1);
             const QPolygonF points = scene.mapped(curve);
-            CoverageMask mask(clip.size(), penPixels / 2.0);
+            CoverageMask mask;
+            mask.reset(clip.size(), penPixels / 2.0);
             for (int index = 1; index < points.size(); ++index) {
                 mask.addSegment(points.at(index - 1) - clip.topLeft(), points.at(index) - clip.topLeft());
             }
@@ -192,7 +193,7 @@ QString Reports::shares(const Effort &effort)
         const auto blend = [&] {
             for (int curve = 0; curve < 4; ++curve) {
                 const RunBlender blender(&image, clip, curveColor(curve));
-                masks.at(curve).visitWords(
+                masks[curve].visitWords(
                     [&blender](int row, int column, quint64 bits) { blender.blendWord(row, column, bits); },
                     [&blender](int row, int column) { blender.expect(row, column); });
             }

@@ -1,5 +1,6 @@
 #include "Scene.h"
 
+#include "CoverageMask.h"
 #include "CurveDrawing.h"
 #include "CurveRaster.h"
 #include "CurveSamples.h"
@@ -103,12 +104,13 @@ Contestant redrawOfProduct(const Scene &scene)
 
 QVector<Contestant> productContestants(const Scene &scene)
 {
-    const auto drawAlone = [scene] {
+    const auto mask = std::make_shared<CoverageMask>();
+    const auto drawAlone = [scene, mask] {
         QImage image = filledImage(scene);
         const RasterPen pen = {&image, PlotGeometry(scene.size, false).clipRectangle(), penPixels};
         for (int curve = 0; curve < scene.curves.size(); ++curve) {
             if (scene.lines) {
-                CurveRaster::drawPolyline(pen, scene.mapped(curve), curveColor(curve));
+                CurveRaster::drawPolyline(pen, scene.mapped(curve), curveColor(curve), mask.get());
             } else {
                 CurveRaster::drawDots(pen, scene.mapped(curve), curveColor(curve));
             }

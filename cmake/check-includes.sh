@@ -44,7 +44,7 @@ forbid workbench plotter plugin
 rooms=()
 allow . 'PlotterWindow'
 allow application 'PlotterWindow' 'application/*' 'window/*' 'setup/*' 'logging/*' 'modules/*' 'modules/*/*'
-allow window 'PlotterWindow' 'window/*' 'setup/*' 'logging/*' 'modules/*' 'modules/*/*'
+allow window 'PlotterWindow' 'window/*' 'setup/*' 'reading/*' 'logging/*' 'modules/*' 'modules/*/*'
 allow setup 'PlotterWindow' 'setup/*' 'reading/*' 'modules/*' 'modules/*/*'
 allow logging 'PlotterWindow' 'logging/*' 'modules/*' 'modules/*/*'
 allow modules 'modules/*' 'modules/*/*'

@@ -17,13 +17,14 @@ constexpr float flatPixels = 1e-6F; // a segment that rises less counts as level
 constexpr int blockRows = 8;        // rows whose edges are computed in one loop
 // Maximum width of a capsule for addNarrowRows(), columns: bit 31 of its 32 bits is the sign in powerOfTwo().
 constexpr int narrowColumns = 30;
+constexpr int endRows = 4;       // at either end of a capsule, computed in one loop
 constexpr int tallRows = 40;     // from this height on the band has a loop of its own
 constexpr int fractionBits = 32; // of columns in fixed point
 constexpr double fixedPointOne = 4294967296.0;
 
 static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "two neighbouring halves of words are read as one word");
 
-// Instead of std::min and std::max, see addCapsule().
+// Instead of std::min and std::max, see addCapsules().
 template<typename Number> inline Number smaller(Number a, Number b)
 {
     return b < a ? b : a;
@@ -167,66 +168,132 @@ void addNarrowRows(const BitRows &rows, const Capsule &shape)
     }
 }
 
-/// Some rows of a capsule, one at a time.
-void addRows(const BitRows &rows, const Capsule &capsule, int firstRow, int endRow)
+/// By number of columns: as many bits, from the lowest on. Faster than shifts by a variable count.
+struct LowBits
 {
-    Word *words = wordsOfRow(rows, firstRow);
-    for (int row = firstRow; row < endRow; ++row) {
-        const auto position = static_cast<float>(row - capsule.firstRow);
-        addInterval(words, capsule.firstColumn + static_cast<int>(capsule.edge(position, -1.0F)),
-                    capsule.firstColumn + static_cast<int>(capsule.edge(position, 1.0F)));
-        words += rows.wordsPerRow;
+    constexpr LowBits() : words()
+    {
+        for (int columns = 0; columns < wordBits; ++columns) {
+            words[columns] = (Word(1) << columns) - 1;
+        }
     }
-}
+
+    Word words[wordBits];
+};
+constexpr LowBits lowBits;
 
 /// Like addInterval() without a branch, for at most maximumShortColumns.
 inline void addShortInterval(Word *row, int firstColumn, int endColumn)
 {
-    auto *const bytes = reinterpret_cast<uchar *>(row) + firstColumn / byteBits;
-    const Word bits = ((Word(1) << (endColumn - firstColumn)) - 1) << (static_cast<unsigned>(firstColumn) % byteBits);
+    const auto first = static_cast<unsigned>(firstColumn);
+    auto *const bytes = reinterpret_cast<uchar *>(row) + first / byteBits;
+    const Word bits = lowBits.words[endColumn - firstColumn] << (first % byteBits);
     Word word;
     memcpy(&word, bytes, sizeof word);
     word |= bits;
     memcpy(bytes, &word, sizeof word);
 }
 
-/// Rows of a capsule away from its ends, where both edges are straight lines.
-void addRowsOfBand(const BitRows &rows, const Capsule &capsule, int firstRow, int endRow)
+/// At least \a count rows at either end of a capsule, some of both ends in one loop without a branch. A row beyond the
+/// other end gets an empty interval.
+void addEnds(const BitRows &rows, const Capsule &shape, int count)
 {
-    const auto position = static_cast<float>(firstRow - capsule.firstRow);
-    qint64 left = fixedPoint(static_cast<double>(capsule.edge(position, -1.0F)) + capsule.firstColumn);
-    qint64 right = fixedPoint(static_cast<double>(capsule.edge(position, 1.0F)) + capsule.firstColumn);
-    const qint64 step = firstRow < endRow ? fixedPoint(static_cast<double>(capsule.dx) / capsule.dy) : 0;
-    Word *words = wordsOfRow(rows, firstRow);
-    const bool isShort = right >= left && (right - left) >> fractionBits < maximumShortColumns;
-    for (int row = firstRow; row < endRow; ++row) {
-        const auto firstColumn = static_cast<int>(left >> fractionBits);
-        const auto endColumn = static_cast<int>(right >> fractionBits);
-        if (isShort) {
-            addShortInterval(words, firstColumn, endColumn);
-        } else {
-            addInterval(words, firstColumn, endColumn);
+    const Capsule capsule = shape; // local copies: see addNarrowRows()
+    const qptrdiff wordsPerRow = rows.wordsPerRow;
+    const int rowCount = capsule.endRow - capsule.firstRow;
+    const bool isShort = capsule.endColumn - capsule.firstColumn < maximumShortColumns;
+    for (int done = 0; done < count; done += endRows) {
+        const int toLower = rowCount - 2 * (done + endRows); // rows between the two parts of the block
+        int firstColumns[blockRows];
+        int endColumns[blockRows];
+        for (int index = 0; index < blockRows; ++index) {
+            const auto row = static_cast<float>(done + index + (index < endRows ? 0 : toLower));
+            const int first = static_cast<int>(capsule.edge(row, -1.0F));
+            const int end = static_cast<int>(capsule.edge(row, 1.0F));
+            firstColumns[index] = capsule.firstColumn + first;
+            endColumns[index] = capsule.firstColumn + larger(first, end);
         }
+        Word *words = wordsOfRow(rows, capsule.firstRow + done);
+        for (int index = 0; index < blockRows; ++index) {
+            if (index == endRows) {
+                words += toLower * wordsPerRow;
+            }
+            if (isShort) {
+                addShortInterval(words, firstColumns[index], endColumns[index]);
+            } else {
+                addInterval(words, firstColumns[index], endColumns[index]);
+            }
+            words += wordsPerRow;
+        }
+    }
+}
+
+/// The rows of a capsule away from its ends, where both edges are straight lines; columns in fixed point.
+struct Band
+{
+    int firstRow;
+    int endRow;
+    qint64 left; // in the first row
+    qint64 right;
+    qint64 step; // from row to row
+};
+
+/// Adds the ends of a capsule, and returns what is left.
+Band addEndsOf(const BitRows &rows, const Capsule &capsule)
+{
+    const float reach = capsule.tilt < 0.0F ? -capsule.tilt : capsule.tilt; // farther from both ends the edges are
+    const int bandRow = capsule.firstRow + static_cast<int>(capsule.y + reach) + 1; // straight lines
+    const int firstRow = smaller(bandRow, capsule.endRow);
+    const int endRow = larger(capsule.firstRow + static_cast<int>(capsule.y + capsule.dy - reach), firstRow);
+    addEnds(rows, capsule, larger(firstRow - capsule.firstRow, capsule.endRow - endRow));
+    const auto position = static_cast<float>(firstRow - capsule.firstRow);
+    return {firstRow, endRow, fixedPoint(static_cast<double>(capsule.edge(position, -1.0F)) + capsule.firstColumn),
+            fixedPoint(static_cast<double>(capsule.edge(position, 1.0F)) + capsule.firstColumn),
+            firstRow < endRow ? fixedPoint(static_cast<double>(capsule.dx) / capsule.dy) : 0};
+}
+
+void addBand(const BitRows &rows, const Band &band)
+{
+    const qptrdiff wordsPerRow = rows.wordsPerRow; // local copies: stores into the words do not alias them
+    const qint64 step = band.step;
+    qint64 left = band.left;
+    qint64 right = band.right;
+    Word *words = wordsOfRow(rows, band.firstRow);
+    const int rowCount = band.endRow - band.firstRow;
+    if (right >= left && (right - left) >> fractionBits < maximumShortColumns) {
+        for (int row = 0; row < rowCount; ++row) {
+            addShortInterval(words, static_cast<int>(left >> fractionBits), static_cast<int>(right >> fractionBits));
+            left += step;
+            right += step;
+            words += wordsPerRow;
+        }
+        return;
+    }
+    for (int row = 0; row < rowCount; ++row) {
+        addInterval(words, static_cast<int>(left >> fractionBits), static_cast<int>(right >> fractionBits));
         left += step;
         right += step;
-        words += rows.wordsPerRow;
+        words += wordsPerRow;
     }
 }
 
 } // namespace
 
-void addCapsule(const BitRows &rows, const PenSegment &segment)
+void addCapsules(const BitRows &rows, const PenSegment *segments, int count)
 {
-    const Capsule capsule(segment);
-    if (capsule.endColumn - capsule.firstColumn <= narrowColumns && capsule.endRow - capsule.firstRow <= tallRows) {
-        addNarrowRows(rows, capsule);
-        return;
+    // Bands come last, each ready to be added: a processor that has mispredicted the end of a band's loop goes on at
+    // once with the next, instead of waiting for the roots and quotients of the next capsule.
+    Band bands[maximumCapsules];
+    int bandCount = 0;
+    for (int index = 0; index < count; ++index) {
+        const Capsule capsule(segments[index]);
+        if (capsule.endColumn - capsule.firstColumn <= narrowColumns && capsule.endRow - capsule.firstRow <= tallRows) {
+            addNarrowRows(rows, capsule);
+        } else {
+            bands[bandCount++] = addEndsOf(rows, capsule);
+        }
     }
-    const float reach = capsule.tilt < 0.0F ? -capsule.tilt : capsule.tilt; // farther from both ends the edges are
-    const int bandRow = capsule.firstRow + static_cast<int>(capsule.y + reach) + 1; // straight lines
-    const int firstBandRow = smaller(bandRow, capsule.endRow);
-    const int endBandRow = larger(capsule.firstRow + static_cast<int>(capsule.y + capsule.dy - reach), firstBandRow);
-    addRows(rows, capsule, capsule.firstRow, firstBandRow);
-    addRowsOfBand(rows, capsule, firstBandRow, endBandRow);
-    addRows(rows, capsule, endBandRow, capsule.endRow);
+    for (int index = 0; index < bandCount; ++index) {
+        addBand(rows, bands[index]);
+    }
 }

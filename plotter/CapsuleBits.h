@@ -19,8 +19,10 @@ struct PenSegment
     double radius; ///< above 0
 };
 
+constexpr int maximumCapsules = 64; ///< in one call of addCapsules()
+
 /**
- * Sets the bits of all pixels whose centre lies within the pen's radius of a segment.
+ * Sets the bits of all pixels whose centre lies within the pen's radius of one of the \a count \a segments.
  *
  * Without checks: all coordinates must be finite, and \a rows must extend 8 rows and 64 columns beyond all pixels that
  * the pen reaches.
@@ -28,4 +30,4 @@ struct PenSegment
  * The source file is compiled with -ffinite-math-only. It calls no inline function that other files also use: the
  * linker keeps one copy of such a function, and this file's copy would not handle NaN.
  */
-void addCapsule(const BitRows &rows, const PenSegment &segment);
+void addCapsules(const BitRows &rows, const PenSegment *segments, int count);

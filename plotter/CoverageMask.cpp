@@ -1,7 +1,5 @@
 #include "CoverageMask.h"
 
-#include "CapsuleBits.h"
-
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -9,7 +7,7 @@
 namespace
 {
 
-constexpr int spareRows = 8; // addCapsule() may write to them
+constexpr int spareRows = 8; // addCapsules() may write to them
 
 /// Where the segment from (\a from, \a fromOther) to (\a to, \a toOther) crosses \a at in the first coordinate, which
 /// lies between \a from and \a to: the other coordinate there.
@@ -42,14 +40,15 @@ bool cut(double *from, double *fromOther, double *to, double *toOther, double lo
 
 } // namespace
 
-CoverageMask::CoverageMask(const QSize &size, double radius)
-    : m_size(size)
-    , m_radius(radius)
-    , m_marginRows(static_cast<int>(2.0 * radius) + 2 + spareRows)
-    , m_marginColumns((m_marginRows + wordBits - 1) / wordBits * wordBits)
-    , m_wordsPerRow((size.width() + wordBits - 1 + 2 * m_marginColumns) / wordBits)
-    , m_words(static_cast<size_t>(m_wordsPerRow) * static_cast<size_t>(size.height() + 2 * m_marginRows))
+void CoverageMask::reset(const QSize &size, double radius)
 {
+    m_waitingCount = 0;
+    m_size = size;
+    m_radius = radius;
+    m_marginRows = static_cast<int>(2.0 * radius) + 2 + spareRows;
+    m_marginColumns = (m_marginRows + wordBits - 1) / wordBits * wordBits;
+    m_wordsPerRow = (size.width() + wordBits - 1 + 2 * m_marginColumns) / wordBits;
+    m_words.assign(static_cast<size_t>(m_wordsPerRow) * static_cast<size_t>(size.height() + 2 * m_marginRows), 0);
 }
 
 bool CoverageMask::cutToReach(QPointF *from, QPointF *to) const
@@ -62,8 +61,11 @@ void CoverageMask::addSegment(const QPointF &from, const QPointF &to)
 {
     const auto add = [this](const QPointF &start, const QPointF &end) {
         // Doubles, not points: copying a QPointF right after its halves were stored defeats store forwarding.
-        addCapsule({m_words.data(), m_wordsPerRow}, {start.x() + m_marginColumns, start.y() + m_marginRows,
-                                                     end.x() + m_marginColumns, end.y() + m_marginRows, m_radius});
+        m_waiting[m_waitingCount++] = {start.x() + m_marginColumns, start.y() + m_marginRows, end.x() + m_marginColumns,
+                                       end.y() + m_marginRows, m_radius};
+        if (m_waitingCount == maximumCapsules) {
+            addWaiting();
+        }
     };
     if ((sidesBeyond(from) | sidesBeyond(to)) == 0) {
         add(from, to);
@@ -74,4 +76,10 @@ void CoverageMask::addSegment(const QPointF &from, const QPointF &to)
     if (cutToReach(&start, &end)) {
         add(start, end);
     }
+}
+
+void CoverageMask::addWaiting()
+{
+    addCapsules({m_words.data(), m_wordsPerRow}, m_waiting, m_waitingCount);
+    m_waitingCount = 0;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CapsuleBits.h"
+
 #include <QPointF>
 #include <QSize>
 #include <QtAlgorithms>
@@ -18,8 +20,13 @@
 class CoverageMask
 {
 public:
-    /// Nothing is covered. \a size is not negative, \a radius (half the pen's width) above 0.
-    CoverageMask(const QSize &size, double radius);
+    /// Empty until reset().
+    CoverageMask() = default;
+
+    /// Begins with no pixel covered. \a size is not negative, \a radius (half the pen's width) above 0.
+    ///
+    /// Keeps the memory of an earlier use: new memory would cost more time than clearing it.
+    void reset(const QSize &size, double radius);
 
     /// A bit for each side of the rectangle that a point is beyond by more than the radius. A segment between two
     /// points beyond the same side covers no pixel.
@@ -34,9 +41,8 @@ public:
 
     /// Calls \a visit(row, firstColumn, covered) for every word of 64 columns in which some are covered. The bits of
     /// \a covered are these columns from \a firstColumn on; bits right of the rectangle are undefined. Some rows
-    /// earlier
-    /// \a expect(row, firstColumn) is called, for prefetching.
-    template<typename Visitor, typename Expectation> void visitWords(Visitor visit, Expectation expect) const;
+    /// earlier \a expect(row, firstColumn) is called, for prefetching.
+    template<typename Visitor, typename Expectation> void visitWords(Visitor visit, Expectation expect);
 
 private:
     using Word = quint64;
@@ -44,19 +50,23 @@ private:
     static constexpr int rowsAhead = 8; // long enough for a memory access, short enough to stay in the cache
 
     bool cutToReach(QPointF *from, QPointF *to) const;
+    void addWaiting();
 
     QSize m_size;
-    double m_radius;
+    double m_radius = 0.0;
     // Margins on all sides that contain the capsules of all segments within the pen's reach, so that bits are set
     // without checks.
-    int m_marginRows;
-    int m_marginColumns; // whole words
-    int m_wordsPerRow;
+    int m_marginRows = 0;
+    int m_marginColumns = 0; // whole words
+    int m_wordsPerRow = 0;
     std::vector<Word> m_words;
+    int m_waitingCount = 0;
+    PenSegment m_waiting[maximumCapsules]; // not yet added: some together take less time than one after the other
 };
 
-template<typename Visitor, typename Expectation> void CoverageMask::visitWords(Visitor visit, Expectation expect) const
+template<typename Visitor, typename Expectation> void CoverageMask::visitWords(Visitor visit, Expectation expect)
 {
+    addWaiting();
     for (int row = 0; row < m_size.height(); ++row) {
         const size_t firstWord = static_cast<size_t>(row + m_marginRows) * static_cast<size_t>(m_wordsPerRow);
         const Word *const words = m_words.data() + firstWord + m_marginColumns / wordBits;

@@ -63,7 +63,7 @@ void drawCurve(const CurveCanvas &canvas, const PointMapping &mapping, const QVe
                    [&mapping](const QPointF &point) { return mapping.map(point); });
     const RasterPen pen = {canvas.image, canvas.clip, curvePenPixels};
     if (style.lines) {
-        CurveRaster::drawPolyline(pen, polyline, style.color);
+        CurveRaster::drawPolyline(pen, polyline, style.color, canvas.mask);
     } else {
         CurveRaster::drawDots(pen, polyline, style.color);
     }

@@ -5,6 +5,7 @@
 #include <QRect>
 #include <QVector>
 
+class CoverageMask;
 class PointMapping;
 class QImage;
 class QPainter;
@@ -22,9 +23,10 @@ struct CurveStyle
 /// The target of a curve: its points are drawn directly into the image, its markers by the painter.
 struct CurveCanvas
 {
-    QPainter *painter; ///< on the image, clipped to \a clip
-    QImage *image;     ///< 32 bits per pixel, opaque or premultiplied
-    QRect clip;        ///< widget pixels
+    QPainter *painter;  ///< on the image, clipped to \a clip
+    QImage *image;      ///< 32 bits per pixel, opaque or premultiplied
+    QRect clip;         ///< widget pixels
+    CoverageMask *mask; ///< working memory for lines
 };
 
 /**

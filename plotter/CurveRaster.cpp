@@ -65,29 +65,30 @@ bool isUsable(const QPointF &point)
 
 } // namespace
 
-void CurveRaster::drawPolyline(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color)
+void CurveRaster::drawPolyline(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color,
+                               CoverageMask *mask)
 {
     const DevicePen devicePen(pen);
     if (devicePen.clip.isEmpty()) {
         return;
     }
-    CoverageMask mask(devicePen.clip.size(), devicePen.radius);
+    mask->reset(devicePen.clip.size(), devicePen.radius);
     clearWideRegisters();
     QPointF previous(qQNaN(), qQNaN());
     unsigned previousSides = 0;
     for (const QPointF &point : points) {
         const QPointF position = devicePen.map(point);
-        const unsigned sides = mask.sidesBeyond(position);
+        const unsigned sides = mask->sidesBeyond(position);
         const bool isMove = position.x() != previous.x() || position.y() != previous.y();
         if ((sides & previousSides) == 0 && isMove && isUsable(position) && isUsable(previous)) {
-            mask.addSegment(previous, position);
+            mask->addSegment(previous, position);
         }
         previous = position;
         previousSides = sides;
     }
     const RunBlender blend(pen.image, devicePen.clip, color);
-    mask.visitWords([&blend](int row, int column, quint64 covered) { blend.blendWord(row, column, covered); },
-                    [&blend](int row, int column) { blend.expect(row, column); });
+    mask->visitWords([&blend](int row, int column, quint64 covered) { blend.blendWord(row, column, covered); },
+                     [&blend](int row, int column) { blend.expect(row, column); });
 }
 
 void CurveRaster::drawDots(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color)

@@ -4,6 +4,7 @@
 #include <QRect>
 #include <QVector>
 
+class CoverageMask;
 class QColor;
 class QImage;
 
@@ -31,8 +32,9 @@ namespace CurveRaster
  *
  * \param points widget pixels. NaN, infinite or beyond +-1e300: the line is interrupted there. A segment of length zero
  *               draws nothing.
+ * \param mask   working memory, which may be used again for the next line
  */
-void drawPolyline(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color);
+void drawPolyline(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color, CoverageMask *mask);
 
 /// Draws a dot on each of \a points (widget pixels), each blended over the previous ones; NaN is skipped.
 void drawDots(const RasterPen &pen, const QVector<QPointF> &points, const QColor &color);

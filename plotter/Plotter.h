@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CoverageMask.h"
 #include "PlotGeometry.h"
 #include "PlotSettings.h"
 
@@ -114,4 +115,5 @@ private:
     QRect rubberBandRect; // from the press to the mouse in widget pixels, not normalised
     QPixmap pixmap;       // the off-screen image
     bool pixmapIsOutdated = true;
+    CoverageMask lineMask; // keeps its memory between redraws
 };

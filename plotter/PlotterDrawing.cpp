@@ -248,7 +248,7 @@ void Plotter::drawCurves(QPainter *painter)
     if (!geometry.isDrawable()) {
         return;
     }
-    const CurveCanvas canvas = {painter, static_cast<QImage *>(painter->device()), geometry.clipRectangle()};
+    const CurveCanvas canvas = {painter, static_cast<QImage *>(painter->device()), geometry.clipRectangle(), &lineMask};
     painter->setClipRect(canvas.clip);
     const PointMapping mapping = geometry.mapping(currentSettings());
     const QMap<int, QVector<QPointF>> curves = curveMap;

@@ -23,18 +23,23 @@ constexpr int groupPixels = 16; // skipped together if not covered: curves cover
 
 // Two versions: four pixels at a time with SSE2, which every x86-64 has, and eight.
 
-__m128i faded(__m128i channels, __m128i kept)
+/// For faded(): a channel, 0 to 255, in the upper half of 16 bits times this factor has in the upper half of its 32 bits
+/// what blended() rounds: the channel times the share that is kept, and a 256th of that.
+short factorOf(const BlendColor &color)
 {
-    const __m128i product = _mm_mullo_epi16(channels, kept);
-    const __m128i rounded = _mm_add_epi16(_mm_add_epi16(product, _mm_srli_epi16(product, 8)), _mm_set1_epi16(128));
-    return _mm_srli_epi16(rounded, 8);
+    return static_cast<short>(color.kept * 0x101);
+}
+
+__m128i faded(__m128i upperHalves, __m128i factor)
+{
+    return _mm_srli_epi16(_mm_add_epi16(_mm_mulhi_epu16(upperHalves, factor), _mm_set1_epi16(128)), 8);
 }
 
 void blendFours(quint32 *pixels, quint64 covered, const BlendColor &color)
 {
     constexpr int vectorPixels = 4;
     const __m128i source = _mm_set1_epi32(static_cast<int>(color.source));
-    const __m128i kept = _mm_set1_epi16(static_cast<short>(color.kept));
+    const __m128i factor = _mm_set1_epi16(factorOf(color));
     const __m128i zero = _mm_setzero_si128();
     for (int first = 0; first < blendedPixels; first += groupPixels) {
         const auto group = static_cast<int>(covered >> first & 0xffffU);
@@ -46,8 +51,8 @@ void blendFours(quint32 *pixels, quint64 covered, const BlendColor &color)
         for (int index = first; index < first + groupPixels; index += vectorPixels) {
             auto *const place = reinterpret_cast<__m128i *>(pixels + index);
             const __m128i before = _mm_loadu_si128(place);
-            const __m128i low = faded(_mm_unpacklo_epi8(before, zero), kept);
-            const __m128i high = faded(_mm_unpackhi_epi8(before, zero), kept);
+            const __m128i low = faded(_mm_unpacklo_epi8(zero, before), factor);
+            const __m128i high = faded(_mm_unpackhi_epi8(zero, before), factor);
             const __m128i over = _mm_add_epi8(source, _mm_packus_epi16(low, high));
             const __m128i chosen = _mm_cmpeq_epi32(_mm_and_si128(bits, bit), bit);
             _mm_storeu_si128(place, _mm_or_si128(_mm_and_si128(chosen, over), _mm_andnot_si128(chosen, before)));
@@ -56,21 +61,18 @@ void blendFours(quint32 *pixels, quint64 covered, const BlendColor &color)
     }
 }
 
-__attribute__((target("avx2"))) inline __m256i faded(__m256i channels, __m256i kept)
+__attribute__((target("avx2"))) inline __m256i faded(__m256i upperHalves, __m256i factor)
 {
-    const __m256i product = _mm256_mullo_epi16(channels, kept);
-    const __m256i rounded =
-        _mm256_add_epi16(_mm256_add_epi16(product, _mm256_srli_epi16(product, 8)), _mm256_set1_epi16(128));
-    return _mm256_srli_epi16(rounded, 8);
+    return _mm256_srli_epi16(_mm256_add_epi16(_mm256_mulhi_epu16(upperHalves, factor), _mm256_set1_epi16(128)), 8);
 }
 
 __attribute__((target("avx2"))) void blendEights(quint32 *pixels, quint64 covered, const BlendColor &color)
 {
     constexpr int vectorPixels = 8;
     const __m256i source = _mm256_set1_epi32(static_cast<int>(color.source));
-    const __m256i kept = _mm256_set1_epi16(static_cast<short>(color.kept));
+    const __m256i factor = _mm256_set1_epi16(factorOf(color));
     const __m256i zero = _mm256_setzero_si256();
-    const __m256i bit = _mm256_setr_epi32(1, 2, 4, 8, 16, 32, 64, 128);
+    const __m256i toSign = _mm256_setr_epi32(31, 30, 29, 28, 27, 26, 25, 24); // the bit of each pixel
     for (int first = 0; first < blendedPixels; first += vectorPixels) {
         const auto group = static_cast<int>(covered >> first & 0xffU);
         if (group == 0) {
@@ -78,11 +80,12 @@ __attribute__((target("avx2"))) void blendEights(quint32 *pixels, quint64 covere
         }
         auto *const place = reinterpret_cast<__m256i *>(pixels + first);
         const __m256i before = _mm256_loadu_si256(place);
-        const __m256i low = faded(_mm256_unpacklo_epi8(before, zero), kept);
-        const __m256i high = faded(_mm256_unpackhi_epi8(before, zero), kept);
+        const __m256i low = faded(_mm256_unpacklo_epi8(zero, before), factor);
+        const __m256i high = faded(_mm256_unpackhi_epi8(zero, before), factor);
         const __m256i over = _mm256_add_epi8(source, _mm256_packus_epi16(low, high));
-        const __m256i chosen = _mm256_cmpeq_epi32(_mm256_and_si256(_mm256_set1_epi32(group), bit), bit);
-        _mm256_storeu_si256(place, _mm256_blendv_epi8(before, over, chosen));
+        const __m256 chosen = _mm256_castsi256_ps(_mm256_sllv_epi32(_mm256_set1_epi32(group), toSign));
+        const __m256 after = _mm256_blendv_ps(_mm256_castsi256_ps(before), _mm256_castsi256_ps(over), chosen);
+        _mm256_storeu_si256(place, _mm256_castps_si256(after));
     }
 }
 

@@ -50,6 +50,7 @@ Points mapped(const Points &points, const View &view)
 
 QImage drawn(const Points &points, const View &view, bool plain = false)
 {
+    static CoverageMask mask; // nothing of an earlier picture may be left in it
     QImage image(size * view.ratio, QImage::Format_RGB32);
     image.setDevicePixelRatio(view.ratio);
     image.fill(QColor(10, 20, 30));
@@ -59,7 +60,7 @@ QImage drawn(const Points &points, const View &view, bool plain = false)
         painter.setClipRect(clip);
         CurveSamples::drawPlain(&painter, points, penPixels, color, view.lines);
     } else if (view.lines) {
-        CurveRaster::drawPolyline({&image, clip, penPixels}, points, color);
+        CurveRaster::drawPolyline({&image, clip, penPixels}, points, color, &mask);
     } else {
         CurveRaster::drawDots({&image, clip, penPixels}, points, color);
     }
@@ -162,8 +163,9 @@ private slots:
             {{-3.1, -30.2}, {-2.1, 99}, 2.0},        // outside
         };
         const QSize area(100, 60);
+        CoverageMask mask;
         for (const auto &stroke : capsules) {
-            CoverageMask mask(area, stroke.radius);
+            mask.reset(area, stroke.radius);
             mask.addSegment(stroke.from, stroke.to);
             QSet<int> covered;
             const auto add = [&](int row, int first, quint64 bits) {

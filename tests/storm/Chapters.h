@@ -23,6 +23,7 @@ void day(const Sizes &sizes);
 int child(const QStringList &arguments);
 int playEvents(const QStringList &arguments);
 int recordLines(const QStringList &arguments);
+int pace(const QStringList &arguments);
 int readFile(const QStringList &arguments);
 
 } // namespace Chapters

@@ -23,6 +23,12 @@ struct Op
     quint32 c = 0;
 };
 
+/// \a number brought into the range from \a minimum to \a maximum.
+inline int numberIn(quint32 number, int minimum, int maximum)
+{
+    return minimum + static_cast<int>(number % static_cast<quint32>(maximum - minimum + 1));
+}
+
 /**
  * Plays a series of events on the containers of a host, and checks after each, after every thousand and at the end
  * that nothing is wrong.

@@ -88,6 +88,19 @@ void Report::add(const Row &row)
     }
 }
 
+Row Report::row(const QString &line)
+{
+    const QString outcome = part(line, 4).trimmed();
+    const QString mark = QStringLiteral("FAULT: ");
+    const bool isFault = outcome.startsWith(mark);
+    return {part(line, 0),
+            part(line, 1),
+            part(line, 2).toLongLong(),
+            part(line, 3),
+            isFault ? outcome.mid(mark.size()) : outcome,
+            isFault};
+}
+
 bool Report::hasFault()
 {
     return faultSeen;

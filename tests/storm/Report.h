@@ -35,6 +35,8 @@ namespace Report
 
 /// Prints the row, and keeps it in the file that was named.
 void add(const Row &row);
+/// The row that another process has printed as \a line.
+Row row(const QString &line);
 bool hasFault();
 
 /// Rows go into the file \a path, too, in place of older ones of the same chapter, on the same thing.

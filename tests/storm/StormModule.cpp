@@ -55,6 +55,9 @@ void StormChannel::sendCommandCombos(QList<CommandCombo *> combos)
             combo->reply.setValue(static_cast<qint32>(m_noise));
         }
     }
+    if (everyExchange) {
+        everyExchange();
+    }
     if (onExchange) {
         std::exchange(onExchange, nullptr)();
     }

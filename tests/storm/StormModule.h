@@ -22,7 +22,8 @@ public:
 
     void sendCommandCombos(QList<CommandCombo *> combos) override;
 
-    std::function<void()> onExchange; ///< called once, in the middle of the next exchange
+    std::function<void()> onExchange;    ///< called once, in the middle of the next exchange
+    std::function<void()> everyExchange; ///< called in the middle of each one
     std::function<qint32(const Command &)> answer;
     Manner manner = Manner::Answers;
     int answerMs = 0; ///< ms that one answer takes in real time

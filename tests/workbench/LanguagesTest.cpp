@@ -120,7 +120,8 @@ const QStringList international{
     QStringLiteral("(.*/)?(Stepper|Servo)"),
     QStringLiteral("\\s*[^\\[]+ \\[Axis 0\\]\\s[^\\[]+\\[[^\\]]+\\]\\s*"),
     QStringLiteral("  (Axis [0-9]|Register)"),
-    QStringLiteral("KARO_GAP|XY-Plotter:?|XY Plot Workbench.*|default"), // the last is a category of messages
+    QStringLiteral(
+        "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
     // Words that German has, too.
     QStringLiteral("Bank 2|Export|Intervall [0-9]+ ms|Module|Name"),
     // Not the program's: paths, times, what Qt's platform plugin for tests reports.

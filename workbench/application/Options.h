@@ -18,7 +18,7 @@ struct Options
     QStringList plugins;           ///< paths of plugin files, or of folders of them
     QSize size;                    ///< of the container in its window, widget pixels; invalid when not given
     std::optional<quint32> seed;
-    PaletteChoice palette = PaletteChoice::System;
+    std::optional<PaletteChoice> palette;
     QString settings; ///< path of the settings file
     QString log;      ///< path of the CSV file
     QString language; ///< one of Language::codes()

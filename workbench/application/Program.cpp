@@ -9,9 +9,13 @@
 #include "application/Terminal.h"
 #include "application/WorkbenchRun.h"
 #include "setup/SceneReader.h"
+#include "window/Preferences.h"
 #include "window/Workbench.h"
 
+#include "host/AppSettings.h"
+
 #include <QApplication>
+#include <QFileInfo>
 
 #include <clocale>
 #include <memory>
@@ -112,6 +116,25 @@ int run(Options options, bool isHeadless, const Terminal &terminal)
     return WorkbenchRun(result.plan, terminal, selfTest.get()).exec();
 }
 
+/// Has the settings file at \a path used from now on, or the usual one; false when there is none to read.
+bool useSettings(const QString &path)
+{
+    if (!path.isEmpty()) {
+        AppSettings::setStoreFile(path);
+    }
+    return QFileInfo(AppSettings::storeFile()).isFile(); // reading a pipe would wait for its writer
+}
+
+/// The language of the command line, or the \a remembered one, or that of the system.
+QString languageOf(const QStringList &arguments, const QString &remembered)
+{
+    const QString asked = languageOption(arguments);
+    if (!asked.isEmpty()) {
+        return asked;
+    }
+    return Language::codes().contains(remembered) ? remembered : Language::ofSystem();
+}
+
 } // namespace
 
 int runProgram(int argc, char **argv)
@@ -123,10 +146,16 @@ int runProgram(int argc, char **argv)
     }
     int argumentCount = 1; // Qt has a --plugin of its own and must not see the rest
     const Terminal terminal;
-    const QString language = languageOption(arguments).isEmpty() ? Language::ofSystem() : languageOption(arguments);
+    const bool isHeadless = lacksDisplay();
+    QString language;
+    PaletteChoice palette = PaletteChoice::System;
     OptionsResult result;
     {
         const QCoreApplication application(argumentCount, argv); // for the language
+        const Options options = parseOptions(arguments).options; // errors are for later, in the right language
+        const bool remembers = keepsState(options, isHeadless) && useSettings(options.settings);
+        palette = options.palette.value_or(remembers ? Preferences::palette() : PaletteChoice::System);
+        language = languageOf(arguments, remembers ? Preferences::language() : QString());
         Language::use(language);
         result = parseOptions(arguments);
         if (const std::optional<int> exitCode = answerWithoutWindows(result, terminal)) {
@@ -134,7 +163,6 @@ int runProgram(int argc, char **argv)
         }
     }
 
-    const bool isHeadless = lacksDisplay();
     if (isHeadless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
@@ -147,7 +175,7 @@ int runProgram(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("xy-plot-workbench"));
     QGuiApplication::setDesktopFileName(QStringLiteral(DESKTOP_ENTRY)); // whose icon the windows get on a desktop
     Language::use(language);
-    applyPalette(result.options.palette);
+    applyPalette(palette);
     if (isHeadless) {
         QFont font = QApplication::font();
         font.setPointSize(headlessFontPoints); // the platform's own is made for no screen in particular

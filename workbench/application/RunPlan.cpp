@@ -64,13 +64,25 @@ void checkFiles(const RunPlan &plan, RunPlanResult &result)
     }
 }
 
+bool isTimed(const Options &options, bool isHeadless)
+{
+    return isHeadless || options.wantsSelfTest || options.seconds || !options.picture.isEmpty() ||
+           !options.log.isEmpty();
+}
+
 } // namespace
+
+bool keepsState(const Options &options, bool isHeadless)
+{
+    return !isTimed(options, isHeadless) && (options.scene.isEmpty() || !options.settings.isEmpty());
+}
 
 RunPlanResult planRun(const Options &options, bool isHeadless)
 {
     RunPlanResult result;
     RunPlan &plan = result.plan;
-    plan.isTimed = isHeadless || options.seconds || !options.picture.isEmpty() || !options.log.isEmpty();
+    plan.isTimed = isTimed(options, isHeadless);
+    plan.keepsState = keepsState(options, isHeadless);
     plan.seconds = options.seconds.value_or(defaultRunSeconds);
     plan.size = options.size.isValid() || !plan.isTimed ? options.size : defaultPictureSize;
     plan.plugins = PluginFolders::files(options.plugins);

@@ -16,6 +16,7 @@ struct RunPlan
     QString scenePath;         ///< of the scene; a resource path for a shipped one
     QString openFile;          ///< absolute path of a file to open in the window; empty when there is none
     bool isTimed = false;      ///< ends by itself
+    bool keepsState = false;   ///< window, palette and language are those of the last run, and are kept for the next
     double seconds = 0.0;
     QStringList plugins; ///< paths of the files, at least one; the first makes the container that is opened
     /// How many of them the run cannot do without, counted from the first: those that came unasked may be of no use.
@@ -36,6 +37,9 @@ struct RunPlanResult
     QString error;
     int exitCode = 0;
 };
+
+/// Whether a run with \a options keeps for later runs what a person chooses: not one that shows the same every time.
+bool keepsState(const Options &options, bool isHeadless);
 
 /// \param isHeadless whether there is no display, so that the run has to end by itself
 RunPlanResult planRun(const Options &options, bool isHeadless);

@@ -11,6 +11,7 @@
 #include "setup/SceneRunner.h"
 #include "window/FileMenu.h"
 #include "window/SceneExchange.h"
+#include "window/WindowState.h"
 
 #include "host/AppSettings.h"
 #include "host/ContainerInterface.h"
@@ -72,6 +73,9 @@ int WorkbenchRun::exec()
         return exitFailure;
     }
     m_container = m_workbench.containers().constFirst();
+    if (m_plan.keepsState) {
+        new WindowState(m_window.get());
+    }
     m_window->show();
     const QString problem = setUp();
     if (!problem.isEmpty()) {
@@ -156,8 +160,8 @@ QString WorkbenchRun::setUp()
                 .arg(actualSize.height());
         }
     }
-    const bool needsPlot = m_plan.isSceneAsked && m_selfTest == nullptr;
-    if (!m_plan.scene.plugin.isEmpty() || (!needsPlot && !PlotterWindow::isPlot(m_container))) {
+    const bool isWithoutPlot = !m_plan.isSceneAsked && !PlotterWindow::isPlot(m_container);
+    if (!m_plan.scene.plugin.isEmpty() || isWithoutPlot) {
         return {};
     }
     return SceneRunner(m_container).apply(m_plan.scene);
@@ -187,6 +191,7 @@ int WorkbenchRun::serve()
             QCoreApplication::quit(); // also when a dialog or a window of a container's own is still open
         });
     }
+    m_window->offerAppearance(Language::codes());
     m_window->fileMenu()->beginSession();
     if (!m_plan.openFile.isEmpty()) {
         // From the event loop, for it may have to ask or to report.
@@ -255,12 +260,8 @@ int WorkbenchRun::runRecorded()
 int WorkbenchRun::testItself()
 {
     SelfTest &test = *m_selfTest;
-    test.checkDrawings();
-    if (!PlotterWindow::isPlot(m_container)) {
-        test.check(true, Text::tr("plot: none of these plugins has one, so no scene was run"));
-        return checkContainers();
-    }
     const int curves = m_plan.scene.sampledCurves();
+    test.checkDrawings();
     test.noteEmptyPlot(m_container);
     const int exitCode = runTimed();
     if (EndSignals::instance() != nullptr && EndSignals::instance()->exitCodeOr(0) != 0) {
@@ -273,16 +274,11 @@ int WorkbenchRun::testItself()
         test.checkPicture(m_plan.picture, curves);
         test.checkLog(m_plan.log, curves, watch->file().dataLines() + watch->missingLines());
     }
-    return checkContainers();
-}
-
-int WorkbenchRun::checkContainers()
-{
     const QList<ContainerInterface *> containers = m_workbench.containers();
     for (ContainerInterface *const each : containers) {
-        m_selfTest->checkContainer(*m_window, each);
+        test.checkContainer(*m_window, each);
     }
-    return m_selfTest->hasFailed() ? exitFailure : 0;
+    return test.hasFailed() ? exitFailure : 0;
 }
 
 int WorkbenchRun::fail(const QString &problem) const

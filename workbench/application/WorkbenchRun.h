@@ -42,7 +42,6 @@ private:
     int runRecorded();
     void openPlot();
     int testItself();
-    int checkContainers();
     int fail(const QString &problem) const;
 
     const RunPlan &m_plan;

@@ -56,20 +56,20 @@ void Recordings::windowOpened(QWidget *container, const QString &title)
     }
 }
 
-void Recordings::windowClosed(QWidget *container)
-{
-    if (RecordingWatch *const watch = m_byContainer.value(container)) {
-        m_log->deliver();
-        watch->windowClosed();
-    }
-}
-
 void Recordings::containerRemoved(QWidget *container)
 {
     RecordingWatch *const watch = m_byContainer.take(container);
     m_watches.removeOne(watch);
     delete watch;
     emit changed();
+}
+
+void Recordings::windowClosed(QWidget *container)
+{
+    if (RecordingWatch *const watch = m_byContainer.value(container)) {
+        m_log->deliver();
+        watch->windowClosed();
+    }
 }
 
 QList<RecordingWatch *> Recordings::watches() const

@@ -32,11 +32,11 @@ public:
     /// Watches \a container from the first opening of its window on; to be called at each opening.
     void windowOpened(QWidget *container, const QString &title);
 
-    /// To be called when a container's window was closed.
-    void windowClosed(QWidget *container);
-
     /// Forgets \a container, which is about to be destroyed, and what was recorded of it.
     void containerRemoved(QWidget *container);
+
+    /// To be called when a container's window was closed.
+    void windowClosed(QWidget *container);
 
     QList<RecordingWatch *> watches() const;
     /// That of \a container; null when it was never opened.
@@ -47,7 +47,8 @@ public:
 
     /// One line about all recordings, for a status bar.
     QString summary() const;
-    bool hasTrouble() const; ///< a problem, a warning, or a recording that ended otherwise than by its box
+    /// A problem, a warning, or a recording that ended otherwise than by its box.
+    bool hasTrouble() const;
     bool isRecording() const; ///< at least one container
 
     bool eventFilter(QObject *watched, QEvent *event) override;

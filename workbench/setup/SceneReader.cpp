@@ -1,14 +1,12 @@
 #include "setup/SceneReader.h"
 
 #include "reading/FieldReader.h"
+#include "reading/JsonFile.h"
 #include "setup/ContainerFields.h"
 #include "setup/ModuleFields.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonDocument>
 
 #include <limits>
 
@@ -106,34 +104,12 @@ WindowLayout readLayout(FieldReader &reader, const QJsonObject &root)
     return layout;
 }
 
-/// What is wrong with the text itself, as "file:line: ...".
-QString syntaxError(const QByteArray &json, const QJsonParseError &error, const QString &fileName)
+SceneResult sceneOf(const JsonResult &json, const QString &fileName)
 {
-    const int line = 1 + json.left(error.offset).count('\n');
-    return Text::tr("%1:%2: expected JSON: %3").arg(fileName).arg(line).arg(error.errorString());
-}
-
-SceneResult failure(const QString &error)
-{
-    return {{}, error, {error}};
-}
-
-} // namespace
-
-SceneResult readScene(const QByteArray &json, const QString &fileName)
-{
-    if (json.size() > maximumSceneBytes) {
-        return failure(Text::tr("%1: expected at most %2 bytes").arg(fileName).arg(maximumSceneBytes));
+    if (!json.error.isEmpty()) {
+        return {{}, json.error, {json.error}};
     }
-    QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
-    if (parseError.error != QJsonParseError::NoError) {
-        return failure(syntaxError(json, parseError, fileName));
-    }
-    if (!document.isObject()) {
-        return failure(Text::tr("%1: expected an object in braces").arg(fileName));
-    }
-    const QJsonObject root = document.object();
+    const QJsonObject &root = json.object;
     FieldReader reader(fileName);
     reader.allowOnly(root, QString(),
                      QStringList{QStringLiteral("title"), QStringLiteral("seed"), QStringLiteral("modules"),
@@ -153,18 +129,17 @@ SceneResult readScene(const QByteArray &json, const QString &fileName)
     return result;
 }
 
+} // namespace
+
+SceneResult readScene(const QByteArray &json, const QString &fileName)
+{
+    return sceneOf(readJsonText(json, fileName), fileName);
+}
+
 SceneResult readSceneFile(const QString &path)
 {
     initSceneResources();
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) { // opening a pipe would wait for its writer
-        return failure(Text::tr("%1: cannot read the set-up: it is no ordinary file").arg(path));
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return failure(Text::tr("%1: cannot read the set-up: %2").arg(path, file.errorString()));
-    }
-    return readScene(file.read(maximumSceneBytes + 1), path);
+    return sceneOf(readJsonFile(path, maximumSceneBytes), path);
 }
 
 QStringList shippedScenes()

@@ -14,10 +14,10 @@ struct SceneResult
     QStringList errors; ///< one line each, that names file and place and what is expected there
 };
 
-/// Reads a scene from JSON text of up to 1 MiB; \a fileName is how errors call it.
+/// Reads a scene from JSON text; \a fileName is how errors call it.
 SceneResult readScene(const QByteArray &json, const QString &fileName);
 
-/// Reads the scene file at \a path, which may be a resource path. Does not wait for the writer of a pipe.
+/// Reads the file at \a path, of up to 1 MiB, which may be a resource path. Does not wait for the writer of a pipe.
 SceneResult readSceneFile(const QString &path);
 
 /// The names of the scenes inside the program, in text order.

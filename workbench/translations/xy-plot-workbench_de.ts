@@ -17,6 +17,65 @@
     </message>
 </context>
 <context>
+    <name>AppearanceMenu</name>
+    <message>
+        <source>&amp;Palette</source>
+        <translation>&amp;Farben</translation>
+    </message>
+    <message>
+        <source>Choose the colours of the windows</source>
+        <translation>Die Farben der Fenster wählen</translation>
+    </message>
+    <message>
+        <source>&amp;System</source>
+        <translation>&amp;System</translation>
+    </message>
+    <message>
+        <source>Style and colours of the desktop</source>
+        <translation>Stil und Farben der Arbeitsumgebung</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Hell</translation>
+    </message>
+    <message>
+        <source>Dark on light</source>
+        <translation>Dunkel auf Hell</translation>
+    </message>
+    <message>
+        <source>&amp;Dark</source>
+        <translation>&amp;Dunkel</translation>
+    </message>
+    <message>
+        <source>Light on dark</source>
+        <translation>Hell auf Dunkel</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;Sprache</translation>
+    </message>
+    <message>
+        <source>Choose the language of the program from the next start on</source>
+        <translation>Die Sprache des Programms ab dem nächsten Start wählen</translation>
+    </message>
+    <message>
+        <source>The language changes at the next start.</source>
+        <translation>Die Sprache ändert sich beim nächsten Start.</translation>
+    </message>
+    <message>
+        <source>As the &amp;System</source>
+        <translation>Wie das &amp;System</translation>
+    </message>
+    <message>
+        <source>The system&apos;s language, from the next start on</source>
+        <translation>Die Sprache des Systems, ab dem nächsten Start</translation>
+    </message>
+    <message>
+        <source>%1, from the next start on</source>
+        <translation>%1, ab dem nächsten Start</translation>
+    </message>
+</context>
+<context>
     <name>ChoiceReader</name>
     <message>
         <source>curve %1, %2: its page shows the module &quot;%3&quot;, but all curves share one module per side, which is &quot;%4&quot;</source>
@@ -1701,14 +1760,6 @@ Optionen:
         <translation>ein Schlüssel, den kein anderes Modul hat</translation>
     </message>
     <message>
-        <source>%1:%2: expected JSON: %3</source>
-        <translation>%1:%2: erwartet wird JSON: %3</translation>
-    </message>
-    <message>
-        <source>%1: expected an object in braces</source>
-        <translation>%1: erwartet wird ein Objekt in geschweiften Klammern</translation>
-    </message>
-    <message>
         <source>at most %1 modules</source>
         <translation>höchstens %1 Module</translation>
     </message>
@@ -1727,18 +1778,6 @@ Optionen:
     <message>
         <source>a text in base64, as the workbench has written it</source>
         <translation>ein Text in Base64, wie ihn die Werkbank geschrieben hat</translation>
-    </message>
-    <message>
-        <source>%1: expected at most %2 bytes</source>
-        <translation>%1: erwartet werden höchstens %2 Bytes</translation>
-    </message>
-    <message>
-        <source>%1: cannot read the set-up: it is no ordinary file</source>
-        <translation>%1: der Aufbau lässt sich nicht lesen: es ist keine gewöhnliche Datei</translation>
-    </message>
-    <message>
-        <source>%1: cannot read the set-up: %2</source>
-        <translation>%1: der Aufbau lässt sich nicht lesen: %2</translation>
     </message>
 </context>
 <context>
@@ -2005,10 +2044,6 @@ Optionen:
     <message>
         <source>%1: lines with old values, because a module did not answer: %2</source>
         <translation>%1: Zeilen mit alten Werten, weil ein Modul nicht antwortete: %2</translation>
-    </message>
-    <message>
-        <source>plot: none of these plugins has one, so no scene was run</source>
-        <translation>Diagramm: keines dieser Plugins hat eines, also lief keine Szene ab</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include "PlotterWindow.h"
 #include "logging/Recordings.h"
 #include "modules/AnswerWatch.h"
+#include "window/AppearanceMenu.h"
 #include "window/ContainerWindow.h"
 #include "window/FileMenu.h"
 #include "window/HelpMenu.h"
@@ -123,7 +124,7 @@ void MainWindow::removeContainer(ContainerInterface *container)
     if (const QPointer<ContainerWindow> window = m_windows.take(container)) {
         window->close();
     }
-    delete m_openActions.take(container);
+    delete m_actions.take(container);
     m_recordings->containerRemoved(container);
     m_workbench->removeContainer(container);
 }
@@ -219,6 +220,11 @@ void MainWindow::showHint()
     }
 }
 
+void MainWindow::offerAppearance(const QStringList &languages)
+{
+    new AppearanceMenu(this, m_viewMenu, languages);
+}
+
 FileMenu *MainWindow::fileMenu() const
 {
     return m_fileMenu;
@@ -297,6 +303,7 @@ void MainWindow::offerContainer(ContainerInterface *container)
     action->setStatusTip(tr("Open %1, or bring its window to the front").arg(title));
     action->setToolTip(action->statusTip());
     action->setCheckable(true); // checked while it is in front
+    m_actions.insert(container, action);
     if (number <= maximumShortcuts) {
         action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
     }
@@ -304,7 +311,6 @@ void MainWindow::offerContainer(ContainerInterface *container)
         openContainer(container);
         showActive(); // a click on a checked action unchecks it
     });
-    m_openActions.insert(container, action);
     m_containerMenu->addAction(action);
     if (container->property(DynamicProperty::ShowOnToolbar).toBool()) {
         m_toolBar->addAction(action);
@@ -335,9 +341,15 @@ void MainWindow::bringToFront(ContainerInterface *container, ContainerWindow *wi
 
 void MainWindow::showActive()
 {
-    ContainerInterface *const front = frontContainer();
-    for (auto action = m_openActions.cbegin(); action != m_openActions.cend(); ++action) {
-        action.value()->setChecked(action.key() == front);
+    const QMdiSubWindow *const active = m_workspace->activeSubWindow();
+    QWidget *front = nullptr;
+    for (auto window = m_windows.cbegin(); window != m_windows.cend(); ++window) {
+        const bool isFront = !window.value().isNull() && window.value()->container() != nullptr &&
+                             WorkspaceWindow::of(window.value()) == active && active != nullptr;
+        if (QAction *const action = m_actions.value(window.key())) {
+            action->setChecked(isFront);
+        }
+        front = isFront ? window.key() : front;
     }
     m_plotMenu->setContainer(front);
 }

@@ -59,6 +59,9 @@ public:
     /// Shows the hint for newcomers above the workspace, unless it was closed once.
     void showHint();
 
+    /// Offers colours and \a languages (codes) in the View menu.
+    void offerAppearance(const QStringList &languages);
+
     /// The menu by which set-ups are opened and saved. Owned by the window.
     FileMenu *fileMenu() const;
 
@@ -90,5 +93,5 @@ private:
     Notices *m_notices = nullptr;
     PlotMenu *m_plotMenu = nullptr;
     QHash<ContainerInterface *, QPointer<ContainerWindow>> m_windows;
-    QHash<ContainerInterface *, QAction *> m_openActions;
+    QHash<ContainerInterface *, QAction *> m_actions;
 };

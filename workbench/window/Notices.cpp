@@ -27,11 +27,11 @@ Notices::Notices(Workbench *workbench, const AnswerWatch *answers, Recordings *r
     , m_recordings(recordings)
     , m_pluggedIn(SourceWatch::pluggedIn(workbench->modules()))
 {
-    const ModuleRack &modules = workbench->modules();
-    connect(&modules, &ModuleRack::changed, this, &Notices::noteModules);
-    connect(&modules, &ModuleRack::removed, this, &Notices::noteModules);
-    connect(&modules, &ModuleRack::replaced, this, &Notices::noteModules);
-    connect(&modules, &ModuleRack::failed, this,
+    const ModuleRack *const modules = &workbench->modules();
+    for (const auto signal : {&ModuleRack::changed, &ModuleRack::removed, &ModuleRack::replaced}) {
+        connect(modules, signal, this, &Notices::noteModules);
+    }
+    connect(modules, &ModuleRack::failed, this,
             [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
     connect(recordings, &Recordings::changed, this, [this] {
         for (const Watched &watched : qAsConst(m_watched)) {

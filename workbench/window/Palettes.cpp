@@ -3,6 +3,7 @@
 #include "window/WorkbenchStyle.h"
 
 #include <QApplication>
+#include <QMap>
 #include <QPalette>
 #include <QStyle>
 
@@ -52,30 +53,64 @@ QPalette darkPalette()
     return palette;
 }
 
+/// What the application looks like where nothing was chosen.
+struct SystemLook
+{
+    QString style = QApplication::style()->objectName();
+    QPalette palette = QApplication::palette();
+};
+
+/// As it was at the first call.
+const SystemLook &systemLook()
+{
+    static const SystemLook look;
+    return look;
+}
+
+PaletteChoice &appliedPalette()
+{
+    static PaletteChoice choice = PaletteChoice::System;
+    return choice;
+}
+
+const QMap<QString, PaletteChoice> &paletteNames()
+{
+    static const QMap<QString, PaletteChoice> names = {{QStringLiteral("system"), PaletteChoice::System},
+                                                       {QStringLiteral("light"), PaletteChoice::Light},
+                                                       {QStringLiteral("dark"), PaletteChoice::Dark}};
+    return names;
+}
+
 } // namespace
 
 std::optional<PaletteChoice> paletteChoice(const QString &name)
 {
-    if (name == QLatin1String("system")) {
-        return PaletteChoice::System;
-    }
-    if (name == QLatin1String("light")) {
-        return PaletteChoice::Light;
-    }
-    if (name == QLatin1String("dark")) {
-        return PaletteChoice::Dark;
-    }
-    return std::nullopt;
+    return paletteNames().contains(name) ? std::make_optional(paletteNames().value(name)) : std::nullopt;
+}
+
+QString paletteName(PaletteChoice choice)
+{
+    return paletteNames().key(choice);
 }
 
 void applyPalette(PaletteChoice choice)
 {
+    const SystemLook &look = systemLook();
     if (choice != PaletteChoice::System) {
         QApplication::setStyle(new WorkbenchStyle);
         QApplication::setPalette(
             choice == PaletteChoice::Dark ? darkPalette() : withPlotColors(QApplication::style()->standardPalette()));
-    } else if (!isDark(QApplication::palette())) {
-        QApplication::setPalette(withPlotColors(QApplication::palette()));
+    } else {
+        if (appliedPalette() != PaletteChoice::System) {
+            QApplication::setStyle(look.style);
+        }
+        QApplication::setPalette(isDark(look.palette) ? look.palette : withPlotColors(look.palette));
     }
+    appliedPalette() = choice;
     qApp->setStyleSheet(workbenchStyleSheet());
+}
+
+PaletteChoice currentPalette()
+{
+    return appliedPalette();
 }

@@ -15,5 +15,11 @@ enum class PaletteChoice
 /// The choice named "system", "light" or "dark"; none for any other text.
 std::optional<PaletteChoice> paletteChoice(const QString &name);
 
-/// Sets style and palette of the whole application, once and before windows are made; needs the application object.
+/// The name that paletteChoice() takes.
+QString paletteName(PaletteChoice choice);
+
+/// Sets style and palette of the whole application, also of windows that are there; needs the application object.
 void applyPalette(PaletteChoice choice);
+
+/// The choice that was applied last; System before.
+PaletteChoice currentPalette();

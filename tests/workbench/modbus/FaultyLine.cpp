@@ -21,6 +21,7 @@ constexpr int pollMs = 50;
 constexpr int tcpHeaderSize = 6;
 constexpr int crcSize = 2;
 constexpr int withinLimitMs = 60;
+constexpr int trickleMs = 60;
 
 void pause(int ms)
 {
@@ -117,6 +118,10 @@ QString FaultyLine::serverPort() const
 void FaultyLine::run()
 {
     while (!m_isEnding) {
+        if (repeatsNow) {
+            sendToClient(m_answerBefore);
+            repeatsNow = false;
+        }
         pollfd ends[] = {{m_listener, POLLIN, 0}, {m_client, POLLIN, 0}, {m_server, POLLIN, 0}};
         if (poll(ends, std::size(ends), pollMs) <= 0) {
             continue;
@@ -199,6 +204,12 @@ void FaultyLine::apply(Fault chosen, const QByteArray &answer)
         for (const char byte : answer) {
             sendToClient(QByteArray(1, byte));
             std::this_thread::sleep_for(std::chrono::microseconds(200));
+        }
+        break;
+    case Trickled:
+        for (const char byte : answer) {
+            sendToClient(QByteArray(1, byte));
+            pause(trickleMs);
         }
         break;
     case RequestLost:

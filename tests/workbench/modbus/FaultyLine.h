@@ -18,6 +18,7 @@ public:
         None,
         Delayed,     ///< within the time that an answer may take
         Split,       ///< sent byte by byte
+        Trickled,    ///< byte by byte, so slowly that the whole is late
         RequestLost, ///< the server never sees it
         AnswerLost,
         Late,      ///< after the time that an answer may take, when the client may already have asked again
@@ -51,6 +52,7 @@ public:
     std::atomic<int> randomFaultInterval{0};
     std::atomic<int> baud{0}; ///< bytes of both directions take as long as at this rate with 10 bits each; 0: no time
     std::atomic<int> faultCount{0};
+    std::atomic<bool> repeatsNow{false}; ///< the last answer is sent once more, unasked
 
 private:
     void run();

@@ -1,6 +1,7 @@
 #include "FaultyLine.h"
 #include "GuardedTest.h"
 #include "ModbusProbe.h"
+#include "modules/modbus/ModbusConnection.h"
 
 #include <QElapsedTimer>
 
@@ -68,6 +69,7 @@ class ModbusFaultsTest : public GuardedTest
 private slots:
     void faultsGiveNoWrongValue_data();
     void faultsGiveNoWrongValue();
+    void unaskedAnswerIsDropped();
     void troubleIsNamed_data();
     void troubleIsNamed();
     void tenDevicesOfWhichFiveAreSilent();
@@ -136,6 +138,20 @@ void ModbusFaultsTest::faultsGiveNoWrongValue()
         QVERIFY2(device->answeredSilent == 0 && device->wasSilent == !device->isHarmless(), qPrintable(name));
         const auto longestMs = static_cast<int>(device->probe->statistics().longestDurationNs / nsPerMs);
         QVERIFY2(longestMs <= 60 + jitter.longestMs(), qPrintable(name + QString::number(longestMs)));
+    }
+}
+
+void ModbusFaultsTest::unaskedAnswerIsDropped()
+{
+    FaultyDevice overTcp(false, FaultyLine::None);
+    FaultyDevice overSerial(true, FaultyLine::None);
+    QVERIFY(waitUntil([&] { return overTcp.probe->ask() && overSerial.probe->ask(); }));
+    QTest::qSleep(ModbusConnection::expiryMs + 200); // until nothing is asked any more
+    for (const FaultyDevice *const device : {&overTcp, &overSerial}) {
+        device->line->repeatsNow = true;
+        QVERIFY(waitUntil([&] { return !device->line->repeatsNow; }));
+        QVERIFY(waitUntil([&] { return device->probe->ask(); }));
+        QCOMPARE(device->probe->mistake(), QString());
     }
 }
 

@@ -12,8 +12,8 @@ namespace
 
 constexpr std::size_t requestSize = 12;
 constexpr std::size_t headerSize = 6; // up to the length of what follows
-constexpr int minimumLength = 3;      // unit, function and one byte
-constexpr int maximumLength = 254;
+constexpr unsigned minimumLength = 3; // unit, function and one byte
+constexpr unsigned maximumLength = 254;
 constexpr std::size_t unitPlace = 6;
 constexpr std::size_t functionPlace = 7;
 constexpr std::size_t countPlace = 10; // in a request
@@ -21,17 +21,24 @@ constexpr std::size_t bytesPlace = 8;  // in an answer
 constexpr unsigned char lastBitFunction = 2;
 constexpr unsigned char lastReadFunction = 4;
 constexpr unsigned char exceptionBit = 0x80;
-constexpr int exceptionLength = 3;
+constexpr unsigned exceptionLength = 3;
 
-int wordAt(const std::vector<unsigned char> &bytes, std::size_t place)
+unsigned wordAt(const std::vector<unsigned char> &bytes, std::size_t place)
 {
-    return bytes[place] * 256 + bytes[place + 1];
+    return bytes[place] * 256U + bytes[place + 1];
+}
+
+std::vector<unsigned char> withTransaction(std::vector<unsigned char> frame, unsigned transaction)
+{
+    frame[0] = static_cast<unsigned char>(transaction >> 8U);
+    frame[1] = static_cast<unsigned char>(transaction & 0xFFU);
+    return frame;
 }
 
 /// How many bytes of payload answer \a request.
-int payloadOf(const std::vector<unsigned char> &request)
+unsigned payloadOf(const std::vector<unsigned char> &request)
 {
-    const int count = wordAt(request, countPlace);
+    const unsigned count = wordAt(request, countPlace);
     return request[functionPlace] <= lastBitFunction ? (count + 7) / 8 : count * 2;
 }
 
@@ -42,8 +49,10 @@ bool sendAll(int socket, const std::vector<unsigned char> &bytes)
 
 } // namespace
 
-AnswerGate::AnswerGate(int device, int library, std::function<void()> onEnd)
-    : m_device(device), m_library(library), m_onEnd(std::move(onEnd)), m_thread([this] { run(); })
+AnswerGate::AnswerGate(int device, int library, unsigned *transaction, std::function<void()> onEnd)
+    : m_device(device), m_library(library), m_transaction(transaction), m_onEnd(std::move(onEnd)), m_thread([this] {
+        run();
+    })
 {
 }
 
@@ -111,7 +120,8 @@ bool AnswerGate::passRequest()
         m_fault = {};
     }
     m_isWaiting = true;
-    return sendAll(m_device, m_request) || fail(ConnectionTrouble::Kind::Closed);
+    *m_transaction = (*m_transaction + 1) & 0xFFFFU;
+    return sendAll(m_device, withTransaction(m_request, *m_transaction)) || fail(ConnectionTrouble::Kind::Closed);
 }
 
 bool AnswerGate::passAnswers()
@@ -123,14 +133,14 @@ bool AnswerGate::passAnswers()
     }
     m_received.insert(m_received.end(), bytes.begin(), bytes.begin() + size);
     while (m_received.size() >= headerSize) {
-        const int length = wordAt(m_received, 4);
+        const unsigned length = wordAt(m_received, 4);
         if (wordAt(m_received, 2) != 0) {
             return fail(ConnectionTrouble::Kind::NotModbus);
         }
         if (length < minimumLength || length > maximumLength) {
             return fail(ConnectionTrouble::Kind::WrongLength);
         }
-        const auto frameSize = static_cast<std::ptrdiff_t>(headerSize) + length;
+        const auto frameSize = static_cast<std::ptrdiff_t>(headerSize + length);
         if (static_cast<std::ptrdiff_t>(m_received.size()) < frameSize) {
             break;
         }
@@ -142,9 +152,9 @@ bool AnswerGate::passAnswers()
     return true;
 }
 
-bool AnswerGate::passAnswer(const Bytes &frame)
+bool AnswerGate::passAnswer(Bytes frame)
 {
-    if (!m_isWaiting || wordAt(frame, 0) != wordAt(m_request, 0)) {
+    if (!m_isWaiting || wordAt(frame, 0) != *m_transaction) {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_fault = {ConnectionTrouble::Kind::WrongTransaction, 0, {}};
         return true;
@@ -152,7 +162,7 @@ bool AnswerGate::passAnswer(const Bytes &frame)
     if (frame[unitPlace] != m_request[unitPlace]) {
         return fail(ConnectionTrouble::Kind::WrongUnit, frame[unitPlace]);
     }
-    const int length = wordAt(frame, 4);
+    const unsigned length = wordAt(frame, 4);
     const unsigned char function = m_request[functionPlace];
     if (frame[functionPlace] == (function | exceptionBit)) {
         if (length != exceptionLength) {
@@ -164,7 +174,7 @@ bool AnswerGate::passAnswer(const Bytes &frame)
         return fail(ConnectionTrouble::Kind::WrongLength);
     }
     m_isWaiting = false;
-    return sendAll(m_library, frame);
+    return sendAll(m_library, withTransaction(std::move(frame), wordAt(m_request, 0)));
 }
 
 bool AnswerGate::fail(ConnectionTrouble::Kind kind, int number)

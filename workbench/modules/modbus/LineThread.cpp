@@ -279,7 +279,6 @@ private:
     {
         const qint64 nowNs = modbusNowNs();
         if (round.trouble.kind != Kind::None) {
-            dropAnswers(unit);
             unit->trouble = round.trouble;
             ++unit->failures;
             unit->nextTryNs = nowNs + pauseNs(unit->failures, ModbusConnection::longestPauseMs);

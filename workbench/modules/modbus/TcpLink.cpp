@@ -14,6 +14,7 @@
 
 #include <cerrno>
 #include <functional>
+#include <random>
 
 namespace
 {
@@ -112,7 +113,7 @@ int connectTo(const addrinfo &address, int stop, qint64 deadlineNs, int *error)
 } // namespace
 
 TcpLink::TcpLink(const ConnectionSettings &settings, const WakeSignal &stop, std::function<void()> onEnd)
-    : ModbusLink(settings), m_stop(stop), m_onEnd(std::move(onEnd))
+    : ModbusLink(settings), m_stop(stop), m_onEnd(std::move(onEnd)), m_transaction(std::random_device()() & 0xFFFFU)
 {
 }
 
@@ -147,7 +148,7 @@ ConnectionTrouble TcpLink::open()
         ::close(device);
         return {Kind::SystemError, error, {}};
     }
-    m_gate = std::make_unique<AnswerGate>(device, ends[1], m_onEnd);
+    m_gate = std::make_unique<AnswerGate>(device, ends[1], &m_transaction, m_onEnd);
     m_context = modbus_new_tcp("127.0.0.1", m_settings.port); // never connects: the socket is given
     if (m_context == nullptr || ends[0] >= FD_SETSIZE) {      // the library waits by select()
         ::close(ends[0]);

@@ -25,5 +25,6 @@ protected:
 private:
     const WakeSignal &m_stop;
     const std::function<void()> m_onEnd;
+    unsigned m_transaction; // of the last request, over all connections
     std::unique_ptr<AnswerGate> m_gate;
 };

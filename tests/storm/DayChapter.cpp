@@ -1,0 +1,222 @@
+// A working day: four full curves and a recording; and how the program ends when it is asked to.
+
+#include "Chapters.h"
+#include "Harness.h"
+#include "Watch.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <cstdio>
+#include <sys/resource.h>
+
+namespace
+{
+
+constexpr int tickMs = 14;
+constexpr int refreshTicks = 18;
+constexpr double secondsPerHour = 3600.0;
+
+struct Day
+{
+    explicit Day(const QString &path)
+    {
+        harness.open();
+        channel = plugIn(&harness.handler, QStringLiteral("D/0"), 2)->channel;
+        channel->answer = [this](const Command &) { return static_cast<qint32>(++value % 100000U); };
+        chooseAll(&harness);
+        harness.sampleTick(); // the first points are not recorded
+        harness.startLog(path);
+        linesBefore = Watch::announcedLines();
+        exchangesBefore = channel->statistics().answeredExchanges;
+    }
+
+    qint64 lines() const
+    {
+        return Watch::announcedLines() - linesBefore;
+    }
+
+    qint64 samples() const
+    {
+        return static_cast<qint64>(channel->statistics().answeredExchanges - exchangesBefore) / curveCount;
+    }
+
+    PluginHarness harness{pluginRoot(), QStringLiteral("Day")};
+    StormChannel *channel = nullptr;
+    quint32 value = 0;
+    qint64 linesBefore = 0;
+    quint64 exchangesBefore = 0;
+};
+
+qint64 linesIn(const QString &path)
+{
+    QFile file(path);
+    qint64 lines = -2;
+    int number = 0;
+    bool isWhole = file.open(QIODevice::ReadOnly);
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine();
+        isWhole =
+            isWhole && line.endsWith(";\r\n") && (++lines < 1 || line.split(';').constFirst().toInt() == ++number);
+    }
+    return isWhole ? lines : -1;
+}
+
+void fastDay(const Sizes &sizes, double hours)
+{
+    StormChannel::advance(0);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("day.csv"));
+    Day day(path);
+    const auto ticks = static_cast<qint64>(hours * secondsPerHour * 1000.0 / tickMs);
+    constexpr qint64 warmUpTicks = 12000; // the curves are full and were cut once
+    qint64 heap = 0;
+    qint64 resident = 0;
+    QElapsedTimer clock;
+    clock.start();
+    for (qint64 tick = 1; tick <= ticks; ++tick) {
+        StormChannel::advance(tickMs);
+        day.harness.sampleTick();
+        if (tick % refreshTicks == 0) {
+            day.harness.refreshTick();
+            QCoreApplication::processEvents();
+        }
+        if (tick == qMin(ticks, warmUpTicks)) {
+            heap = Watch::heapBytes();
+            resident = Watch::residentBytes();
+        }
+    }
+    const qint64 heapGrowth = Watch::heapBytes() - heap;
+    const qint64 samples = day.samples();
+    const qint64 lines = day.lines();
+    const QStringList warnings = Watch::takeFaults();
+    constexpr qint64 allowedGrowth = 2 << 20; // how full the four curves are
+    Report::add({QStringLiteral("day"), QStringLiteral("%1 h in fast motion, in sampling ticks").arg(hours), ticks,
+                 QStringLiteral("four full curves and a recording"),
+                 QStringLiteral("%1 samples of each curve, %2 lines announced, %3 in the file; memory %4 kB (resident "
+                                "%5 kB) more than after %6 ticks; %7 s %8")
+                     .arg(samples)
+                     .arg(lines)
+                     .arg(linesIn(path))
+                     .arg(heapGrowth / 1024)
+                     .arg((Watch::residentBytes() - resident) / 1024)
+                     .arg(qMin(ticks, warmUpTicks))
+                     .arg(clock.elapsed() / 1000)
+                     .arg(warnings.join(QLatin1Char(' '))),
+                 samples != ticks || lines != ticks || linesIn(path) != ticks || heapGrowth > allowedGrowth ||
+                     !warnings.isEmpty()});
+    Q_UNUSED(sizes)
+}
+
+void realDay(double hours)
+{
+    StormChannel::advance(-1);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("day.csv"));
+    const auto seconds = static_cast<int>(hours * secondsPerHour);
+    Day day(path);
+    day.harness.plugin->removeEventFilter(&day.harness); // its own timers fire from now on
+    QProcess pace;                                       // the loop without a plot
+    pace.start(QCoreApplication::applicationFilePath(),
+               {QStringLiteral("child"), QStringLiteral("pace"), QString::number(seconds)});
+    pace.waitForReadyRead();
+    pace.readLine();
+    const qint64 before = day.samples();
+    const qint64 heap = Watch::heapBytes();
+    QTest::qWait(seconds * 1000);
+    const qint64 samples = day.samples() - before;
+    const qint64 growth = (Watch::heapBytes() - heap) / 1024;
+    pace.waitForFinished();
+    const qint64 usual = pace.readAll().trimmed().toLongLong();
+    constexpr double share = 0.97;
+    const qint64 lines = linesIn(path);
+    Report::add({QStringLiteral("day"), QStringLiteral("in real time, in seconds"), seconds,
+                 QStringLiteral("four curves and a recording"),
+                 QStringLiteral("%1 samples; a timer without a plot fired %2 times meanwhile; %3 lines announced, %4 "
+                                "in the file; memory %5 kB more")
+                     .arg(samples)
+                     .arg(usual)
+                     .arg(day.lines())
+                     .arg(lines)
+                     .arg(growth),
+                 static_cast<double>(samples) < share * static_cast<double>(usual) || lines != day.lines()});
+}
+
+void endBySignal(const Sizes &sizes)
+{
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        const int count = sizes.of(1, 10);
+        QString fault;
+        qint64 lines = 0;
+        for (int round = 0; round < count && fault.isEmpty(); ++round) {
+            const QTemporaryDir folder;
+            QDir(folder.path()).mkpath(QStringLiteral("tmp"));
+            const QString log = folder.filePath(QStringLiteral("log.csv"));
+            const QString picture = folder.filePath(QStringLiteral("picture.png"));
+            QProcess program;
+            program.setEnvironment(QStringList{QStringLiteral("TMPDIR=%1/tmp").arg(folder.path())} +
+                                   QProcess::systemEnvironment());
+            program.start(QStringLiteral(PROGRAM),
+                          {QStringLiteral("--plugin"), QStringLiteral(PLUGIN), QStringLiteral("--scene"),
+                           QStringLiteral("four-curves"), QStringLiteral("--seconds"), QStringLiteral("600"),
+                           QStringLiteral("--log"), log, QStringLiteral("--picture"), picture});
+            const bool hasBegun = QTest::qWaitFor([&] { return QFileInfo(log).size() > 1500; }, 60000);
+            kill(static_cast<pid_t>(program.processId()), number);
+            program.waitForFinished(60000);
+            lines = linesIn(log);
+            const QStringList left =
+                QDir(folder.filePath(QStringLiteral("tmp"))).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+            if (!hasBegun || program.exitStatus() != QProcess::NormalExit || program.exitCode() != 128 + number ||
+                lines < 1 || !QFile::exists(picture) || !left.isEmpty()) {
+                fault =
+                    QStringLiteral("exit code %1, %2 lines, picture %3, left: %4; %5")
+                        .arg(program.exitCode())
+                        .arg(lines)
+                        .arg(QFile::exists(picture))
+                        .arg(left.join(QLatin1Char(' ')), QString::fromUtf8(program.readAllStandardError().left(300)));
+            }
+        }
+        Report::add({QStringLiteral("day"),
+                     QStringLiteral("signal %1")
+                         .arg(number == SIGTERM  ? QStringLiteral("TERM")
+                              : number == SIGINT ? QStringLiteral("INT")
+                                                 : QStringLiteral("HUP")),
+                     count, QStringLiteral("the program in the middle of a recording"),
+                     fault.isEmpty()
+                         ? QStringLiteral(
+                               "ends like closing the window: whole log, picture, nothing left in the temporary folder")
+                         : fault,
+                     !fault.isEmpty()});
+    }
+}
+
+} // namespace
+
+int Chapters::pace(const QStringList &arguments)
+{
+    qint64 count = 0;
+    QTimer timer;
+    timer.setTimerType(Qt::CoarseTimer);
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&count] { ++count; });
+    std::puts("ready");
+    std::fflush(stdout);
+    timer.start(tickMs);
+    QTest::qWait(arguments.constFirst().toInt() * 1000);
+    std::printf("%lld\n", count);
+    return 0;
+}
+
+void Chapters::day(const Sizes &sizes)
+{
+    constexpr double workingDay = 8.0;
+    constexpr double briefDay = 0.06;
+    fastDay(sizes, sizes.isLong ? workingDay : briefDay);
+    if (sizes.hours > 0.0) {
+        realDay(sizes.hours);
+    }
+    endBySignal(sizes);
+}

@@ -1,0 +1,167 @@
+// What is left behind by openings, choices, exports and loads: memory, objects, descriptors, timers per cycle.
+
+#include "Chapters.h"
+#include "Harness.h"
+#include "Watch.h"
+
+#include <QPixmapCache>
+#include <QPluginLoader>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+
+namespace
+{
+
+struct Levels
+{
+    QMap<QByteArray, int> objects = Watch::objects();
+    qint64 heapBytes = Watch::heapBytes();
+    int descriptors = Watch::descriptors();
+    int timers = Watch::timers();
+};
+
+/// What may stay of each cycle.
+struct Allowed
+{
+    int objects = 0;
+    double heapBytes = 0.0;
+};
+
+int objectsIn(const QMap<QByteArray, int> &counts)
+{
+    int sum = 0;
+    for (const int count : counts) {
+        sum += count;
+    }
+    return sum;
+}
+
+void measure(const QString &tried, const QString &on, int count, const Allowed &allowed,
+             const std::function<void(int cycle)> &cycle)
+{
+    const int warmUp = qMax(20, count / 10);
+    for (int index = 0; index < warmUp; ++index) {
+        cycle(index);
+    }
+    Watch::settle();
+    QPixmapCache::clear(); // bounded, and not full yet
+    const Levels before;
+    for (int index = 0; index < count; ++index) {
+        cycle(index);
+    }
+    Watch::settle();
+    QPixmapCache::clear();
+    const Levels after;
+    const int objects = objectsIn(after.objects) - objectsIn(before.objects);
+    const double bytes = static_cast<double>(after.heapBytes - before.heapBytes) / count;
+    const int descriptors = after.descriptors - before.descriptors;
+    const int timers = after.timers - before.timers;
+    const QStringList warnings = Watch::takeFaults();
+    // Qt's caches grow in steps.
+    constexpr double slackBytes = 200000.0;
+    const bool isFault = objects > allowed.objects * count || bytes > allowed.heapBytes + slackBytes / count ||
+                         descriptors > 0 || timers > 0 || !warnings.isEmpty();
+    Report::add({QStringLiteral("life"), tried, count, on,
+                 QStringLiteral("objects left %1 (allowed %2) %3; bytes per cycle %4 (allowed %5); descriptors left "
+                                "%6, timers left %7 (allowed 0) %8")
+                     .arg(objects)
+                     .arg(allowed.objects * count)
+                     .arg(objects > allowed.objects * count ? Watch::growth(before.objects, after.objects) : QString())
+                     .arg(bytes, 0, 'f', 0)
+                     .arg(allowed.heapBytes, 0, 'f', 0)
+                     .arg(descriptors)
+                     .arg(timers)
+                     .arg(warnings.join(QLatin1Char(' '))),
+                 isFault});
+}
+
+void settleQuickly()
+{
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void loads(int count)
+{
+    const auto cycle = [](int) {
+        QPluginLoader loader(QStringLiteral(PLUGIN));
+        loader.setLoadHints({}); // else Qt keeps the file mapped
+        auto *const root = qobject_cast<ContainerInterface *>(loader.instance());
+        {
+            PluginHarness harness(root);
+            harness.open();
+            plugIn(&harness.handler, QStringLiteral("L/0"), 2);
+            chooseAll(&harness);
+            harness.sampleTick();
+            harness.refreshTick();
+            harness.close();
+        }
+        settleQuickly();
+        if (!loader.unload()) {
+            qWarning("the plugin's file was not unloaded");
+        }
+    };
+    // Once unmapped, what the plugin keeps for good (the records of four curves) is only lost.
+    measure(QStringLiteral("loading the plugin, opening, sampling, closing, unloading"),
+            QStringLiteral("the plugin's file"), count, {0, 10000.0}, cycle);
+}
+
+} // namespace
+
+void Chapters::life(const Sizes &sizes)
+{
+    StormChannel::advance(0);
+    loads(sizes.of(20, 500)); // before pluginRoot() loads it for good
+
+    const QTemporaryDir folder;
+    auto harness = std::make_unique<PluginHarness>(pluginRoot());
+    harness->open();
+    plugIn(&harness->handler, QStringLiteral("L/0"), 2);
+    plugIn(&harness->handler, QStringLiteral("L/1"), 67);
+    chooseAll(harness.get());
+    for (int tick = 0; tick < 500; ++tick) {
+        StormChannel::advance(14);
+        harness->sampleTick();
+    }
+    const QString four = QStringLiteral("four curves, two modules");
+    measure(QStringLiteral("opening and closing"), four, sizes.of(150, 10000), {0, 0.0}, [&](int) {
+        harness->close();
+        harness->open();
+        harness->sampleTick();
+        settleQuickly();
+    });
+    measure(QStringLiteral("choosing modules, motors and registers"), four, sizes.of(100, 2000), {0, 0.0},
+            [&](int index) {
+                ComboBox *const modules = harness->moduleBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
+                modules->setCurrentIndex(-1);
+                modules->setCurrentIndex(index / 8 % modules->count());
+                ComboBox *const motors = harness->motorBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
+                motors->setCurrentIndex(motors->count() - 1 - index / 16 % qMax(1, motors->count()));
+                harness->sampleTick();
+                settleQuickly();
+            });
+    measure(QStringLiteral("exporting, and closing the export window"), four, sizes.of(20, 500), {0, 0.0}, [&](int) {
+        harness->exported();
+        delete harness->window->findChild<QWidget *>(QStringLiteral("ExportXY"));
+        settleQuickly();
+    });
+    measure(QStringLiteral("recording into a new file"), four, sizes.of(30, 1000), {1, 2000.0}, [&](int index) {
+        harness->startLog(folder.filePath(QString::number(index % 16)));
+        StormChannel::advance(14);
+        harness->sampleTick();
+        harness->logBox()->click();
+        settleQuickly();
+    });
+    harness.reset();
+    // Records and points of four curves are kept for as long as the process lives.
+    measure(QStringLiteral("a new clone: made, opened, closed, destroyed"), QStringLiteral("the plugin's root"),
+            sizes.of(30, 1000), {0, 4000.0}, [&](int) {
+                PluginHarness once(pluginRoot());
+                once.open();
+                once.sampleTick();
+                once.close();
+                settleQuickly();
+            });
+}

@@ -1,0 +1,295 @@
+// What comes from the host: time, modules, openings and closings; and the commands of the window.
+
+#include "Player.h"
+
+#include "modules/ModuleRack.h"
+
+#include "host/ComboBox.h"
+#include "host/ContainerInterface.h"
+#include "host/ExportCSV.h"
+#include "host/PluginHandler.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QPushButton>
+
+namespace
+{
+
+constexpr int tickMs = 14;
+
+} // namespace
+
+void Player::tick(const Op &op)
+{
+    const QPointer<ContainerInterface> container = chosen(op);
+    for (int count = numberIn(op.a, 1, op.a % 60U == 0U ? 300 : 16); count > 0 && container != nullptr; --count) {
+        StormChannel::advance(tickMs);
+        deliver(container, true);
+    }
+}
+
+void Player::refresh(const Op &op)
+{
+    deliver(chosen(op), false);
+}
+
+void Player::notices(const Op &op)
+{
+    // What the timer of the notices would do.
+    QMetaObject::invokeMethod(chosen(op), "updateModuleList");
+}
+
+void Player::moduleComes(const Op &op)
+{
+    ModuleRack *const rack = m_host->rack();
+    if (rack != nullptr && op.a % 4U == 0U) {
+        const int place = numberIn(op.b, 0, rack->count() - 1);
+        rack->setPluggedIn(place, !rack->isPluggedIn(place));
+        return;
+    }
+    constexpr quint32 maximumModules = 5;
+    auto *const module = new StormModule(QStringLiteral("S%1/m %1").arg(op.b % maximumModules), op.a / 4U);
+    if (!m_host->registry()->addModulePlugin(module)) {
+        delete module;
+        return;
+    }
+    m_modules.append(module);
+}
+
+void Player::moduleGoes(const Op &op)
+{
+    StormModule *const module = someModule(op.a);
+    if (module == nullptr) {
+        return;
+    }
+    if (op.b % 4U == 0U) {
+        delete module; // without a notice before
+    } else {
+        m_host->registry()->removeModulePlugin(module->key());
+    }
+    m_modules.removeAll(nullptr);
+}
+
+void Player::moduleReplaced(const Op &op)
+{
+    StormModule *const module = someModule(op.a);
+    if (module == nullptr) {
+        return;
+    }
+    const QString key = module->key();
+    m_host->registry()->removeModulePlugin(key);
+    m_modules.removeAll(nullptr);
+    auto *const other = new StormModule(key, op.b);
+    if (!m_host->registry()->addModulePlugin(other)) {
+        delete other;
+        return;
+    }
+    m_modules.append(other);
+}
+
+void Player::moduleManner(const Op &op)
+{
+    if (StormModule *const module = someModule(op.a)) {
+        module->channel->manner = op.b % 3U == 0U   ? StormChannel::Manner::Silent
+                                  : op.b % 3U == 1U ? StormChannel::Manner::Babbling
+                                                    : StormChannel::Manner::Answers;
+    }
+}
+
+void Player::schedule(const Op &op)
+{
+    if (StormModule *const module = someModule(op.a)) {
+        module->channel->onExchange = [this, op] {
+            ++m_depth;
+            act(static_cast<int>(op.c % StormHost::containerCount), op.b);
+            --m_depth;
+        };
+    }
+}
+
+/// What may happen at any moment, also in the middle of an exchange or under a dialog.
+void Player::act(int container, quint32 what)
+{
+    Op op;
+    op.a = what / 12U;
+    op.b = what / 96U;
+    op.c = static_cast<quint32>(container);
+    switch (what % 12U) {
+    case 0:
+    case 1:
+        moduleGoes(op);
+        break;
+    case 2:
+        moduleComes(op);
+        break;
+    case 3:
+        m_host->close(container);
+        break;
+    case 4:
+        renew(op);
+        break;
+    case 5:
+        while (someModule(0) != nullptr) {
+            moduleGoes(op);
+        }
+        break;
+    case 6:
+        moduleReplaced(op);
+        break;
+    case 7:
+        tick(op);
+        break;
+    case 8:
+        box(op);
+        break;
+    case 9:
+        table(op);
+        break;
+    case 10:
+        button(op);
+        break;
+    default:
+        notices(op);
+    }
+}
+
+void Player::openOrClose(const Op &op)
+{
+    const auto index = static_cast<int>(op.c % StormHost::containerCount);
+    if (op.a % 6U == 0U) {
+        m_host->close(index);
+    } else {
+        m_host->open(index);
+    }
+}
+
+void Player::renew(const Op &op)
+{
+    if (m_host->isRenewedWhole() && (m_depth > 0 || op.a % 8U != 0U)) {
+        return;
+    }
+    m_host->renew(static_cast<int>(op.c % StormHost::containerCount));
+    m_renewals += m_host->isRenewedWhole() ? StormHost::containerCount : 1;
+    for (quint32 index = 0; index < StormHost::containerCount; ++index) {
+        Op other = op;
+        other.c = index;
+        chosen(other);
+    }
+}
+
+void Player::click(ContainerInterface *container, const QString &name)
+{
+    auto *const button = container->findChild<QAbstractButton *>(name);
+    if (button != nullptr && container->parent() != nullptr) { // nobody can click in a container that is closed
+        button->click();
+    }
+}
+
+void Player::log(const Op &op)
+{
+    if (op.a % 3U != 0U) { // else whatever the box and the sources are
+        sources(op);
+        tick(op);
+    }
+    click(chosen(op), QStringLiteral("cbLog"));
+    tick(op);
+}
+
+void Player::exportWindow(const Op &op)
+{
+    click(chosen(op), QStringLiteral("btnExport"));
+    QWidget *const window = m_host->window(static_cast<int>(op.c % StormHost::containerCount));
+    auto *const shown = window == nullptr ? nullptr : window->findChild<ExportCSV *>();
+    if (shown == nullptr) {
+        return;
+    }
+    const QList<QPushButton *> buttons = shown->findChildren<QPushButton *>();
+    if (op.a % 3U == 0U && !buttons.isEmpty()) {
+        buttons.at(static_cast<int>(op.b % static_cast<quint32>(buttons.size())))->click();
+    } else if (op.a % 3U == 1U) {
+        shown->close();
+    }
+}
+
+void Player::button(const Op &op)
+{
+    const char *const names[] = {"btnCamera", "btnResetData", "btnRefresh"};
+    click(chosen(op), QLatin1String(names[op.a % 8U == 0U ? 0U : 1U + op.a % 2U]));
+}
+
+void Player::strangeCall(const Op &op)
+{
+    ContainerInterface *const container = chosen(op);
+    switch (op.a % 5U) {
+    case 0:
+        QMetaObject::invokeMethod(container, "btnClicked", Q_ARG(int, numberIn(op.b, -5, 5)));
+        break;
+    case 1:
+        QMetaObject::invokeMethod(container, "setModule", Q_ARG(int, numberIn(op.b, -5, 5)));
+        break;
+    case 2:
+        QMetaObject::invokeMethod(container, "setMotorTable", Q_ARG(int, numberIn(op.b, -5, 5)));
+        break;
+    case 3:
+        QMetaObject::invokeMethod(container, "itemClicked", Q_ARG(QModelIndex, QModelIndex()));
+        break;
+    default:
+        QTimerEvent stray(numberIn(op.b, -5, 100000) + 1000000);
+        m_isDelivering = true;
+        QCoreApplication::sendEvent(container, &stray);
+        m_isDelivering = false;
+    }
+}
+
+/// After one event the plot has to look as one that is drawn from scratch.
+void Player::picture(const Op &op)
+{
+    const QPointer<QWidget> plot = plotOf(chosen(op));
+    constexpr int maximumPixels = 2000 * 1200; // larger ones take long
+    if (plot == nullptr || plot->size().isEmpty() || plot->width() * plot->height() > maximumPixels) {
+        return;
+    }
+    // The plot is not drawn anew when a curve is switched on or off, or gets other names: begins with a new picture.
+    QEvent style(QEvent::StyleChange);
+    QCoreApplication::sendEvent(plot, &style);
+    plot->grab();
+    Op step = op;
+    step.b *= 6U; // at the plot itself
+    switch (op.a % 7U) {
+    case 0:
+        tick(op);
+        refresh(op);
+        break;
+    case 1:
+        drag(op);
+        break;
+    case 2:
+        wheel(step);
+        break;
+    case 3:
+        look(step);
+        break;
+    case 4:
+        plot->resize(numberIn(op.b, 1, 900), numberIn(op.b >> 16U, 1, 700));
+        break;
+    case 5:
+        step.c = op.c % 2U + (op.c % 2U == 0U ? 0U : 2U); // divisible by 3
+        key(step);
+        break;
+    default:
+        button(op);
+    }
+    if (plot == nullptr || plot->size().isEmpty()) {
+        return;
+    }
+    const QImage shown = plot->grab().toImage();
+    const QSize size = plot->size();
+    plot->resize(size + QSize(1, 1));
+    plot->grab();
+    plot->resize(size);
+    ++m_counts.pictures;
+    if (shown != plot->grab().toImage()) {
+        fail(QStringLiteral("the picture is not one drawn from scratch, %1 x %2").arg(size.width()).arg(size.height()));
+    }
+}

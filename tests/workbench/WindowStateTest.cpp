@@ -1,0 +1,154 @@
+#include "window/WindowState.h"
+#include "GuardedTest.h"
+#include "window/AppearanceMenu.h"
+#include "window/Preferences.h"
+
+#include "host/AppSettings.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace
+{
+
+/// A window with a dock, as it is kept between runs.
+struct Window
+{
+    Window()
+    {
+        dock->setObjectName(QStringLiteral("dock"));
+        window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+    }
+
+    QMainWindow window;
+    QDockWidget *const dock = new QDockWidget(QStringLiteral("Dock"));
+};
+
+/// Chooses an entry of a menu by its text.
+void choose(const QMenu &menu, const QString &text)
+{
+    const QList<QAction *> actions = menu.findChildren<QAction *>();
+    for (QAction *const action : actions) {
+        if (action->text() == text) {
+            action->trigger();
+            return;
+        }
+    }
+    QFAIL(qPrintable(text));
+}
+
+} // namespace
+
+/// What is kept between runs: the window's place, palette and language.
+class WindowStateTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void windowComesBackOnScreen_data()
+    {
+        QTest::addColumn<QRect>("was");
+        QTest::addColumn<QList<QRect>>("screens");
+        QTest::addColumn<QRect>("expected");
+        const QRect left(0, 0, 1920, 1080);
+        const QRect right(1920, 100, 1280, 720);
+        const QRect small(0, 30, 1024, 570); // below a bar
+        QTest::newRow("where it was") << QRect(5, 6, 700, 500) << QList<QRect>{left} << QRect(5, 6, 700, 500);
+        QTest::newRow("second screen") << QRect(2000, 200, 700, 500) << QList<QRect>{left, right}
+                                       << QRect(2000, 200, 700, 500);
+        QTest::newRow("second screen is gone")
+            << QRect(2000, 200, 700, 500) << QList<QRect>{left} << QRect(1220, 200, 700, 500);
+        QTest::newRow("far off") << QRect(-9000, 90000, 700, 500) << QList<QRect>{left, right}
+                                 << QRect(0, 580, 700, 500);
+        QTest::newRow("above the bar") << QRect(10, -20, 700, 500) << QList<QRect>{small} << QRect(10, 30, 700, 500);
+        QTest::newRow("too large") << QRect(100, 100, 1920, 1080) << QList<QRect>{small} << small;
+        QTest::newRow("across two screens, more on the right one")
+            << QRect(1700, 90, 700, 500) << QList<QRect>{left, right} << QRect(1920, 100, 700, 500);
+        QTest::newRow("no screen") << QRect(1, 2, 3, 4) << QList<QRect>() << QRect(1, 2, 3, 4);
+    }
+
+    void windowComesBackOnScreen()
+    {
+        QFETCH(QRect, was);
+        QFETCH(QList<QRect>, screens);
+        QTEST(WindowState::onScreen(was, screens), "expected");
+    }
+
+    void windowIsAsItWas()
+    {
+        {
+            Window first;
+            new WindowState(&first.window);
+            first.window.resize(610, 470);
+            first.window.move(40, 30);
+            first.window.show();
+            first.window.addDockWidget(Qt::BottomDockWidgetArea, first.dock);
+            first.dock->hide();
+            first.window.close();
+        }
+        Window second;
+        new WindowState(&second.window);
+        QCOMPARE(second.window.size(), QSize(610, 470));
+        QCOMPARE(second.window.pos(), QPoint(40, 30));
+        QVERIFY(second.window.dockWidgetArea(second.dock) == Qt::BottomDockWidgetArea && second.dock->isHidden());
+        second.window.showMaximized();
+        second.window.close();
+        Window third;
+        new WindowState(&third.window);
+        QVERIFY(third.window.isMaximized());
+        AppSettings().setValue(QStringLiteral("Workbench/Window/Docks"), QByteArray("garbage"));
+        AppSettings().setValue(QStringLiteral("Workbench/Window/Place"), QStringLiteral("nowhere"));
+        const Window fourth;
+        new WindowState(const_cast<QMainWindow *>(&fourth.window));
+        QVERIFY(!fourth.dock->isHidden());
+    }
+
+    void paletteChangesWhileWindowsAreOpen()
+    {
+        const QPalette system = QApplication::palette();
+        QMainWindow window;
+        auto *const content = new QWidget;
+        auto *const layout = new QVBoxLayout(content);
+        layout->addWidget(new QComboBox);
+        layout->addWidget(new QCheckBox);
+        window.setCentralWidget(content);
+        auto *const menu = window.menuBar()->addMenu(QStringLiteral("View"));
+        new AppearanceMenu(&window, menu, {QStringLiteral("de"), QStringLiteral("en")});
+        window.show();
+        QColor lightWindow;
+        for (const char *const name : {"&System", "&Dark", "&Light", "&Dark", "&System", "&System"}) {
+            choose(*menu, QString::fromLatin1(name));
+            QCoreApplication::processEvents();
+            const QColor ground = window.grab().toImage().pixelColor(window.width() / 2, window.height() - 2);
+            const bool isDark = qstrcmp(name, "&Dark") == 0;
+            QVERIFY2((ground.lightness() < 100) == isDark, name);
+        }
+        QCOMPARE(QApplication::palette().color(QPalette::Window), system.color(QPalette::Window));
+        QVERIFY(Preferences::palette() == PaletteChoice::System);
+        choose(*menu, QStringLiteral("&Dark"));
+        QVERIFY(Preferences::palette() == PaletteChoice::Dark && currentPalette() == PaletteChoice::Dark);
+        choose(*menu, QStringLiteral("&System"));
+    }
+
+    void languageIsForTheNextStart()
+    {
+        QMainWindow window;
+        auto *const menu = window.menuBar()->addMenu(QStringLiteral("View"));
+        new AppearanceMenu(&window, menu, {QStringLiteral("de"), QStringLiteral("en")});
+        choose(*menu, QStringLiteral("Deutsch"));
+        QCOMPARE(Preferences::language(), QStringLiteral("de"));
+        QVERIFY(window.statusBar()->currentMessage().contains(QStringLiteral("next start")));
+        choose(*menu, QStringLiteral("As the &System"));
+        QCOMPARE(Preferences::language(), QString());
+    }
+};
+
+GUARDED_TEST_MAIN(WindowStateTest)
+#include "WindowStateTest.moc"

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QRect>
+
+class QMainWindow;
+
+/**
+ * Keeps size, place and docks of a window between runs, in the settings: restores them when it is made, and stores them
+ * whenever the window is about to close. Owned by the window. GUI thread.
+ */
+class WindowState : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// \param window not yet shown
+    explicit WindowState(QMainWindow *window);
+
+    /**
+     * \a frame (of a window, as it was) moved and shrunk so that it lies within one of \a screens: the one that shows most
+     * of it, or the first one when none shows any. The screens' rectangles are without the bars of the desktop.
+     */
+    static QRect onScreen(const QRect &frame, const QList<QRect> &screens);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void restore();
+    void store() const;
+
+    QMainWindow *const m_window; // the owner
+};
