@@ -2,6 +2,7 @@
 #include "logging/NamedPath.h"
 #include "logging/SourceWatch.h"
 #include "modules/AnswerWatch.h"
+#include "window/HelpMenu.h"
 #include "window/MessagePanel.h"
 #include "window/NoticeBar.h"
 
@@ -198,6 +199,40 @@ private slots:
         expectMessage(QtWarningMsg, QRegularExpression("picture.png is not there any more"));
         click(last);
         QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    }
+
+    void guideIsFoundInItsLanguage()
+    {
+        const QString english = HelpMenu::guidePage(QStringLiteral("en"));
+        if (english.isEmpty()) {
+            QSKIP("the guide was not built: cmark-gfm is missing");
+        }
+        QVERIFY(HelpMenu::guidePage(QStringLiteral("de")).endsWith("de/user-guide.html"));
+        QCOMPARE(HelpMenu::guidePage(QStringLiteral("fr")), english);
+        const GrowingPlot plot;
+        m_opened.clear();
+        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+        QApplication::setActiveWindow(plot.window.get());
+        QTest::keyClick(plot.window.get(), Qt::Key_F1);
+        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+        QCOMPARE(m_opened, QStringList(english));
+
+        // Every page that a page leads to is there, and every picture.
+        static const QRegularExpression link(QStringLiteral("(?:href|src)=\"([^\"#:]+)[\"#]"));
+        for (const QString &language : {QStringLiteral("en"), QStringLiteral("de")}) {
+            const QDir folder = QFileInfo(HelpMenu::guidePage(language)).dir();
+            const QStringList pages = folder.entryList({QStringLiteral("*.html")});
+            QVERIFY(!pages.isEmpty());
+            for (const QString &page : pages) {
+                QFile file(folder.filePath(page));
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                auto match = link.globalMatch(QString::fromUtf8(file.readAll()));
+                while (match.hasNext()) {
+                    const QString target = match.next().captured(1);
+                    QVERIFY2(QFileInfo::exists(folder.filePath(target)), qPrintable(page + ": " + target));
+                }
+            }
+        }
     }
 
 private:

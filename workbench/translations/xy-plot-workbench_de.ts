@@ -301,6 +301,10 @@
         <source>Answers/s</source>
         <translation>Antworten/s</translation>
     </message>
+    <message>
+        <source>How often and how fast each module answers, and how many requests it left unanswered.</source>
+        <translation>Wie oft und wie schnell jedes Modul antwortet, und wie viele Anfragen es unbeantwortet ließ.</translation>
+    </message>
 </context>
 <context>
     <name>FieldReader</name>
@@ -2055,6 +2059,13 @@ Optionen:
     <message>
         <source>The windows of the containers. &quot;Tile&quot; in the menu &quot;Containers&quot; shows them all.</source>
         <translation>Die Fenster der Container. „Nebeneinander“ im Menü „Container“ zeigt alle.</translation>
+    </message>
+</context>
+<context>
+    <name>WorkspaceWindow</name>
+    <message>
+        <source>%1: this window of the workspace</source>
+        <translation>%1: dieses Fenster der Arbeitsfläche</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,7 @@
 #include "window/WorkspaceWindow.h"
 
+#include <QAction>
+#include <QMenu>
 #include <QScrollArea>
 
 WorkspaceWindow::WorkspaceWindow(QWidget *content) : m_content(content)
@@ -11,6 +13,11 @@ WorkspaceWindow::WorkspaceWindow(QWidget *content) : m_content(content)
     scrollArea->setWindowTitle(content->windowTitle());
     scrollArea->setWidget(content);
     setWidget(scrollArea);
+    // Qt gives closing a key as soon as a window is in front.
+    const QList<QAction *> actions = systemMenu() == nullptr ? QList<QAction *>() : systemMenu()->actions();
+    for (QAction *const action : actions) {
+        action->setStatusTip(tr("%1: this window of the workspace").arg(action->text().remove(QLatin1Char('&'))));
+    }
 }
 
 WorkspaceWindow *WorkspaceWindow::of(const QWidget *content)
