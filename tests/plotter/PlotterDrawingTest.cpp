@@ -1,5 +1,4 @@
 #include "GridTicks.h"
-#include "GuardedTest.h"
 #include "PlotGeometry.h"
 #include "PlotterFixture.h"
 
@@ -72,8 +71,6 @@ private slots:
         QCOMPARE(described(0.0, 10.0), QStringLiteral("359:0 299:2 239:4 179:6 119:8 60:10")); // truncated, not rounded
         QCOMPARE(described(-2.5, 0.0), QStringLiteral("359: 299:-2 239: 179:-1 119: 60:0"));   // whole numbers only
         QCOMPARE(described(qQNaN(), 1.0), QStringLiteral("359: 299: 239: 179: 119: 60:"));
-        QCOMPARE(gridTicks(0.0, 10.0, 0, 50.0, 499.0).size(), 0);
-        QCOMPARE(gridTicks(0.0, 10.0, 499, 50.0, 499.0).size(), 500);
         QVERIFY(gridTicks(0.0, 10.0, std::numeric_limits<unsigned int>::max(), 50.0, 499.0).size() <= 500);
     }
 

@@ -105,7 +105,14 @@ void collectAllWindows(const QString &log, Texts &texts)
     QTRY_VERIFY_WITH_TIMEOUT(linesOf(log).size() > 6, maximumWaitMs);
     plot.window->recordings()->poll();
     plot.window->showHint();
+    plot.window->offerAppearance(Language::codes());
     plot.container->findChild<QPushButton *>(QStringLiteral("btnExport"))->click();
+    const QList<QAction *> actions = plot.window->findChildren<QAction *>();
+    for (QAction *const action : actions) {
+        if (action->menuRole() == QAction::AboutRole || action->shortcut() == QKeySequence(QStringLiteral("Ctrl+F1"))) {
+            action->trigger(); // opens a window
+        }
+    }
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (const QWidget *const window : windows) {
         collect(window, texts);
@@ -123,7 +130,9 @@ const QStringList international{
     QStringLiteral(
         "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
     // Words that German has, too.
-    QStringLiteral("Bank 2|Export|Intervall [0-9]+ ms|Module|Name"),
+    QStringLiteral(
+        "Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return|XY "
+        "Plot Workbench [0-9.]+"),
     // Not the program's: paths, times, what Qt's platform plugin for tests reports.
     QStringLiteral("/.*|.*_xyPlotter\\.csv|[0-9]+ [A-Z][a-z]+ [0-9]+ [0-9:]+|This plugin does not support .*"),
 };
@@ -223,7 +232,8 @@ private slots:
         }
         QSet<QString> shown;
         for (QString text : qAsConst(window.found)) {
-            shown.insert(text.remove(QLatin1Char('&')).remove(QStringLiteral("...")).remove(u'\u2026').trimmed());
+            static const QRegularExpression mark(QStringLiteral("&|\\.\\.\\.$|\u2026$|:$"));
+            shown.insert(text.remove(mark).trimmed());
         }
         const char *const page = QTest::currentDataTag();
         const QStringList names = found(page, "\\*\\*([^*]+)\\*\\*");
@@ -232,6 +242,13 @@ private slots:
         for (const QString &name : names) {
             if (!shown.contains(name)) {
                 unknown.append(name);
+            }
+        }
+        const QStringList keys = found(page, "`((?:Ctrl|Alt|Shift|Strg|Umschalt)\\+[^`]+|F[0-9]+)`");
+        QVERIFY(keys.size() > 20);
+        for (const QString &key : keys) {
+            if (!window.keys.contains(key) && key != QLatin1String("Alt+9")) { // there is one container only
+                unknown.append(key);
             }
         }
         QVERIFY2(unknown.isEmpty(), qPrintable(unknown.join(QLatin1Char('\n'))));

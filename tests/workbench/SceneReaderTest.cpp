@@ -41,11 +41,6 @@ private slots:
         for (const QString &path : paths) {
             QCOMPARE(readSceneFile(path).error, QString());
         }
-        QFile document(QStringLiteral(DOCUMENT_FOLDER "/scenes.md"));
-        QVERIFY(document.open(QIODevice::ReadOnly));
-        const QString example = QString::fromUtf8(document.readAll()).section("```json", 1).section("```", 0, 0);
-        QCOMPARE(readScene(example.toUtf8(), QStringLiteral("example")).error, QString());
-        QCOMPARE(readScene(example.toUtf8(), QString()).scene.curves.size(), 2);
         const Scene scene = readScene(soundScene, QString()).scene;
         QCOMPARE(scene.seed, 7U);
         const MotionProgram motion = std::get<SimulationSettings>(scene.modules.at(0).family).motions.value(2);
@@ -80,6 +75,7 @@ private slots:
         const QStringList rows[] = {
             {"broken syntax", "\"key\": \"B\"", "\"key\": B", ":7: expected JSON"},
             {"mistyped field", "\"signed\"", "\"sigend\"", "curves[1].x.sigend"},
+            {"line break in a name", "\"signed\"", "\"sig\\nned\"", "curves[1].x.sig ned\": expected no such field"},
             {"title missing", "\"title\": \"T\",", "", "\"title\": expected a text"},
             {"seed with a fraction", ": 7", ": 7.5", "\"seed\": expected a whole number"},
             {"unknown kind", "servo-1", "servo-9", "modules[1].kind"},

@@ -46,8 +46,11 @@ QList<QCommandLineOption> allOptions()
                Text::tr("A container plugin to load, or a folder of them; may be given more than once. Without it, "
                         "those that came with the program and those in the user's plugin folder are loaded."),
                "FILE|FOLDER"),
-        option("palette", Text::tr("Colours of the windows: light, dark or system (the default)."), "NAME"),
-        option("language", Text::tr("Language of the workbench: de or en; the system's own by default."), "CODE"),
+        option("palette",
+               Text::tr("Colours of the windows: light, dark or system; by default as chosen in the View menu."),
+               "NAME"),
+        option("language", Text::tr("Language of the workbench: de or en; by default as chosen in the View menu."),
+               "CODE"),
         option("settings", Text::tr("The settings file; scenes use one that is thrown away unless this is given."),
                "FILE"),
         option("list-scenes", Text::tr("List the shipped scenes and end."), nullptr),

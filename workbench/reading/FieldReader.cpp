@@ -15,6 +15,19 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(FieldReader)
 };
 
+/// With blanks for line breaks and other control characters, which names and texts of a file may hold.
+QString oneLine(QString text)
+{
+    for (QChar &character : text) {
+        const QChar::Category category = character.category();
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph) {
+            character = QLatin1Char(' ');
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 FieldReader::FieldReader(const QString &fileName) : m_fileName(fileName) {}
@@ -34,7 +47,7 @@ void FieldReader::addError(const QString &place, const QString &name, const QStr
     const QString field = placeOf(place, name);
     if (!m_places.contains(field)) { // what follows from the first error would only confuse
         m_places.append(field);
-        m_errors.append(Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, field, expected));
+        m_errors.append(oneLine(Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, field, expected)));
     }
 }
 

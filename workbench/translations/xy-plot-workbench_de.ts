@@ -943,14 +943,6 @@ Ein zweites beendet ihn sofort.
         <translation>Startwert allen simulierten Rauschens, anstelle dessen der Szene.</translation>
     </message>
     <message>
-        <source>Colours of the windows: light, dark or system (the default).</source>
-        <translation>Farben der Fenster: light (hell), dark (dunkel) oder system (die Vorgabe).</translation>
-    </message>
-    <message>
-        <source>Language of the workbench: de or en; the system&apos;s own by default.</source>
-        <translation>Sprache der Werkbank: de oder en; Vorgabe ist die des Systems.</translation>
-    </message>
-    <message>
         <source>The settings file; scenes use one that is thrown away unless this is given.</source>
         <translation>Die Einstellungsdatei; ohne diese Angabe benutzen Szenen eine, die danach verworfen wird.</translation>
     </message>
@@ -1039,6 +1031,14 @@ Optionen:
     <message>
         <source>--picture: expected the name of a PNG file, found &quot;%1&quot;</source>
         <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
+    </message>
+    <message>
+        <source>Colours of the windows: light, dark or system; by default as chosen in the View menu.</source>
+        <translation>Farben der Fenster: light, dark oder system; sonst wie im Menü Ansicht gewählt.</translation>
+    </message>
+    <message>
+        <source>Language of the workbench: de or en; by default as chosen in the View menu.</source>
+        <translation>Sprache der Werkbank: de oder en; sonst wie im Menü Ansicht gewählt.</translation>
     </message>
 </context>
 <context>
@@ -2059,13 +2059,6 @@ Optionen:
     <message>
         <source>The windows of the containers. &quot;Tile&quot; in the menu &quot;Containers&quot; shows them all.</source>
         <translation>Die Fenster der Container. „Nebeneinander“ im Menü „Container“ zeigt alle.</translation>
-    </message>
-</context>
-<context>
-    <name>WorkspaceWindow</name>
-    <message>
-        <source>%1: this window of the workspace</source>
-        <translation>%1: dieses Fenster der Arbeitsfläche</translation>
     </message>
 </context>
 <context>

@@ -13,10 +13,10 @@ WorkspaceWindow::WorkspaceWindow(QWidget *content) : m_content(content)
     scrollArea->setWindowTitle(content->windowTitle());
     scrollArea->setWidget(content);
     setWidget(scrollArea);
-    // Qt gives closing a key as soon as a window is in front.
+    // The main window has an action with the same keys, for whichever window is in front.
     const QList<QAction *> actions = systemMenu() == nullptr ? QList<QAction *>() : systemMenu()->actions();
     for (QAction *const action : actions) {
-        action->setStatusTip(tr("%1: this window of the workspace").arg(action->text().remove(QLatin1Char('&'))));
+        action->setShortcuts(QList<QKeySequence>());
     }
 }
 

@@ -183,8 +183,10 @@ int TcpLink::answerTimeoutMs(const RegisterSpan &span) const
     return tcpAnswerTimeoutMs;
 }
 
-ConnectionTrouble TcpLink::prepare()
+ConnectionTrouble TcpLink::prepare(int unit, const RegisterSpan &span)
 {
+    Q_UNUSED(unit)
+    Q_UNUSED(span)
     return check();
 }
 
@@ -193,8 +195,10 @@ ConnectionTrouble TcpLink::confirm()
     return {}; // the gate has looked at the answer
 }
 
-ConnectionTrouble TcpLink::recover(const ConnectionTrouble &trouble)
+ConnectionTrouble TcpLink::recover(const ConnectionTrouble &trouble, int unit, const RegisterSpan &span)
 {
+    Q_UNUSED(unit)
+    Q_UNUSED(span)
     const ConnectionTrouble fault = m_gate->fault();
     close();
     return fault.kind == Kind::None ? trouble : fault;
