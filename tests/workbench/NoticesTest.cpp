@@ -5,6 +5,7 @@
 #include "window/HelpMenu.h"
 #include "window/MessagePanel.h"
 #include "window/NoticeBar.h"
+#include "window/WorkspaceWindow.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -12,6 +13,8 @@
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <QToolButton>
 #include <QTreeView>
@@ -47,6 +50,15 @@ private slots:
         plot.workbench.modules().setSilent(1, true);
         const QRegularExpression notice("^Since [0-9:]{8} the values of " + key + " are old ones\n.*with old values: ");
         QTRY_VERIFY_WITH_TIMEOUT((plot.window->recordings()->poll(), shown(plot).contains(notice)), maximumWaitMs);
+
+        // What is below it has the rest of the height.
+        plot.window->resize(1600, 1100);
+        QCoreApplication::processEvents();
+        const auto *const area = plot.window->findChild<WorkspaceWindow *>()->findChild<QScrollArea *>();
+        QCOMPARE(area->verticalScrollBar()->maximum(), 0);
+        const auto *const bar = plot.window->findChild<NoticeBar *>();
+        QCOMPARE(plot.container->y(), bar->height());
+        QVERIFY(bar->height() < 80 && bar->height() > 2 * bar->fontMetrics().height());
 
         // Closed, it stays away while its number of lines grows.
         plot.window->findChild<NoticeBar *>()->findChild<QToolButton *>()->click();
