@@ -534,6 +534,10 @@
         <source>Answers/s</source>
         <translation>Antworten/s</translation>
     </message>
+    <message>
+        <source>How often and how fast each module answers, and how many requests it left unanswered.</source>
+        <translation>Wie oft und wie schnell jedes Modul antwortet, und wie viele Anfragen es unbeantwortet ließ.</translation>
+    </message>
 </context>
 <context>
     <name>FieldReader</name>
@@ -1455,7 +1459,7 @@ Optionen:
     </message>
     <message>
         <source>Switch curve %1 on or off, as its box above the plot does</source>
-        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Plot</translation>
+        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Diagramm</translation>
     </message>
     <message>
         <source>&amp;Log to File</source>
@@ -1479,7 +1483,7 @@ Optionen:
     </message>
     <message>
         <source>Save the plot as a picture; Messages says where it is</source>
-        <translation>Den Plot als Bild speichern; in den Meldungen steht, wo es ist</translation>
+        <translation>Das Diagramm als Bild speichern; in den Meldungen steht, wo es ist</translation>
     </message>
     <message>
         <source>&amp;Clear Buffer</source>
@@ -1503,7 +1507,7 @@ Optionen:
     </message>
     <message>
         <source>Copy the plot as a picture, to paste it into another program</source>
-        <translation>Den Plot als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
+        <translation>Das Diagramm als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
     </message>
 </context>
 <context>
@@ -1940,7 +1944,7 @@ Optionen:
     </message>
     <message>
         <source>&quot;Show all data&quot; was switched</source>
-        <translation>„Show all data“ wurde umgeschaltet</translation>
+        <translation>„Alle Daten zeigen“ wurde umgeschaltet</translation>
     </message>
     <message>
         <source>curve %1 got another source</source>
@@ -2279,7 +2283,7 @@ Optionen:
     </message>
     <message>
         <source>All keys of the workbench. In the plot, - and + go through the zooms and the arrow keys move the view.</source>
-        <translation>Alle Tasten der Werkbank. Im Plot gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
+        <translation>Alle Tasten der Werkbank. Im Diagramm gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
     </message>
     <message>
         <source>Keys</source>

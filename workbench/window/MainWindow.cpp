@@ -292,7 +292,7 @@ void MainWindow::makeMenus()
     nextAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+F6")));
     connect(nextAction, &QAction::triggered, m_workspace, &QMdiArea::activateNextSubWindow);
     QAction *const closeAction = add(tr("&Close"), tr("Close the container's window; its curves and sources are kept"));
-    closeAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+W")));
+    closeAction->setShortcuts({QKeySequence(QStringLiteral("Ctrl+W")), QKeySequence(QStringLiteral("Ctrl+F4"))});
     connect(closeAction, &QAction::triggered, m_workspace, &QMdiArea::closeActiveSubWindow);
     m_containerMenu->addSeparator();
     menuBar()->addMenu(new HelpMenu(this));
