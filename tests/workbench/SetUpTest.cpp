@@ -319,6 +319,20 @@ private slots:
         QVERIFY(QFileInfo::exists(pipe) && !QFileInfo(pipe).isFile());
     }
 
+    void filesAreSoughtBesideTheSetUp()
+    {
+        QFile file(temporaryPath("bench.xyplot"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(R"({ "title": "T", "curves": [], "modules": [
+            { "kind": "recording", "key": "R", "file": "logs/run.csv" },
+            { "kind": "modbus-tcp", "key": "D", "host": "h", "map": "drive.json" } ] })");
+        file.close();
+        const SceneResult read = readSceneFile(file.fileName());
+        QCOMPARE(read.errors, QStringList());
+        QCOMPARE(std::get<RecordingSettings>(read.scene.modules.at(0).family).file, temporaryPath("logs/run.csv"));
+        QCOMPARE(std::get<DeviceSettings>(read.scene.modules.at(1).family).mapFile, temporaryPath("drive.json"));
+    }
+
     void recentFilesAreTheLastTen()
     {
         for (int i = 0; i < 12; ++i) {

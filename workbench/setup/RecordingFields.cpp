@@ -2,6 +2,8 @@
 
 #include "reading/FieldReader.h"
 
+#include <QDir>
+
 namespace
 {
 
@@ -41,4 +43,13 @@ ModuleFields recordingFields()
              QStringLiteral("speedTenths")},
             read,
             write};
+}
+
+void resolveRecordings(QList<ModuleSettings> &modules, const QString &folder)
+{
+    for (ModuleSettings &module : modules) {
+        if (auto *const recording = std::get_if<RecordingSettings>(&module.family)) {
+            recording->file = QDir(folder).absoluteFilePath(recording->file);
+        }
+    }
 }

@@ -5,6 +5,7 @@
 #include "setup/ContainerFields.h"
 #include "setup/DeviceFields.h"
 #include "setup/ModuleFields.h"
+#include "setup/RecordingFields.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -142,7 +143,9 @@ SceneResult readSceneFile(const QString &path)
 {
     initSceneResources();
     SceneResult result = sceneOf(readJsonFile(path, maximumSceneBytes), path);
-    resolveMapFiles(result.scene.modules, QFileInfo(path).absolutePath());
+    const QString folder = QFileInfo(path).absolutePath();
+    resolveMapFiles(result.scene.modules, folder);
+    resolveRecordings(result.scene.modules, folder);
     return result;
 }
 
