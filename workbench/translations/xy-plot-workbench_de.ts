@@ -270,8 +270,12 @@
 <context>
     <name>DeviceDialog</name>
     <message>
-        <source>Add %1 Device</source>
-        <translation>%1-Gerät hinzufügen</translation>
+        <source>Add Modbus TCP Device</source>
+        <translation>Modbus-TCP-Gerät hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add Modbus RTU Device</source>
+        <translation>Modbus-RTU-Gerät hinzufügen</translation>
     </message>
     <message>
         <source>Edit %1</source>
