@@ -33,6 +33,10 @@ QList<QCommandLineOption> allOptions()
             Text::tr("Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from "
                      "earlier runs has a part in it."),
             "NAME|FILE"),
+        option("recording",
+               Text::tr("Play a recording: a CSV file that was logged, or any other with a header line. Its curves are "
+                        "shown, or those of --scene when that is given."),
+               "FILE"),
         option(
             "device",
             Text::tr("Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or "
@@ -196,6 +200,7 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.wantsPluginList = parser.isSet(QStringLiteral("list-plugins"));
     options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
     options.scene = textOf(parser, "scene", result.error);
+    options.recording = textOf(parser, "recording", result.error);
     options.picture = textOf(parser, "picture", result.error);
     checkPicture(options.picture, result.error);
     textOf(parser, "device", result.error);

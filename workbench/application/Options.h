@@ -15,6 +15,7 @@ struct Options
 {
     QString scene;                 ///< name of a shipped scene, or path of a set-up
     QString file;                  ///< path of a set-up, or of another file to open
+    QString recording;             ///< path of a CSV file to play
     QList<DeviceSettings> devices; ///< with absolute paths
     std::optional<double> seconds; ///< s, more than 0
     QString picture;               ///< path of the PNG file

@@ -2,6 +2,7 @@
 
 #include "modules/modbus/ModbusModule.h"
 #include "modules/modbus/RegisterMapReader.h"
+#include "modules/recording/RecordedModule.h"
 #include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/SimulatedModule.h"
 
@@ -35,6 +36,12 @@ struct FamilyFactory
         module->setSilent(settings.isSilent);
         module->setAnswerTime(settings.answerTimeMs);
         return {std::move(module), QString()};
+    }
+
+    ModuleResult operator()(const RecordingSettings &settings) const
+    {
+        RecordedModule::Result opened = RecordedModule::open(settings, key, context.handler);
+        return {std::move(opened.module), opened.error};
     }
 
     ModuleResult operator()(const DeviceSettings &settings) const

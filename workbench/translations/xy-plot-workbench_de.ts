@@ -538,6 +538,10 @@
         <source>Answers/s</source>
         <translation>Antworten/s</translation>
     </message>
+    <message>
+        <source>How often and how fast each module answers, and how many requests it left unanswered.</source>
+        <translation>Wie oft und wie schnell jedes Modul antwortet, und wie viele Anfragen es unbeantwortet ließ.</translation>
+    </message>
 </context>
 <context>
     <name>FieldReader</name>
@@ -693,10 +697,6 @@
         <translation>Neu beginnen</translation>
     </message>
     <message>
-        <source>The new set-up could not be made. Nothing was changed.</source>
-        <translation>Der neue Aufbau ließ sich nicht anlegen. Nichts wurde geändert.</translation>
-    </message>
-    <message>
         <source>Open Set-Up</source>
         <translation>Aufbau öffnen</translation>
     </message>
@@ -711,10 +711,6 @@
     <message>
         <source>Open</source>
         <translation>Öffnen</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; cannot be set up. Nothing was changed.</source>
-        <translation>„%1“ lässt sich nicht aufbauen. Nichts wurde geändert.</translation>
     </message>
     <message>
         <source>Save Set-Up</source>
@@ -743,6 +739,26 @@
     <message>
         <source>and %1 more</source>
         <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>%1 in %2</source>
+        <translation>%1 in %2</translation>
+    </message>
+    <message>
+        <source>A new set-up cannot be made; what was there stays.</source>
+        <translation>Ein neuer Aufbau lässt sich nicht anlegen; was da war, bleibt.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be set up; what was there stays.</source>
+        <translation>„%1“ lässt sich nicht aufbauen; was da war, bleibt.</translation>
+    </message>
+    <message>
+        <source>Play a CSV file that was logged, and show its curves</source>
+        <translation>Eine protokollierte CSV-Datei abspielen und ihre Kurven zeigen</translation>
+    </message>
+    <message>
+        <source>Open Recor&amp;ding...</source>
+        <translation>&amp;Aufzeichnung öffnen …</translation>
     </message>
 </context>
 <context>
@@ -1312,6 +1328,10 @@ Optionen:
         <source>Language of the workbench: de or en; by default as chosen in the View menu.</source>
         <translation>Sprache der Werkbank: de oder en; sonst wie im Menü Ansicht gewählt.</translation>
     </message>
+    <message>
+        <source>Play a recording: a CSV file that was logged, or any other with a header line. Its curves are shown, or those of --scene when that is given.</source>
+        <translation>Eine Aufzeichnung abspielen: eine protokollierte CSV-Datei oder eine andere mit Kopfzeile. Gezeigt werden ihre Kurven, oder die von --scene, wenn das angegeben ist.</translation>
+    </message>
 </context>
 <context>
     <name>PanelDocks</name>
@@ -1337,6 +1357,101 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>PlaybackRow</name>
+    <message>
+        <source>Recording: %1</source>
+        <translation>Aufzeichnung: %1</translation>
+    </message>
+    <message>
+        <source>One row back</source>
+        <translation>Eine Zeile zurück</translation>
+    </message>
+    <message>
+        <source>One row on</source>
+        <translation>Eine Zeile weiter</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Take the recording out and forget it; its file stays</source>
+        <translation>Die Aufzeichnung ausstecken und vergessen; ihre Datei bleibt</translation>
+    </message>
+    <message>
+        <source>%1: close</source>
+        <translation>%1: schließen</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>At its end the recording begins again</source>
+        <translation>Am Ende beginnt die Aufzeichnung von vorn</translation>
+    </message>
+    <message>
+        <source>Speed; 1 plays a row each time that containers sample, every 14 ms</source>
+        <translation>Geschwindigkeit; bei 1 wird jedes Mal, wenn Container abtasten, eine Zeile abgespielt, alle 14 ms</translation>
+    </message>
+    <message>
+        <source>%1: speed</source>
+        <translation>%1: Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>%1: beside which module</source>
+        <translation>%1: neben welchem Modul</translation>
+    </message>
+    <message>
+        <source>Offers the values of another module, too, so that both can be in one plot. All sources have to be chosen again then.</source>
+        <translation>Bietet auch die Werte eines anderen Moduls an, so dass beide in einem Diagramm sein können. Alle Quellen müssen danach neu gewählt werden.</translation>
+    </message>
+    <message>
+        <source>By itself</source>
+        <translation>Für sich</translation>
+    </message>
+    <message>
+        <source>Beside %1</source>
+        <translation>Neben %1</translation>
+    </message>
+    <message>
+        <source>Position. Arrow keys: a row; Page keys: a tenth; Home and End: first and last row</source>
+        <translation>Position. Pfeiltasten: eine Zeile; Bild-Tasten: ein Zehntel; Pos1 und Ende: erste und letzte Zeile</translation>
+    </message>
+    <message>
+        <source>%1: position</source>
+        <translation>%1: Position</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Stay at this row</source>
+        <translation>Bei dieser Zeile bleiben</translation>
+    </message>
+    <message>
+        <source>Go on from this row; at the end, from the first one</source>
+        <translation>Ab dieser Zeile weiter; am Ende von der ersten an</translation>
+    </message>
+    <message>
+        <source>Row %1 of %2</source>
+        <translation>Zeile %1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1, ended</source>
+        <translation>%1, zu Ende</translation>
+    </message>
+</context>
+<context>
     <name>PlotMenu</name>
     <message>
         <source>&amp;Plot</source>
@@ -1348,7 +1463,7 @@ Optionen:
     </message>
     <message>
         <source>Switch curve %1 on or off, as its box above the plot does</source>
-        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Plot</translation>
+        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Diagramm</translation>
     </message>
     <message>
         <source>&amp;Log to File</source>
@@ -1372,7 +1487,7 @@ Optionen:
     </message>
     <message>
         <source>Save the plot as a picture; Messages says where it is</source>
-        <translation>Den Plot als Bild speichern; in den Meldungen steht, wo es ist</translation>
+        <translation>Das Diagramm als Bild speichern; in den Meldungen steht, wo es ist</translation>
     </message>
     <message>
         <source>&amp;Clear Buffer</source>
@@ -1396,7 +1511,7 @@ Optionen:
     </message>
     <message>
         <source>Copy the plot as a picture, to paste it into another program</source>
-        <translation>Den Plot als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
+        <translation>Das Diagramm als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
     </message>
 </context>
 <context>
@@ -1652,6 +1767,21 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RecordingOpener</name>
+    <message>
+        <source>Open Recording</source>
+        <translation>Aufzeichnung öffnen</translation>
+    </message>
+    <message>
+        <source>Recordings (*.csv *.txt *.tsv);;All files (*)</source>
+        <translation>Aufzeichnungen (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>RecordingPanel</name>
     <message>
         <source>Lines: %1, bytes: %2</source>
@@ -1818,7 +1948,7 @@ Optionen:
     </message>
     <message>
         <source>&quot;Show all data&quot; was switched</source>
-        <translation>„Show all data“ wurde umgeschaltet</translation>
+        <translation>„Alle Daten zeigen“ wurde umgeschaltet</translation>
     </message>
     <message>
         <source>curve %1 got another source</source>
@@ -2028,6 +2158,10 @@ Optionen:
         <source>no plugin &quot;%1&quot; is loaded, only: %2</source>
         <translation>kein Plugin „%1“ ist geladen, nur: %2</translation>
     </message>
+    <message>
+        <source>All was set up again as it was, without the points.</source>
+        <translation>Alles wurde wieder aufgebaut, wie es war, ohne die Punkte.</translation>
+    </message>
 </context>
 <context>
     <name>SceneReader</name>
@@ -2094,6 +2228,10 @@ Optionen:
         <source>the container has no %1 called &quot;%2&quot;, which a set-up needs</source>
         <translation>der Container hat kein %1 namens „%2“, das ein Aufbau braucht</translation>
     </message>
+    <message>
+        <source>the module &quot;%1&quot; has no value &quot;%2&quot;; the nearest are: %3</source>
+        <translation>das Modul „%1“ hat keinen Wert „%2“; am nächsten kommen: %3</translation>
+    </message>
 </context>
 <context>
     <name>SceneWriter</name>
@@ -2149,7 +2287,7 @@ Optionen:
     </message>
     <message>
         <source>All keys of the workbench. In the plot, - and + go through the zooms and the arrow keys move the view.</source>
-        <translation>Alle Tasten der Werkbank. Im Plot gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
+        <translation>Alle Tasten der Werkbank. Im Diagramm gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
     </message>
     <message>
         <source>Keys</source>

@@ -3,6 +3,7 @@
 #include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
 #include "window/DeviceRow.h"
+#include "window/PlaybackRow.h"
 #include "window/SimulatedModuleRow.h"
 
 #include <QCheckBox>
@@ -24,6 +25,11 @@ struct RowFactory
     {
         return new SimulatedModuleRow(rack, watch, index, settings);
     }
+    ModuleRow *operator()(const RecordingSettings &settings) const
+    {
+        return new PlaybackRow(rack, watch, index, settings);
+    }
+
     ModuleRow *operator()(const DeviceSettings &settings) const
     {
         return new DeviceRow(rack, watch, index, settings);
