@@ -3,6 +3,7 @@
 #include "application/PluginFolders.h"
 #include "logging/WriteObstacle.h"
 #include "modules/recording/RecordingFile.h"
+#include "setup/DeviceScene.h"
 #include "setup/RecordingCurves.h"
 #include "setup/SceneReader.h"
 
@@ -140,13 +141,16 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
 
     // In a window a file is opened as by the menu, with all that is kept between runs.
-    plan.openFile = plan.isTimed ? QString() : absolute(options.file);
     const bool isFileRecording = plan.isTimed && options.file.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
     const QString recording = options.recording.isEmpty() && isFileRecording ? options.file : options.recording;
-    const QString asked = plan.isTimed && !options.file.isEmpty() && !isFileRecording ? options.file : options.scene;
-    plan.isSceneAsked = !asked.isEmpty();
-    const QString name = asked.isEmpty() && recording.isEmpty() && plan.isTimed ? QStringLiteral("circle") : asked;
-    plan.hasScene = !name.isEmpty();
+    const bool isFileScene = (plan.isTimed && !isFileRecording) || !options.devices.isEmpty();
+    plan.openFile = plan.isTimed || isFileScene ? QString() : absolute(options.file);
+    const QString asked = isFileScene && !options.file.isEmpty() ? options.file : options.scene;
+    const bool isOfDevices = asked.isEmpty() && !options.devices.isEmpty();
+    plan.isSceneAsked = !asked.isEmpty() || isOfDevices;
+    const bool needsScene = plan.isTimed && !isOfDevices && recording.isEmpty();
+    const QString name = asked.isEmpty() && needsScene ? QStringLiteral("circle") : asked;
+    plan.hasScene = !name.isEmpty() || isOfDevices;
     const QString path = scenePath(name);
     plan.scenePath = path;
     if (path.isEmpty()) {
@@ -163,7 +167,12 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }
-    if (!recording.isEmpty()) {
+    if (isOfDevices) {
+        plan.scene.modules.clear(); // those of the start
+    }
+    result.error = addDevices(plan.scene, options.devices);
+    result.exitCode = result.error.isEmpty() ? 0 : RunPlanResult::exitFailure;
+    if (result.error.isEmpty() && !recording.isEmpty()) {
         addRecording(absolute(recording), result);
     }
     if (result.error.isEmpty()) {

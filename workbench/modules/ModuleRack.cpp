@@ -89,6 +89,11 @@ const RecordingSettings *ModuleRack::recording(int index) const
     return std::get_if<RecordingSettings>(&m_places.at(index).settings.family);
 }
 
+const DeviceSettings *ModuleRack::device(int index) const
+{
+    return std::get_if<DeviceSettings>(&m_places.at(index).settings.family);
+}
+
 bool ModuleRack::isPluggedIn(int index) const
 {
     return !m_places.at(index).module.isNull();

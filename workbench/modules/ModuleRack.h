@@ -55,6 +55,8 @@ public:
     const SimulationSettings *simulation(int index) const;
     /// The settings of a recording; null for a module of another family.
     const RecordingSettings *recording(int index) const;
+    /// The settings of a device; null for a module of another family.
+    const DeviceSettings *device(int index) const;
 
     bool isPluggedIn(int index) const;
     /// The module at place \a index; null while it is taken out. Owned by the registry.

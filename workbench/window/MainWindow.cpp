@@ -8,6 +8,7 @@
 #include "window/FileMenu.h"
 #include "window/HelpMenu.h"
 #include "window/HintBar.h"
+#include "window/ModuleMenu.h"
 #include "window/Notices.h"
 #include "window/PanelDocks.h"
 #include "window/PlotMenu.h"
@@ -275,6 +276,8 @@ void MainWindow::makeMenus()
     m_plotMenu = new PlotMenu(this);
     menuBar()->addMenu(m_plotMenu);
 
+    menuBar()->addMenu(new ModuleMenu(&m_workbench->modules(), this));
+
     m_containerMenu = menuBar()->addMenu(tr("&Containers"));
     const auto add = [this](const QString &text, const QString &tip) {
         QAction *const action = m_containerMenu->addAction(text);
@@ -289,7 +292,7 @@ void MainWindow::makeMenus()
     nextAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+F6")));
     connect(nextAction, &QAction::triggered, m_workspace, &QMdiArea::activateNextSubWindow);
     QAction *const closeAction = add(tr("&Close"), tr("Close the container's window; its curves and sources are kept"));
-    closeAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+W")));
+    closeAction->setShortcuts({QKeySequence(QStringLiteral("Ctrl+W")), QKeySequence(QStringLiteral("Ctrl+F4"))});
     connect(closeAction, &QAction::triggered, m_workspace, &QMdiArea::closeActiveSubWindow);
     m_containerMenu->addSeparator();
     menuBar()->addMenu(new HelpMenu(this));

@@ -72,9 +72,9 @@ void ModulePanel::refresh(int index)
 {
     if (index >= m_rows.size()) {
         addRow(index);
-        // When it has its place.
-        QTimer::singleShot(0, m_rows.constLast(),
-                           [this, row = m_rows.constLast()] { m_scrollArea->ensureWidgetVisible(row); });
+        // Once it has its place: who has added a module wants to see it.
+        ModuleRow *const row = m_rows.constLast();
+        QTimer::singleShot(0, row, [this, row] { m_scrollArea->ensureWidgetVisible(row); });
     } else {
         m_rows.at(index)->refresh();
     }

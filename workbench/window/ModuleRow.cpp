@@ -2,6 +2,7 @@
 
 #include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
+#include "window/DeviceRow.h"
 #include "window/PlaybackRow.h"
 #include "window/SimulatedModuleRow.h"
 
@@ -24,10 +25,14 @@ struct RowFactory
     {
         return new SimulatedModuleRow(rack, watch, index, settings);
     }
-
     ModuleRow *operator()(const RecordingSettings &settings) const
     {
         return new PlaybackRow(rack, watch, index, settings);
+    }
+
+    ModuleRow *operator()(const DeviceSettings &settings) const
+    {
+        return new DeviceRow(rack, watch, index, settings);
     }
 };
 
