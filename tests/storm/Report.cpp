@@ -18,7 +18,7 @@ QString rowFile;
 QString cells(const Row &row)
 {
     QStringList texts{row.chapter, row.tried, QString::number(row.times), row.on,
-                      (row.isFault ? QStringLiteral("FAULT: ") : QString()) + row.outcome};
+                      (row.isFault ? "FAULT: " : QString()) + row.outcome};
     for (QString &text : texts) {
         text = text.simplified();
     }
@@ -91,7 +91,7 @@ void Report::add(const Row &row)
 Row Report::row(const QString &line)
 {
     const QString outcome = part(line, 4).trimmed();
-    const QString mark = QStringLiteral("FAULT: ");
+    const QString mark = "FAULT: ";
     const bool isFault = outcome.startsWith(mark);
     return {part(line, 0),
             part(line, 1),
@@ -124,7 +124,7 @@ QString Report::document(const QString &path)
             << "\n\n| What was tried | How often | On what | What came of it |\n|---|---|---|---|\n";
         int rows = 0;
         for (const QString &line : lines) {
-            if (part(line, 0) != QLatin1String(chapter)) {
+            if (part(line, 0) != chapter) {
                 continue;
             }
             ++rows;
