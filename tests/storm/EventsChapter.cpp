@@ -171,10 +171,10 @@ void Chapters::events(const Sizes &sizes)
                 .arg(sums[3])
                 .arg(sums[2])
                 .arg(sums[4]);
-        Report::add({"events", QStringLiteral("random events, seeds %1 to %2").arg(sizes.seed * 1000U).arg(seed - 1U),
-                     played,
-                     host == "bare" ? "two containers in bare windows, destroyed and made anew at any moment"
-                                    : "two containers in the workbench's main window",
-                     fault.isEmpty() ? outcome : fault, !fault.isEmpty()});
+        Report::add(
+            {"events", QStringLiteral("random events, seeds %1 to %2").arg(sizes.seed * 1000U).arg(seed - 1U), played,
+             qstrcmp(host, "bare") == 0 ? "two containers in bare windows, destroyed and made anew at any moment"
+                                        : "two containers in the workbench's main window",
+             fault.isEmpty() ? outcome : fault, !fault.isEmpty()});
     }
 }
