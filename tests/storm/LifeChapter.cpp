@@ -132,7 +132,7 @@ void Chapters::life(const Sizes &sizes)
         harness->sampleTick();
         settleQuickly();
     });
-    measure("choosing modules, motors and registers", four, sizes.of(100, 2000), {0, 0.0}, [&](int index) {
+    measure("choosing modules, motors and registers", four, sizes.of(100, 2000), {0, 256.0}, [&](int index) {
         ComboBox *const modules = harness->moduleBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
         modules->setCurrentIndex(-1);
         modules->setCurrentIndex(index / 8 % modules->count());

@@ -152,7 +152,7 @@ const std::vector<Reader> &readers()
         {"register map", mapSample, readMapBytes, readMapPath},
         {"recording", recordingSample, readRecordingBytes, readRecordingPath},
         {"settings file", settingsSample, readSettings, nullptr},
-        {"translation", translationSample, readTranslation, nullptr},
+        {"translation", translationSample, readTranslation, nullptr, true},
     };
     return all;
 }

@@ -60,6 +60,11 @@ const char notDone[] =
     "  system for as long as the drive is dead, and the window with it (see the chapter \"log\", and "
     "`docs/real-host.md`).\n"
     "- Power loss: a line survives the end of the process, not that of the system before the disk has it.\n"
+    "- Where the 100 to 200 bytes are that each choice of a source leaves: no object is left, and the cause is not "
+    "known.\n"
+    "- Fuzzing by coverage for hours: `-DFUZZ=ON` builds the readers for it (`tests/storm/FuzzReader.cpp`); what it "
+    "found is\n"
+    "  kept in `tests/storm/corpus/` and read first by the chapter \"files\".\n"
     "- Devices on a bus that fail in the middle of series of random events: the modules there are simulated and "
     "scripted.\n";
 
