@@ -7,6 +7,9 @@ endif()
 
 # Pages name each other by their sources. What is not among the pages is only named, not linked.
 string(REGEX REPLACE "href=\"([a-z-]+)\\.md([\"#])" "href=\"\\1.html\\2" body "${body}")
+if(NOT LANGUAGE STREQUAL "en") # whose pages are one folder up among the sources
+  string(REGEX REPLACE "href=\"\\.\\./([a-z-]+)\\.md([\"#])" "href=\"./../en/\\1.html\\2" body "${body}")
+endif()
 string(REGEX REPLACE "<a href=\"(\\.\\./en/)?\\.\\./[^\"]*\">(<code>[^<]*</code>|[^<]*)</a>" "\\2" body "${body}")
 # Headings get the names by which pages refer to them.
 string(REGEX MATCHALL "<h[2-4]>[^\n]*</h[2-4]>" headings "${body}")

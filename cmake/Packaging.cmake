@@ -37,6 +37,11 @@ install(FILES ${packaged}/${desktop_entry}.metainfo.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT runtime)
 install(FILES ${packaging}/${desktop_entry}.svg
   DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT runtime)
+# Set-ups are a type of files of their own, with an icon that is called as the type is.
+install(FILES ${packaging}/${desktop_entry}.mime.xml
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages RENAME ${desktop_entry}.xml COMPONENT runtime)
+install(FILES ${packaging}/application-x-xyplot-setup.svg
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/mimetypes COMPONENT runtime)
 
 # Manual, changelog and licence.
 configure_file(${packaging}/xy-plot-workbench.1.in ${packaged}/xy-plot-workbench.1 @ONLY)
@@ -44,8 +49,12 @@ configure_file(${packaging}/changelog.in ${packaged}/changelog @ONLY)
 compressed(${packaged}/xy-plot-workbench.1)
 compressed(${packaged}/changelog)
 install(FILES ${packaged}/xy-plot-workbench.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT runtime)
+configure_file(${packaging}/xy-plot-workbench.de.1.in ${packaged}/de/xy-plot-workbench.1 @ONLY)
+compressed(${packaged}/de/xy-plot-workbench.1)
+install(FILES ${packaged}/de/xy-plot-workbench.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/de/man1 COMPONENT runtime)
 set(documents ${CMAKE_INSTALL_DATADIR}/doc)
-install(FILES ${packaging}/copyright ${packaged}/changelog.gz
+install(FILES ${packaging}/copyright ${packaged}/changelog.gz ${CMAKE_SOURCE_DIR}/docs/setups.md
+    ${CMAKE_SOURCE_DIR}/docs/setup.schema.json
   DESTINATION ${documents}/xy-plot-workbench COMPONENT runtime)
 install(FILES ${packaging}/copyright ${packaged}/changelog.gz
   DESTINATION ${documents}/xy-plot-workbench-dev COMPONENT development)

@@ -128,12 +128,8 @@ private slots:
         QCOMPARE(BasicTools::intInsertDot(999.6, 0).remove(1, 1), QStringLiteral("1000"));
         QCOMPARE(BasicTools::intInsertDot(-0.004, 2), QLocale().toString(0.0, 'f', 2));
         QCOMPARE(BasicTools::intInsertDot(notANumber, 2), QStringLiteral("nan"));
-        QLocale::setDefault(QLocale::c());
-    }
-
-    void writesHexadecimals()
-    {
         QCOMPARE(BasicTools::iToHex(0x0A, 2, QStringLiteral("0x")), QStringLiteral("0x0A"));
+        QLocale::setDefault(QLocale::c());
     }
 
     void iconsAreTintedAndKeepTheirShape()

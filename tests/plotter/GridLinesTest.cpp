@@ -1,4 +1,3 @@
-#include "GuardedTest.h"
 #include "PlotterFixture.h"
 
 #include <QPainter>
@@ -6,23 +5,10 @@
 namespace
 {
 
-constexpr int controlsHeight = 38; // widget pixels
-
-struct Look
-{
-    QColor background;
-    QColor dark; // without the lightening
-    QColor light;
-};
-
 /// Shows a range in which no tick is a whole number, so that there is no text but the axes' titles.
-void setUp(MovedPlotter *plotter, const QSize &size, const Look &look, unsigned int intervals, bool square)
+void setUp(MovedPlotter *plotter, const QSize &size, const QPalette &look, unsigned int intervals, bool square)
 {
-    QPalette palette;
-    palette.setColor(QPalette::Shadow, look.background);
-    palette.setColor(QPalette::Dark, look.dark);
-    palette.setColor(QPalette::Light, look.light);
-    plotter->setPalette(palette);
+    plotter->setPalette(look);
     plotter->resize(size);
     plotter->curveButtons.button(0)->setChecked(false);
     plotter->findChildren<QCheckBox *>().value(1)->setChecked(square);
@@ -31,32 +17,32 @@ void setUp(MovedPlotter *plotter, const QSize &size, const Look &look, unsigned 
 }
 
 /// The same plot, drawn with QPainter's lines.
-QImage painted(const MovedPlotter &plotter, const Look &look, int intervals, bool square)
+QImage painted(const MovedPlotter &plotter, int intervals, bool square)
 {
     const int width = plotter.width();
     const int height = plotter.height();
     const double plotHeight = height - 101;
     const double plotWidth = square ? plotHeight : width - 101;
     const int bottom = height - 41;
+    const QPalette look = plotter.palette();
+    const QColor light = look.color(QPalette::Light);
     QImage image(plotter.size(), QImage::Format_RGB32);
-    image.fill(look.background);
+    image.fill(look.color(QPalette::Shadow));
     QPainter painter(&image);
     painter.setFont(plotter.font());
-    const QPen quiteDark(look.dark.lighter(150));
-    const QPen light(look.light);
+    const auto draw = [&](const QLine &line, const QLine &tick) {
+        painter.setPen(look.color(QPalette::Dark).lighter(150));
+        painter.drawLine(line);
+        painter.setPen(light);
+        painter.drawLine(tick);
+    };
     for (int index = 0; intervals > 0 && index <= intervals; ++index) {
         const int y = static_cast<int>(bottom - plotHeight * index / intervals);
-        painter.setPen(quiteDark);
-        painter.drawLine(50, y, static_cast<int>(50.0 + plotWidth), y);
-        painter.setPen(light);
-        painter.drawLine(45, y, 50, y);
+        draw({50, y, static_cast<int>(50.0 + plotWidth), y}, {45, y, 50, y});
     }
     for (int index = 0; intervals > 0 && index <= intervals; ++index) {
         const int x = static_cast<int>(50.0 + plotWidth * index / intervals);
-        painter.setPen(quiteDark);
-        painter.drawLine(x, 60, x, bottom);
-        painter.setPen(light);
-        painter.drawLine(x, bottom, x, bottom + 5);
+        draw({x, 60, x, bottom}, {x, bottom, x, bottom + 5});
     }
     painter.setPen(light);
     painter.drawRect(QRectF(50.0, 60.0, plotWidth, plotHeight));
@@ -67,25 +53,13 @@ QImage painted(const MovedPlotter &plotter, const Look &look, int intervals, boo
     return image;
 }
 
-QImage belowControls(const QImage &image)
+/// The positions of the pixels in a row (or column) of pixels that differ from the first one.
+QVector<int> inked(const QImage &image, const QPoint &start, const QPoint &step)
 {
-    return image.copy(0, controlsHeight, image.width(), image.height() - controlsHeight)
-        .convertToFormat(QImage::Format_RGB32);
-}
-
-/// "start+length" of every run of pixels in a row (or column) of pixels that differ from the background.
-QStringList runs(const QImage &image, const QPoint &start, const QPoint &step, QRgb background)
-{
-    QStringList found;
-    int length = 0;
+    QVector<int> found;
     for (QPoint at = start; image.rect().contains(at); at += step) {
-        const bool isInked = image.pixel(at) != background;
-        const bool isLast = !image.rect().contains(at + step);
-        length += isInked ? 1 : 0;
-        if (length > 0 && (!isInked || isLast)) {
-            const QPoint end = isInked ? at + step : at;
-            found.append(QStringLiteral("%1+%2").arg(end.x() * step.x() + end.y() * step.y() - length).arg(length));
-            length = 0;
+        if (image.pixel(at) != image.pixel(start)) {
+            found.append(QPoint::dotProduct(at, step));
         }
     }
     return found;
@@ -118,15 +92,16 @@ private slots:
         QFETCH(QSize, size);
         QFETCH(int, intervals);
         QFETCH(bool, square);
-        const Look looks[] = {{QColor(10, 20, 30), QColor(60, 60, 60), Qt::white},
-                              {QColor(10, 20, 30), QColor(90, 60, 30, 100), QColor(250, 200, 100, 150)}};
-        for (const Look &look : looks) {
-            if (look.light.alpha() < 255 && size.height() < 110) {
+        const QPalette looks[] = {lookOf(QColor(10, 20, 30), QColor(60, 60, 60), Qt::white),
+                                  lookOf(QColor(10, 20, 30), QColor(90, 60, 30, 100), QColor(250, 200, 100, 150))};
+        for (const QPalette &look : looks) {
+            if (look.color(QPalette::Light).alpha() < 255 && size.height() < 110) {
                 continue; // the painter blends a frame that is hardly higher than its line twice in places
             }
             MovedPlotter plotter(4);
             setUp(&plotter, size, look, static_cast<unsigned int>(intervals), square);
-            QCOMPARE(belowControls(plotter.grab().toImage()), belowControls(painted(plotter, look, intervals, square)));
+            QCOMPARE(withoutControls(plotter.grab().toImage().convertToFormat(QImage::Format_RGB32)),
+                     withoutControls(painted(plotter, intervals, square)));
         }
     }
 
@@ -144,26 +119,24 @@ private slots:
     {
         QFETCH(double, ratio);
         QFETCH(int, width);
-        const Look look = {QColor(10, 20, 30), QColor(60, 60, 60), Qt::white};
         MovedPlotter plotter(4);
         plotter.ratio = ratio;
-        setUp(&plotter, QSize(600, 400), look, 7, false);
+        setUp(&plotter, QSize(600, 400), lookOf(QColor(10, 20, 30), QColor(60, 60, 60), Qt::white), 7, false);
         const QImage image = plotter.grab().toImage();
         QCOMPARE(image.size(), QSize(600, 400) * ratio);
-        QStringList rows;
-        QStringList columns;
-        for (int index = 0; index <= 7; ++index) {
-            const int y = static_cast<int>(359.0 - 299.0 * (7 - index) / 7);
-            const int x = static_cast<int>(50.0 + 499.0 * index / 7);
-            rows.append(QStringLiteral("%1+%2").arg(qRound(y * ratio)).arg(width));
-            columns.append(QStringLiteral("%1+%2").arg(qRound(x * ratio)).arg(width));
-        }
         const auto device = [ratio](int position) { return qRound(position * ratio); };
-        const QRgb background = look.background.rgb();
-        QCOMPARE(runs(image, {device(90), device(56)}, {0, 1}, background), rows);
-        QCOMPARE(runs(image, {device(47), device(56)}, {0, 1}, background), rows); // the ticks
-        QCOMPARE(runs(image, {device(40), device(90)}, {1, 0}, background), columns);
-        QCOMPARE(runs(image, {device(40), device(362)}, {1, 0}, background), columns);
+        QVector<int> rows;
+        QVector<int> columns;
+        for (int index = 0; index <= 7; ++index) {
+            for (int pixel = 0; pixel < width; ++pixel) {
+                rows.append(device(static_cast<int>(359.0 - 299.0 * (7 - index) / 7)) + pixel);
+                columns.append(device(static_cast<int>(50.0 + 499.0 * index / 7)) + pixel);
+            }
+        }
+        QCOMPARE(inked(image, {device(90), device(56)}, {0, 1}), rows);
+        QCOMPARE(inked(image, {device(47), device(56)}, {0, 1}), rows); // the ticks
+        QCOMPARE(inked(image, {device(40), device(90)}, {1, 0}), columns);
+        QCOMPARE(inked(image, {device(40), device(362)}, {1, 0}), columns);
         for (const QPoint corner : {QPoint(50, 60), QPoint(549, 60), QPoint(50, 359), QPoint(549, 359)}) {
             for (int pixel = 0; pixel < width * width; ++pixel) {
                 const QPoint at(device(corner.x()) + pixel % width, device(corner.y()) + pixel / width);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "GuardedTest.h"
 #include "Plotter.h"
 
 #include <QCheckBox>
@@ -17,6 +18,38 @@ inline PlotSettings ranges(double minX, double maxX, double minY, double maxY, u
     settings.maxY = maxY;
     settings.numXTicks = settings.numYTicks = intervals;
     return settings;
+}
+
+inline QPalette lookOf(const QColor &shadow, const QColor &dark, const QColor &light)
+{
+    QPalette palette;
+    palette.setColor(QPalette::Shadow, shadow);
+    palette.setColor(QPalette::Dark, dark);
+    palette.setColor(QPalette::Light, light);
+    return palette;
+}
+
+/// The plot's picture with black in place of the controls, which end above row 38.
+inline QImage withoutControls(QImage image)
+{
+    for (int y = 0; y < qMin(38, image.height()); ++y) {
+        std::memset(image.scanLine(y), 0, static_cast<size_t>(image.bytesPerLine()));
+    }
+    return image;
+}
+
+inline void mouse(Plotter *plotter, QEvent::Type type, const QPoint &position, Qt::MouseButton button = Qt::LeftButton)
+{
+    QMouseEvent event(type, position, type == QEvent::MouseMove ? Qt::NoButton : button, button, Qt::NoModifier);
+    QApplication::sendEvent(plotter, &event);
+    REQUIRE(event.isAccepted());
+}
+
+inline void drag(Plotter *plotter, const QPoint &from, const QPoint &to)
+{
+    mouse(plotter, QEvent::MouseButtonPress, from);
+    mouse(plotter, QEvent::MouseMove, to);
+    mouse(plotter, QEvent::MouseButtonRelease, to);
 }
 
 /// A plotter that can be brought to a screen of another pixel ratio.
@@ -46,11 +79,7 @@ struct PlotterFixture
 {
     explicit PlotterFixture(int curveCount = 4) : plotter(curveCount)
     {
-        QPalette palette;
-        palette.setColor(QPalette::Shadow, shadow);
-        palette.setColor(QPalette::Light, Qt::white);
-        palette.setColor(QPalette::Dark, QColor(60, 60, 60));
-        plotter.setPalette(palette);
+        plotter.setPalette(lookOf(shadow, QColor(60, 60, 60), Qt::white));
         plotter.resize(600, 400);
         plotter.show(); // a hidden widget would redraw at every grab
         plotter.setPlotSettings(ranges(0.0, 499.0, 0.0, 299.0, 1));
@@ -64,14 +93,9 @@ struct PlotterFixture
         return {x - 50.0, 359.0 - y};
     }
 
-    /// What is shown below the controls, which begins at (0, 38).
     QImage image()
     {
-        QImage image = plotter.grab().toImage();
-        for (int y = 0; y < qMin(38, image.height()); ++y) {
-            std::memset(image.scanLine(y), 0, static_cast<size_t>(image.bytesPerLine()));
-        }
-        return image;
+        return withoutControls(plotter.grab().toImage());
     }
 
     const QColor shadow = QColor(10, 20, 30);

@@ -1,4 +1,3 @@
-#include "GuardedTest.h"
 #include "PlotterFixture.h"
 
 #include <QToolButton>
@@ -16,7 +15,7 @@ PlotSettings adjusted(double minX, double maxX, double minY, double maxY)
     return settings;
 }
 
-/// A plotter with a curve in dots mode, and mouse gestures.
+/// A plotter with a curve in dots mode.
 struct Interaction : PlotterFixture
 {
     explicit Interaction(const PlotSettings &settings = PlotSettings())
@@ -29,20 +28,6 @@ struct Interaction : PlotterFixture
     bool shows(const PlotSettings &settings)
     {
         return image() == Interaction(settings).image();
-    }
-
-    void mouse(QEvent::Type type, const QPoint &position, Qt::MouseButton button = Qt::LeftButton)
-    {
-        QMouseEvent event(type, position, type == QEvent::MouseMove ? Qt::NoButton : button, button, Qt::NoModifier);
-        QApplication::sendEvent(&plotter, &event);
-        REQUIRE(event.isAccepted());
-    }
-
-    void drag(const QPoint &from, const QPoint &to)
-    {
-        mouse(QEvent::MouseButtonPress, from);
-        mouse(QEvent::MouseMove, to);
-        mouse(QEvent::MouseButtonRelease, to);
     }
 
     /// "+-": zoom-in button shown and enabled, zoom-out button shown and disabled; a blank for a hidden one.
@@ -77,11 +62,11 @@ private slots:
         Interaction it;
         PlotSettings level = adjusted(2.0, 4.0, 10.0 - 160.0 / 30.0, 8.0);
         QCOMPARE(it.buttons(), QStringLiteral("  "));
-        it.drag(QPoint(150, 110), QPoint(250, 210));
+        drag(&it.plotter, QPoint(150, 110), QPoint(250, 210));
         QCOMPARE(it.buttons(), QStringLiteral(" +"));
         QVERIFY(it.shows(level));
 
-        it.drag(QPoint(300, 300), QPoint(100, 100));
+        drag(&it.plotter, QPoint(300, 300), QPoint(100, 100));
         QTest::mouseClick(it.zoomOut, Qt::LeftButton);
         QCOMPARE(it.buttons(), QStringLiteral("++"));
         QTest::keyClick(&it.plotter, Qt::Key_Right); // moves this level only
@@ -92,7 +77,7 @@ private slots:
         QTest::mouseClick(it.zoomIn, Qt::LeftButton);
         QVERIFY(it.shows(level));
 
-        it.drag(QPoint(150, 110), QPoint(250, 210)); // discards the level that was the second
+        drag(&it.plotter, QPoint(150, 110), QPoint(250, 210)); // discards the level that was the second
         QCOMPARE(it.buttons(), QStringLiteral("-+"));
         QTest::keyClick(&it.plotter, Qt::Key_Minus);
         QVERIFY(it.shows(level));
@@ -128,13 +113,13 @@ private slots:
         QFETCH(bool, starts);
         QFETCH(PlotSettings, shown);
         Interaction it;
-        it.mouse(QEvent::MouseButtonPress, from, Qt::RightButton);
+        mouse(&it.plotter, QEvent::MouseButtonPress, from, Qt::RightButton);
         QVERIFY(!it.isDragging());
-        it.mouse(QEvent::MouseButtonPress, from);
-        it.mouse(QEvent::MouseMove, to);
-        it.mouse(QEvent::MouseButtonRelease, to, Qt::RightButton);
+        mouse(&it.plotter, QEvent::MouseButtonPress, from);
+        mouse(&it.plotter, QEvent::MouseMove, to);
+        mouse(&it.plotter, QEvent::MouseButtonRelease, to, Qt::RightButton);
         QCOMPARE(it.isDragging(), starts);
-        it.mouse(QEvent::MouseButtonRelease, to);
+        mouse(&it.plotter, QEvent::MouseButtonRelease, to);
         QVERIFY(!it.isDragging());
         QVERIFY(it.shows(shown));
     }
@@ -212,28 +197,25 @@ private slots:
     {
         Interaction it;
         const QList<QCheckBox *> checks = it.plotter.findChildren<QCheckBox *>();
+        QList<QWidget *> left = {it.plotter.showAllDataCheck};
+        for (int id = 3; id >= 0; --id) {
+            left.prepend(it.plotter.curveButtons.button(id));
+        }
+        const QList<QWidget *> right = {it.zoomIn, it.zoomOut, checks.at(0), checks.at(1)};
+        const auto compare = [](const QList<QWidget *> &row, int x) {
+            for (const QWidget *const control : row) {
+                QCOMPARE(control->geometry(), QRect(QPoint(x, 7), control->sizeHint()));
+                x += control->width() + 5;
+            }
+        };
         for (const int width : {700, 500}) {
             it.plotter.resize(width, 400);
-            int x = 10;
-            QList<QWidget *> row;
-            const QList<QAbstractButton *> boxes = it.plotter.curveButtons.buttons();
-            for (QAbstractButton *const box : boxes) {
-                row.append(box);
-            }
-            row.append(it.plotter.showAllDataCheck);
-            for (const QWidget *control : qAsConst(row)) {
-                QCOMPARE(control->geometry(), QRect(QPoint(x, 7), control->sizeHint()));
-                x += control->width() + 5;
-            }
-            row = {it.zoomIn, it.zoomOut, checks.at(0), checks.at(1)};
-            x = width - 20;
-            for (const QWidget *control : qAsConst(row)) {
+            compare(left, 10);
+            int x = width - 20;
+            for (const QWidget *const control : right) {
                 x -= control->sizeHint().width();
             }
-            for (const QWidget *control : qAsConst(row)) {
-                QCOMPARE(control->geometry(), QRect(QPoint(x, 7), control->sizeHint()));
-                x += control->width() + 5;
-            }
+            compare(right, x);
         }
     }
 };

@@ -265,6 +265,7 @@ private slots:
         Language::use(QStringLiteral("de"));
         QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
         QVERIFY(optionsHelp().startsWith(QLatin1String("Aufruf")));
+        QCOMPARE(QLocale().toString(20000.5, 'f', 1), QStringLiteral("20.000,5"));
         QVERIFY(shownSummary(servoKind()).startsWith(QLatin1String("Eine Servoachse")));
     }
 

@@ -105,7 +105,14 @@ void collectAllWindows(const QString &log, Texts &texts)
     QTRY_VERIFY_WITH_TIMEOUT(linesOf(log).size() > 6, maximumWaitMs);
     plot.window->recordings()->poll();
     plot.window->showHint();
+    plot.window->offerAppearance(Language::codes());
     plot.container->findChild<QPushButton *>(QStringLiteral("btnExport"))->click();
+    const QList<QAction *> actions = plot.window->findChildren<QAction *>();
+    for (QAction *const action : actions) {
+        if (action->menuRole() == QAction::AboutRole || action->shortcut() == QKeySequence(QStringLiteral("Ctrl+F1"))) {
+            action->trigger(); // opens a window
+        }
+    }
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (const QWidget *const window : windows) {
         collect(window, texts);
@@ -122,8 +129,11 @@ const QStringList international{
     QStringLiteral("  (Axis [0-9]|Register)"),
     QStringLiteral(
         "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
+    QStringLiteral("Modbus &?(TCP|RTU)…"),
     // Words that German has, too.
-    QStringLiteral("Bank 2|Export|Intervall [0-9]+ ms|Module|Name"),
+    QStringLiteral(
+        "Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return|XY "
+        "Plot Workbench [0-9.]+"),
     // Not the program's: paths, times, what Qt's platform plugin for tests reports.
     QStringLiteral("/.*|.*_xyPlotter\\.csv|[0-9]+ [A-Z][a-z]+ [0-9]+ [0-9:]+|This plugin does not support .*"),
 };
@@ -172,6 +182,22 @@ QStringList skeleton(const char *path)
         }
     }
     return bones;
+}
+
+/// The macros that divide a manual page, and what its entries are about: options, files, variables.
+QStringList entriesOfManual(const char *path)
+{
+    static const QRegularExpression subject(QStringLiteral("\\\\-\\\\-[a-z\\\\-]+|^\\.I .*|[A-Z_]{6,}"));
+    QStringList entries;
+    bool isSubject = false;
+    const QStringList lines = guide(path);
+    for (const QString &line : lines) {
+        if (isSubject || line.startsWith(QLatin1String(".SH"))) {
+            entries.append(line.left(3) + (isSubject ? subject.match(line).captured(0) : QString()));
+        }
+        isSubject = line == QLatin1String(".TP");
+    }
+    return entries;
 }
 
 } // namespace
@@ -223,7 +249,8 @@ private slots:
         }
         QSet<QString> shown;
         for (QString text : qAsConst(window.found)) {
-            shown.insert(text.remove(QLatin1Char('&')).remove(QStringLiteral("...")).remove(u'\u2026').trimmed());
+            static const QRegularExpression mark(QStringLiteral("&|\\.\\.\\.$|\u2026$|:$"));
+            shown.insert(text.remove(mark).trimmed());
         }
         const char *const page = QTest::currentDataTag();
         const QStringList names = found(page, "\\*\\*([^*]+)\\*\\*");
@@ -232,6 +259,13 @@ private slots:
         for (const QString &name : names) {
             if (!shown.contains(name)) {
                 unknown.append(name);
+            }
+        }
+        const QStringList keys = found(page, "`((?:Ctrl|Alt|Shift|Strg|Umschalt)\\+[^`]+|F[0-9]+)`");
+        QVERIFY(keys.size() > 20);
+        for (const QString &key : keys) {
+            if (!window.keys.contains(key) && key != QLatin1String("Alt+9")) { // there is one container only
+                unknown.append(key);
             }
         }
         QVERIFY2(unknown.isEmpty(), qPrintable(unknown.join(QLatin1Char('\n'))));
@@ -248,6 +282,14 @@ private slots:
                 QVERIFY2(folder.exists(target), qPrintable(target));
             }
         }
+    }
+
+    /// The same parts, the same options and files in the same order.
+    void manualsSayTheSame()
+    {
+        const QStringList english = entriesOfManual("../packaging/xy-plot-workbench.1.in");
+        QVERIFY(english.filter(QStringLiteral("\\-\\-")).size() > 10);
+        QCOMPARE(entriesOfManual("../packaging/xy-plot-workbench.de.1.in"), english);
     }
 
 private:

@@ -41,11 +41,6 @@ private slots:
         for (const QString &path : paths) {
             QCOMPARE(readSceneFile(path).error, QString());
         }
-        QFile document(QStringLiteral(DOCUMENT_FOLDER "/scenes.md"));
-        QVERIFY(document.open(QIODevice::ReadOnly));
-        const QString example = QString::fromUtf8(document.readAll()).section("```json", 1).section("```", 0, 0);
-        QCOMPARE(readScene(example.toUtf8(), QStringLiteral("example")).error, QString());
-        QCOMPARE(readScene(example.toUtf8(), QString()).scene.curves.size(), 2);
         const Scene scene = readScene(soundScene, QString()).scene;
         QCOMPARE(scene.seed, 7U);
         const MotionProgram motion = std::get<SimulationSettings>(scene.modules.at(0).family).motions.value(2);

@@ -12,12 +12,9 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QTableView>
 
 #include <sys/stat.h>
 
-using PlotterWindow::Option;
 using PlotterWindow::Side;
 
 namespace
@@ -46,7 +43,7 @@ void disturb(GrowingPlot &plot)
     QTest::qWait(50); // the notice of the new module empties the boxes
     modules.setMoving(1, false);
     modules.setSilent(0, true);
-    modules.setAnswerTime(1, 50);
+    modules.setAnswerTime(1, 33);
     modules.setPluggedIn(2, false);
     QTest::qWait(50);
 
@@ -67,28 +64,65 @@ void disturb(GrowingPlot &plot)
     plot.window->findChild<QDockWidget *>("moduleDock")->hide();
 }
 
-/// Presses a button of the next message box, and notes the box's texts.
-class Answer : public QObject
+/// Answers the message boxes and file dialogs to come, in their order, and notes what they say.
+class Answers : public QObject
 {
 public:
-    explicit Answer(QMessageBox::StandardButton button)
+    /// \param answers each a button's text without its mnemonic, or the path of a file for a file dialog
+    explicit Answers(const QStringList &answers) : m_answers(answers)
     {
-        connect(&m_timer, &QTimer::timeout, this, [this, button] {
-            if (auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                m_timer.stop();
-                text = box->text() + QLatin1Char('\n') + box->informativeText();
-                QAbstractButton *const found = box->button(button);
-                (found == nullptr ? box->buttons().constFirst() : found)->click();
-            }
-        });
+        connect(&m_timer, &QTimer::timeout, this, &Answers::answer);
         m_timer.start(0);
     }
 
-    QString text; ///< empty until there was a box
+    QStringList asked; ///< texts of the boxes
+
+    bool areAllGiven() const
+    {
+        return m_answers.isEmpty();
+    }
 
 private:
+    void answer()
+    {
+        QWidget *const modal = QApplication::activeModalWidget();
+        if (auto *const dialog = qobject_cast<QFileDialog *>(modal)) {
+            dialog->selectFile(m_answers.takeFirst());
+            static_cast<QDialog *>(dialog)->accept();
+        } else if (auto *const box = qobject_cast<QMessageBox *>(modal)) {
+            asked.append(box->text() + QLatin1Char('\n') + box->informativeText());
+            const QString wanted = m_answers.isEmpty() ? QString() : m_answers.takeFirst();
+            const QList<QAbstractButton *> buttons = box->buttons();
+            for (QAbstractButton *const button : buttons) {
+                if (button->text().remove('&') == wanted) {
+                    return button->click();
+                }
+            }
+            asked.append(QStringLiteral("no button ") + wanted);
+            box->reject();
+        }
+    }
+
+    QStringList m_answers;
     QTimer m_timer;
 };
+
+/// Triggers an entry of the File menu, also of its submenus.
+void choose(const GrowingPlot &plot, const QString &text)
+{
+    QMenu *const menu = plot.window->fileMenu()->menu();
+    const QList<QMenu *> submenus = menu->findChildren<QMenu *>();
+    for (QMenu *const submenu : submenus) {
+        emit submenu->aboutToShow();
+    }
+    const QList<QAction *> actions = menu->findChildren<QAction *>();
+    for (QAction *const action : actions) {
+        if (action->text().remove('&').startsWith(text)) {
+            return action->trigger();
+        }
+    }
+    QFAIL(qPrintable(text));
+}
 
 } // namespace
 
@@ -105,7 +139,7 @@ private slots:
         const QByteArray text = textOf(plot);
         // Nothing that a person would miss is left out by both directions alike.
         for (const char *const part :
-             {"\"answerTimeMs\": 50", "\"moving\": false", "\"pluggedIn\": false", "\"signed\": true", "\"on\": false",
+             {"\"answerTimeMs\": 33", "\"moving\": false", "\"pluggedIn\": false", "\"signed\": true", "\"on\": false",
               "\"selectedCurve\": 4", "\"showAll\": true", "\"frontContainer\": 2", "\"width\": 900", "\"x\": null"}) {
             QVERIFY2(text.contains(part), part);
         }
@@ -113,6 +147,12 @@ private slots:
         QCOMPARE(replaceBy(other, text), QStringList());
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(text));
         QVERIFY(!other.window->findChild<QDockWidget *>("moduleDock")->isVisible());
+        bool showsAnswerTime = false;
+        const QList<QComboBox *> boxes = other.window->findChildren<QComboBox *>();
+        for (const QComboBox *const box : boxes) {
+            showsAnswerTime = showsAnswerTime || box->currentText() == "Slow: 33 ms";
+        }
+        QVERIFY(showsAnswerTime);
         QCOMPARE(replaceBy(other, text), QStringList()); // over itself, with the same keys
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(text));
     }
@@ -154,6 +194,156 @@ private slots:
         QCOMPARE(other.workbench.containers(), containers); // with their points and recordings
         QCOMPARE(other.workbench.modules().module(0), module);
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(before));
+    }
+
+    void menuSavesAndOpens()
+    {
+        GrowingPlot plot(QStringLiteral("phase"));
+        plot.window->fileMenu()->beginSession();
+        const QString path = temporaryPath("my bench.xyplot");
+        const Answers answers({temporaryPath("my bench")}); // the suffix is added
+        choose(plot, QStringLiteral("Save As..."));
+        QVERIFY(answers.areAllGiven() && answers.asked.isEmpty());
+        QVERIFY(plot.window->windowTitle().startsWith("my bench.xyplot[*] - XY Plot Workbench"));
+        const SceneResult saved = readSceneFile(path);
+        QCOMPARE(saved.errors, QStringList());
+        QCOMPARE(saved.scene.title, QStringLiteral("my bench"));
+        QCOMPARE(saved.scene.curves.constFirst().y.value, QStringLiteral("Axis 0 motion: Actual velocity"));
+        QCOMPARE(RecentFiles::paths(), QStringList(path));
+
+        choose(plot, QStringLiteral("Two modules: a stepper")); // nothing has changed: it does not ask
+        QCOMPARE(plot.workbench.modules().count(), 2);
+        QVERIFY(plot.window->windowTitle().startsWith("Two modules: a stepper axis against a servo axis[*]"));
+        choose(plot, QStringLiteral("1 my bench.xyplot in "));
+        QCOMPARE(plot.workbench.modules().count(), 1);
+        choose(plot, QStringLiteral("New Set-Up"));
+        QCOMPARE(plot.workbench.modules().count(), 3);
+        QVERIFY(plot.window->windowTitle().startsWith("New set-up[*]"));
+        QVERIFY(answers.asked.isEmpty());
+    }
+
+    void nothingIsLostUnasked_data()
+    {
+        QTest::addColumn<bool>("isRecording");
+        QTest::addColumn<bool>("isChanged");
+        QTest::addColumn<QStringList>("answers");
+        QTest::addColumn<bool>("mayEnd");
+        QTest::newRow("nothing to lose") << false << false << QStringList() << true;
+        QTest::newRow("changes, discarded") << false << true << QStringList("Discard") << true;
+        QTest::newRow("changes, cancelled") << false << true << QStringList("Cancel") << false;
+        QTest::newRow("changes, saved") << false << true << QStringList({"Save", "saved.xyplot"}) << true;
+        QTest::newRow("changes, cannot be saved")
+            << false << true << QStringList({"Save", "folder/saved.xyplot", "OK"}) << false;
+        QTest::newRow("recording, goes on") << true << false << QStringList("Cancel") << false;
+        QTest::newRow("recording, ended") << true << false << QStringList("Quit") << true;
+        QTest::newRow("both") << true << true << QStringList("Cancel") << false;
+    }
+
+    void nothingIsLostUnasked()
+    {
+        QFETCH(bool, isRecording);
+        QFETCH(bool, isChanged);
+        QFETCH(QStringList, answers);
+        QFETCH(bool, mayEnd);
+        GrowingPlot plot;
+        plot.window->fileMenu()->beginSession();
+        if (isRecording) {
+            plot.recordLines(temporaryPath("run.csv"));
+        }
+        if (isChanged) {
+            plot.workbench.modules().setMoving(0, false);
+        }
+        plot.window->resize(700, 500); // is saved with a set-up, and no change of it
+        for (QString &answer : answers) {
+            answer = answer.endsWith("xyplot") ? temporaryPath(answer) : answer;
+        }
+        const Answers given(answers);
+        QCOMPARE(plot.window->close(), mayEnd);
+        QVERIFY2(given.areAllGiven() && !given.asked.join('\n').contains("no button"),
+                 qPrintable(given.asked.join('\n')));
+        QCOMPARE(given.asked.join('\n').contains("recording", Qt::CaseInsensitive), isRecording);
+        QCOMPARE(given.asked.join('\n').contains("Save the changes"), isChanged);
+        QCOMPARE(QFile::exists(temporaryPath("saved.xyplot")), answers.size() == 2);
+    }
+
+    void fileThatIsOfNoUseIsReportedOnce_data()
+    {
+        QTest::addColumn<QByteArray>("content"); // null: there is no such file
+        QTest::addColumn<QString>("report");
+        QTest::newRow("missing") << QByteArray() << "There is no file";
+        QTest::newRow("not JSON") << QByteArray("Counter;X;Y\r\n") << "expected JSON";
+        QTest::newRow("nested") << QByteArray(100000, '[') << "expected JSON";
+        QTest::newRow("large") << QByteArray(2000000, ' ') << "up to 1024 KiB";
+        QTest::newRow("two mistakes")
+            << QByteArray(R"({ "modules": [], "curves": [ { "x": null, "y": null, "of": 1 } ] })")
+            << "\"title\": expected a text that is not empty\n%1: field \"curves[0].of\": expected no such field";
+    }
+
+    void fileThatIsOfNoUseIsReportedOnce()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, report);
+        const QString path = temporaryPath("bad.xyplot");
+        if (!content.isNull()) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        }
+        GrowingPlot plot;
+        plot.window->fileMenu()->beginSession();
+        RecentFiles::add(path);
+        const QByteArray before = textOf(plot);
+        const Answers answers({QStringLiteral("OK")});
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(plot.window.get(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(plot.window.get(), &drop);
+        QVERIFY(drop.isAccepted());
+        QTRY_COMPARE(answers.asked.size(), 1);
+        const QString expected = report.contains("%1") ? report.arg(path) : report;
+        QVERIFY2(answers.asked.constFirst().contains(expected), qPrintable(answers.asked.constFirst()));
+        QCOMPARE(QString::fromUtf8(textOf(plot)), QString::fromUtf8(before));
+        QCOMPARE(RecentFiles::paths().contains(path), !content.isNull());
+    }
+
+    void pipesAndDevicesAreLeftAlone()
+    {
+        const QString pipe = temporaryPath("pipe.xyplot");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU), 0);
+        QVERIFY(readSceneFile(pipe).error.contains(pipe)); // and did not wait
+        Scene scene;
+        scene.title = QStringLiteral("T");
+        QVERIFY(writeSceneFile(scene, pipe).contains(pipe));
+        QVERIFY(QFileInfo::exists(pipe) && !QFileInfo(pipe).isFile());
+    }
+
+    void recentFilesAreTheLastTen()
+    {
+        for (int i = 0; i < 12; ++i) {
+            RecentFiles::add(temporaryPath(QStringLiteral("%1.xyplot").arg(i)));
+        }
+        RecentFiles::add(temporaryPath("5.xyplot")); // known: moves to the front
+        const QStringList paths = RecentFiles::paths();
+        QCOMPARE(paths.size(), RecentFiles::maximumCount);
+        QCOMPARE(paths.mid(0, 2), QStringList({temporaryPath("5.xyplot"), temporaryPath("11.xyplot")}));
+        QCOMPARE(paths.count(paths.constFirst()), 1);
+        QVERIFY(!paths.contains(temporaryPath("1.xyplot")) && paths.contains(temporaryPath("2.xyplot")));
+        RecentFiles::clear();
+        QVERIFY(RecentFiles::paths().isEmpty());
+    }
+
+    void sourceOfAnotherModuleIsNamedAndLeftOut()
+    {
+        const GrowingPlot plot(QStringLiteral("two-modules"));
+        const QString box = PlotterWindow::selectorPage(1, Side::X).modules;
+        auto *const modules = plot.container->findChild<QComboBox *>(box);
+        modules->setCurrentIndex(modules->findText("SIM1", Qt::MatchContains)); // binds X of curve 1 to it as well
+        const ChosenScene chosen = readChoices(plot.container);
+        QVERIFY(chosen.choices.curves.at(0).x.isChosen() && !chosen.choices.curves.at(1).x.isChosen());
+        QCOMPARE(chosen.losses.size(), 1);
+        QVERIFY2(chosen.losses.constFirst().contains("curve 2, X"), qPrintable(chosen.losses.constFirst()));
     }
 };
 

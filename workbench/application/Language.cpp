@@ -23,6 +23,17 @@ QString &currentCode()
     return code;
 }
 
+/// Numbers follow the language, too, where it is not the system's: one window shows one meaning of a dot.
+void useForNumbers(const QString &code)
+{
+    const QLocale::Language system = QLocale::system().language();
+    const QLocale wanted(code);
+    const bool isPlain = system == QLocale::C && code == QLatin1String("en");
+    if (system != wanted.language() && !isPlain) {
+        QLocale::setDefault(wanted);
+    }
+}
+
 void install(const QString &name, const QString &folder)
 {
     auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
@@ -58,6 +69,7 @@ QString Language::current()
 void Language::use(const QString &code)
 {
     currentCode() = code;
+    useForNumbers(code);
     if (code == QLatin1String("en")) {
         return;
     }

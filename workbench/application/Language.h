@@ -15,7 +15,8 @@ QString ofSystem();
 
 /**
  * Has texts given in the language \a code from now on, where a translation is there; "en" is what they are written in.
- * Qt's own texts follow if its translations are installed. Needs the application object, and ends with it.
+ * Numbers follow, unless the system's locale is of that language: then they are as there. Qt's own texts follow if its
+ * translations are installed. Needs the application object, and ends with it.
  */
 void use(const QString &code);
 

@@ -7,8 +7,3 @@ string(REGEX MATCHALL "modbus_[a-z_]*(write|send|reply|report)[a-z_]*" found "${
 if(found)
   message(FATAL_ERROR "${PROGRAM} uses ${found}")
 endif()
-string(REGEX MATCHALL "modbus_read_[a-z_]+" reads "${symbols}")
-list(LENGTH reads count)
-if(EXPECTS_READS AND NOT count EQUAL 4)
-  message(FATAL_ERROR "${PROGRAM} reads by ${reads}, not by the four functions there are")
-endif()

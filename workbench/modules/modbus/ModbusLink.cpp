@@ -3,8 +3,6 @@
 #include "modules/modbus/SerialLink.h"
 #include "modules/modbus/TcpLink.h"
 
-#include <modbus.h>
-
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -112,10 +110,27 @@ void ModbusLink::close()
 
 ConnectionTrouble ModbusLink::read(int unit, const RegisterSpan &span, QVector<quint16> *words)
 {
-    ConnectionTrouble trouble = prepare();
-    if (trouble.kind != ConnectionTrouble::Kind::None) {
-        return trouble;
+    ConnectionTrouble obstacle = prepare(unit, span);
+    if (obstacle.kind != ConnectionTrouble::Kind::None) {
+        return obstacle;
     }
+    QVector<quint16> answer;
+    ConnectionTrouble trouble = exchange(unit, span, &answer);
+    if (trouble.kind != ConnectionTrouble::Kind::None && trouble.kind != ConnectionTrouble::Kind::Exception) {
+        return recover(trouble, unit, span);
+    }
+    const ConnectionTrouble doubt = confirm();
+    if (doubt.kind != ConnectionTrouble::Kind::None) {
+        return recover(doubt, unit, span);
+    }
+    if (trouble.kind == ConnectionTrouble::Kind::None) {
+        *words = answer;
+    }
+    return trouble;
+}
+
+ConnectionTrouble ModbusLink::exchange(int unit, const RegisterSpan &span, QVector<quint16> *words)
+{
     const int timeoutMs = answerTimeoutMs(span);
     modbus_set_response_timeout(m_context, static_cast<uint32_t>(timeoutMs / msPerSecond),
                                 static_cast<uint32_t>(timeoutMs % msPerSecond * usPerMs));
@@ -124,19 +139,5 @@ ConnectionTrouble ModbusLink::read(int unit, const RegisterSpan &span, QVector<q
     if (modbus_set_slave(m_context, unit) != 0) {
         return {ConnectionTrouble::Kind::SystemError, errno, {}};
     }
-    QVector<quint16> answer;
-    if (readEntries(m_context, span, &answer) != span.count) {
-        trouble = troubleOf(errno);
-    }
-    if (trouble.kind != ConnectionTrouble::Kind::None && trouble.kind != ConnectionTrouble::Kind::Exception) {
-        return recover(trouble);
-    }
-    const ConnectionTrouble doubt = confirm();
-    if (doubt.kind != ConnectionTrouble::Kind::None) {
-        return recover(doubt);
-    }
-    if (trouble.kind == ConnectionTrouble::Kind::None) {
-        *words = answer;
-    }
-    return trouble;
+    return readEntries(m_context, span, words) == span.count ? ConnectionTrouble() : troubleOf(errno);
 }

@@ -6,10 +6,10 @@
 
 #include <QVector>
 
+#include <modbus.h>
+
 #include <functional>
 #include <memory>
-
-struct _modbus;
 
 /// A descriptor that interrupts waits of another thread. Safe from every thread.
 class WakeSignal
@@ -32,7 +32,7 @@ private:
  *
  * It connects only in open(), within a time limit, and the library's own recovery, which may block for ever, is off.
  * After any fault the line is brought to a state in which no answer to an older request can be taken for the next one's:
- * a TCP connection is closed, a serial line is listened to until it has been quiet for long enough. Used by one thread,
+ * a TCP connection is closed, on a serial line the next request has an answer of another length. Used by one thread,
  * which it may block; not the GUI thread.
  */
 class ModbusLink
@@ -68,15 +68,18 @@ public:
 protected:
     explicit ModbusLink(const ConnectionSettings &settings);
 
-    /// Brings the line into order before a request; a trouble leaves the request unsent.
-    virtual ConnectionTrouble prepare() = 0;
+    /// Brings the line into order before a request for \a span; a trouble leaves the request unsent.
+    virtual ConnectionTrouble prepare(int unit, const RegisterSpan &span) = 0;
 
     /// After an answer without a fault: whether the line bears out that it was the whole one.
     virtual ConnectionTrouble confirm() = 0;
 
-    /// After a fault; returns the trouble as it is to be shown.
-    virtual ConnectionTrouble recover(const ConnectionTrouble &trouble) = 0;
+    /// After a fault of a request; returns the trouble as it is to be shown.
+    virtual ConnectionTrouble recover(const ConnectionTrouble &trouble, int unit, const RegisterSpan &span) = 0;
+
+    /// One request and the answer to it, as the library takes it.
+    ConnectionTrouble exchange(int unit, const RegisterSpan &span, QVector<quint16> *words);
 
     const ConnectionSettings m_settings;
-    _modbus *m_context = nullptr; // owned; null while the link is closed
+    modbus_t *m_context = nullptr; // owned; null while the link is closed
 };

@@ -2,8 +2,6 @@
 
 #include "modules/modbus/ModbusClock.h"
 
-#include <modbus.h>
-
 #include <fcntl.h>
 #include <grp.h>
 #include <poll.h>
@@ -26,14 +24,25 @@ using Kind = ConnectionTrouble::Kind;
 
 constexpr int serialAnswerTimeoutMs = 300; // a device's, beside the time that the line takes
 constexpr int quietAfterOpenMs = 50;
+constexpr int quietAfterFaultMs = 100;
+constexpr int lateAnswerMs = 10000; // no answer comes later than that
 constexpr int longestListeningMs = 3000;
 constexpr int frameBytes = 8 + 5; // of request and answer, without the payload
+constexpr int bitsPerByte = 8;
+constexpr int bytesPerRegister = 2;
+constexpr int lastAddress = 65535;
 constexpr int msPerSecond = 1000;
 constexpr int usPerSecond = 1000000;
 constexpr int nsPerUs = 1000;
 /// The silence between frames is 3.5 bytes, and 1.75 ms on lines of more than 19,200 baud.
 constexpr double silenceBytes = 3.5;
 constexpr int minimumSilenceUs = 1750;
+
+/// Bytes of the entries of \a span in an answer.
+int payloadOf(const RegisterSpan &span)
+{
+    return isBitTable(span.table) ? (span.count + bitsPerByte - 1) / bitsPerByte : span.count * bytesPerRegister;
+}
 
 char parityLetter(ConnectionSettings::Parity parity)
 {
@@ -147,14 +156,13 @@ ConnectionTrouble SerialLink::check()
 
 int SerialLink::answerTimeoutMs(const RegisterSpan &span) const
 {
-    const int payload = isBitTable(span.table) ? (span.count + 7) / 8 : span.count * 2;
-    const int lineMs = (frameBytes + payload) * m_settings.bitsPerByte() * msPerSecond / m_settings.baud;
+    const int lineMs = (frameBytes + payloadOf(span)) * m_settings.bitsPerByte() * msPerSecond / m_settings.baud;
     return serialAnswerTimeoutMs + lineMs;
 }
 
-ConnectionTrouble SerialLink::prepare()
+ConnectionTrouble SerialLink::prepare(int unit, const RegisterSpan &span)
 {
-    const ConnectionTrouble trouble = check();
+    ConnectionTrouble trouble = check();
     if (trouble.kind != Kind::None) {
         return trouble;
     }
@@ -162,9 +170,46 @@ ConnectionTrouble SerialLink::prepare()
     if (silentUs < silenceUs()) {
         std::this_thread::sleep_for(std::chrono::microseconds(silenceUs() - silentUs));
     }
-    if (waitingBytes() > 0 && !listenUntilQuiet(serialAnswerTimeoutMs)) {
+    if (waitingBytes() > 0 && !listenUntilQuiet(quietAfterFaultMs)) {
         return {Kind::Garbage, 0, {}};
     }
+    return getInStep(unit, span);
+}
+
+ConnectionTrouble SerialLink::getInStep(int unit, const RegisterSpan &span)
+{
+    const qint64 oldestNs = modbusNowNs() - lateAnswerMs * modbusNsPerMs;
+    m_lost.erase(std::remove_if(m_lost.begin(), m_lost.end(), [=](const Lost &lost) { return lost.timeNs < oldestNs; }),
+                 m_lost.end());
+    const auto isLost = [this, unit](int payload) {
+        return std::any_of(m_lost.cbegin(), m_lost.cend(), [=](const Lost &lost) {
+            return lost.unit == unit && (payload == lost.payload || payload == 0);
+        });
+    };
+    if (!isLost(0)) { // of no length at all
+        return {};
+    }
+    RegisterSpan attempt = span;
+    const int step = isBitTable(span.table) ? bitsPerByte : 1;
+    int count = step;
+    for (attempt.count = static_cast<quint16>(count); isLost(payloadOf(attempt)) && count < maximumCount(span.table);) {
+        count += step;
+        attempt.count = static_cast<quint16>(count);
+    }
+    if (!attempt.isReadable()) {
+        attempt.address = static_cast<quint16>(lastAddress + 1 - count);
+    }
+    QVector<quint16> words;
+    ConnectionTrouble trouble = exchange(unit, attempt, &words);
+    // An exception is no answer to those that were lost either: they asked for what the device has.
+    if (trouble.kind == Kind::None || trouble.kind == Kind::Exception) {
+        trouble = confirm();
+    }
+    if (trouble.kind != Kind::None) {
+        return recover(trouble, unit, attempt);
+    }
+    m_lost.erase(std::remove_if(m_lost.begin(), m_lost.end(), [=](const Lost &lost) { return lost.unit == unit; }),
+                 m_lost.end());
     return {};
 }
 
@@ -176,14 +221,14 @@ ConnectionTrouble SerialLink::confirm()
     return waitingBytes() > 0 ? ConnectionTrouble{Kind::Garbage, 0, {}} : ConnectionTrouble{};
 }
 
-ConnectionTrouble SerialLink::recover(const ConnectionTrouble &trouble)
+ConnectionTrouble SerialLink::recover(const ConnectionTrouble &trouble, int unit, const RegisterSpan &span)
 {
     if (trouble.kind == Kind::Closed || trouble.kind == Kind::SystemError) {
         close();
         return trouble;
     }
-    // Answers on a serial line bear no number. A late one must have come before the next request goes out.
-    listenUntilQuiet(serialAnswerTimeoutMs);
+    m_lost.append({unit, payloadOf(span), modbusNowNs()});
+    listenUntilQuiet(quietAfterFaultMs);
     return trouble.kind == Kind::NoAnswer ? ConnectionTrouble{Kind::NoAnswerOnLine, 0, {}} : trouble;
 }
 

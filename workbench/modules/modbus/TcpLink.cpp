@@ -3,8 +3,6 @@
 #include "modules/modbus/AnswerGate.h"
 #include "modules/modbus/ModbusClock.h"
 
-#include <modbus.h>
-
 #include <netdb.h>
 #include <netinet/tcp.h>
 #include <poll.h>
@@ -183,8 +181,10 @@ int TcpLink::answerTimeoutMs(const RegisterSpan &span) const
     return tcpAnswerTimeoutMs;
 }
 
-ConnectionTrouble TcpLink::prepare()
+ConnectionTrouble TcpLink::prepare(int unit, const RegisterSpan &span)
 {
+    Q_UNUSED(unit)
+    Q_UNUSED(span)
     return check();
 }
 
@@ -193,8 +193,10 @@ ConnectionTrouble TcpLink::confirm()
     return {}; // the gate has looked at the answer
 }
 
-ConnectionTrouble TcpLink::recover(const ConnectionTrouble &trouble)
+ConnectionTrouble TcpLink::recover(const ConnectionTrouble &trouble, int unit, const RegisterSpan &span)
 {
+    Q_UNUSED(unit)
+    Q_UNUSED(span)
     const ConnectionTrouble fault = m_gate->fault();
     close();
     return fault.kind == Kind::None ? trouble : fault;

@@ -18,9 +18,9 @@ public:
     int answerTimeoutMs(const RegisterSpan &span) const override;
 
 protected:
-    ConnectionTrouble prepare() override;
+    ConnectionTrouble prepare(int unit, const RegisterSpan &span) override;
     ConnectionTrouble confirm() override;
-    ConnectionTrouble recover(const ConnectionTrouble &trouble) override;
+    ConnectionTrouble recover(const ConnectionTrouble &trouble, int unit, const RegisterSpan &span) override;
 
 private:
     const WakeSignal &m_stop;
