@@ -23,7 +23,7 @@ constexpr int warmUpMs = 1500;
 constexpr double nsPerMs = 1e6;
 constexpr int paritylessBitsPerByte = 10;
 constexpr int frameBytes = 8 + 5; // of request and answer, without the payload
-constexpr int bytesPerPair = 4;
+constexpr int bytesPerRegister = 2;
 constexpr double silenceBytes = 3.5;
 constexpr double minimumSilenceMs = 1.75;
 
@@ -51,7 +51,7 @@ double allowed(const QVector<RegisterSpan> &spans, const ConnectionSettings &set
     double roundMs = 0;
     const ReadPlan plan(spans, LineCost::of(settings));
     for (const RegisterSpan &request : plan.requests()) {
-        roundMs += (frameBytes + request.count * bytesPerPair / 2) * byteMs + 2 * silenceMs;
+        roundMs += (frameBytes + request.count * bytesPerRegister) * byteMs + 2 * silenceMs;
     }
     return 1000.0 / roundMs;
 }

@@ -49,6 +49,9 @@ configure_file(${packaging}/changelog.in ${packaged}/changelog @ONLY)
 compressed(${packaged}/xy-plot-workbench.1)
 compressed(${packaged}/changelog)
 install(FILES ${packaged}/xy-plot-workbench.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT runtime)
+configure_file(${packaging}/xy-plot-workbench.de.1.in ${packaged}/de/xy-plot-workbench.1 @ONLY)
+compressed(${packaged}/de/xy-plot-workbench.1)
+install(FILES ${packaged}/de/xy-plot-workbench.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/de/man1 COMPONENT runtime)
 set(documents ${CMAKE_INSTALL_DATADIR}/doc)
 install(FILES ${packaging}/copyright ${packaged}/changelog.gz ${CMAKE_SOURCE_DIR}/docs/setups.md
     ${CMAKE_SOURCE_DIR}/docs/setup.schema.json

@@ -156,28 +156,13 @@ private slots:
         }
     }
 
-    void colors()
-    {
-        for (const int id : {0, 3, 5, 6}) {
-            for (const bool lines : {true, false}) {
-                PlotterFixture fixture(7);
-                fixture.plotter.curveButtons.button(id)->setChecked(true);
-                fixture.lineMode->setChecked(lines);
-                fixture.plotter.setCurveData(id, {fixture.at(200, 200), fixture.at(300, 200), fixture.at(400, 200)});
-                const QImage image = fixture.image();
-                QVERIFY(isNear(image.pixelColor(300, 200), blended(fixture.shadow, colorForIds[id % 6])));
-                QCOMPARE(ink(image, QRect(240, 150, 120, 100)),
-                         lines ? QRect(240, 199, 120, 2) : QRect(299, 199, 2, 2));
-            }
-        }
-    }
-
     void markers()
     {
         PlotterFixture fixture;
         fixture.lineMode->setChecked(false);
-        fixture.plotter.setCurveData(0, {fixture.at(200, 200), fixture.at(300, 250)});
+        fixture.plotter.setCurveData(0, {fixture.at(200, 200), fixture.at(250, 225), fixture.at(300, 250)});
         const QImage image = fixture.image();
+        QCOMPARE(ink(image, QRect(230, 205, 40, 40)), QRect(249, 224, 2, 2));
         const QColor marker = blended(fixture.shadow, colorForIds[0].lighter(150));
         QCOMPARE(ink(image, QRect(180, 180, 40, 40)), QRect(197, 197, 6, 6));
         QVERIFY(isNear(image.pixelColor(197, 197), marker) && isNear(image.pixelColor(202, 202), marker));
@@ -213,8 +198,9 @@ private slots:
     void visibility()
     {
         for (const bool all : {false, true}) {
-            PlotterFixture fixture; // the ids -1 and 4 have no box
-            for (int id = -1; id <= 4; ++id) {
+            PlotterFixture fixture;
+            const int ids[] = {-1, 0, 1, 2, 3, 4, 6}; // -1, 4 and 6 have no box
+            for (const int id : ids) {
                 fixture.plotter.setCurveData(id, {fixture.at(60, 150 + 30 * id), fixture.at(540, 150 + 30 * id)});
             }
             const QImage before = fixture.image();
@@ -225,10 +211,10 @@ private slots:
 
             fixture.plotter.clearCurve(99);
             const QImage image = fixture.image();
-            for (int id = -1; id <= 4; ++id) {
+            for (const int id : ids) {
                 const int colorId = (id + 6) % 6;
                 const QColor color = blended(fixture.shadow, colorForIds[colorId]);
-                const bool isListed = id == 2 || (all && id >= 0 && id < 4);
+                const bool isListed = colorId == 2 || (all && colorId < 4);
                 QVERIFY(isNear(image.pixelColor(300, 150 + 30 * id), all || id == 2 ? color : fixture.shadow));
                 QCOMPARE(!textOfCurve(image, legendOfY, colorId).isEmpty(), isListed);
                 QCOMPARE(!textOfCurve(image, legendOfX, colorId).isEmpty(), isListed);

@@ -195,34 +195,25 @@ private slots:
         alarm(0);
     }
 
-    void reopeningEndsARecording()
-    {
-        ScriptedCurve recorder(&m_root);
-        const QString path = temporaryPath("log.csv");
-        recorder.startLog(path);
-        recorder.sample(1, 1);
-        recorder.sample(2, 2);
-        const QByteArray before = bytes(path);
-        recorder.close();
-        recorder.open();
-        recorder.sample(3, 3);
-        QCOMPARE(bytes(path), before);
-        QVERIFY(recorder.logBox()->isChecked()); // stays checked, although nothing is recorded
-    }
-
     void whatEndsARecording_data()
     {
-        QTest::addColumn<bool>("ends");
+        QTest::addColumn<bool>("staysChecked");
+        QTest::addColumn<bool>("goesOn");
         QTest::addColumn<Action>("action");
+        const Action reopening = [](ScriptedCurve *it) {
+            it->close();
+            it->open();
+        };
+        QTest::newRow("closing and reopening") << true << false << reopening; // checked, although nothing is recorded
         const auto row = [](const char *name, bool ends, const Action &action) {
-            QTest::newRow(name) << ends << action;
+            QTest::newRow(name) << !ends << !ends << action;
         };
         row("another curve is recorded", true, [](ScriptedCurve *it) { it->curveBox(2)->click(); });
         row("all data is shown", true, [](ScriptedCurve *it) { it->button("Show all data")->click(); });
         row("another source", true, [](ScriptedCurve *it) { PluginHarness::clickCell(it->table(0, 'X'), 1); });
         row("a source that is shown but not recorded", true, [this](ScriptedCurve *it) {
             it->button("Show all data")->click();
-            it->startLog(temporaryPath("shown.csv"));
+            it->startLog(temporaryPath("log.csv"));
             QVERIFY(it->logBox()->isChecked());
             it->chooseBoth(3);
         });
@@ -236,10 +227,15 @@ private slots:
     {
         QFETCH(Action, action);
         ScriptedCurve recorder(&m_root);
-        recorder.startLog(temporaryPath("log.csv"));
+        const QString path = temporaryPath("log.csv");
+        recorder.startLog(path);
         recorder.sample(1, 1);
         action(&recorder);
-        QTEST(!recorder.logBox()->isChecked(), "ends");
+        QTEST(recorder.logBox()->isChecked(), "staysChecked");
+        const QByteArray before = bytes(path);
+        recorder.sample(2, 2);
+        recorder.sample(3, 3);
+        QTEST(bytes(path) != before, "goesOn");
     }
 
     void destructionWhileTheDialogIsOpen()

@@ -129,6 +129,7 @@ const QStringList international{
     QStringLiteral("  (Axis [0-9]|Register)"),
     QStringLiteral(
         "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
+    QStringLiteral("Modbus &?(TCP|RTU)…"),
     // Words that German has, too.
     QStringLiteral(
         "Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return|XY "
@@ -181,6 +182,22 @@ QStringList skeleton(const char *path)
         }
     }
     return bones;
+}
+
+/// The macros that divide a manual page, and what its entries are about: options, files, variables.
+QStringList entriesOfManual(const char *path)
+{
+    static const QRegularExpression subject(QStringLiteral("\\\\-\\\\-[a-z\\\\-]+|^\\.I .*|[A-Z_]{6,}"));
+    QStringList entries;
+    bool isSubject = false;
+    const QStringList lines = guide(path);
+    for (const QString &line : lines) {
+        if (isSubject || line.startsWith(QLatin1String(".SH"))) {
+            entries.append(line.left(3) + (isSubject ? subject.match(line).captured(0) : QString()));
+        }
+        isSubject = line == QLatin1String(".TP");
+    }
+    return entries;
 }
 
 } // namespace
@@ -265,6 +282,14 @@ private slots:
                 QVERIFY2(folder.exists(target), qPrintable(target));
             }
         }
+    }
+
+    /// The same parts, the same options and files in the same order.
+    void manualsSayTheSame()
+    {
+        const QStringList english = entriesOfManual("../packaging/xy-plot-workbench.1.in");
+        QVERIFY(english.filter(QStringLiteral("\\-\\-")).size() > 10);
+        QCOMPARE(entriesOfManual("../packaging/xy-plot-workbench.de.1.in"), english);
     }
 
 private:

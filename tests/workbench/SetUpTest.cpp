@@ -43,7 +43,7 @@ void disturb(GrowingPlot &plot)
     QTest::qWait(50); // the notice of the new module empties the boxes
     modules.setMoving(1, false);
     modules.setSilent(0, true);
-    modules.setAnswerTime(1, 50);
+    modules.setAnswerTime(1, 33);
     modules.setPluggedIn(2, false);
     QTest::qWait(50);
 
@@ -139,7 +139,7 @@ private slots:
         const QByteArray text = textOf(plot);
         // Nothing that a person would miss is left out by both directions alike.
         for (const char *const part :
-             {"\"answerTimeMs\": 50", "\"moving\": false", "\"pluggedIn\": false", "\"signed\": true", "\"on\": false",
+             {"\"answerTimeMs\": 33", "\"moving\": false", "\"pluggedIn\": false", "\"signed\": true", "\"on\": false",
               "\"selectedCurve\": 4", "\"showAll\": true", "\"frontContainer\": 2", "\"width\": 900", "\"x\": null"}) {
             QVERIFY2(text.contains(part), part);
         }
@@ -147,6 +147,12 @@ private slots:
         QCOMPARE(replaceBy(other, text), QStringList());
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(text));
         QVERIFY(!other.window->findChild<QDockWidget *>("moduleDock")->isVisible());
+        bool showsAnswerTime = false;
+        const QList<QComboBox *> boxes = other.window->findChildren<QComboBox *>();
+        for (const QComboBox *const box : boxes) {
+            showsAnswerTime = showsAnswerTime || box->currentText() == "Slow: 33 ms";
+        }
+        QVERIFY(showsAnswerTime);
         QCOMPARE(replaceBy(other, text), QStringList()); // over itself, with the same keys
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(text));
     }
@@ -208,7 +214,7 @@ private slots:
         choose(plot, QStringLiteral("Two modules: a stepper")); // nothing has changed: it does not ask
         QCOMPARE(plot.workbench.modules().count(), 2);
         QVERIFY(plot.window->windowTitle().startsWith("Two modules: a stepper axis against a servo axis[*]"));
-        choose(plot, QStringLiteral("1 my bench.xyplot"));
+        choose(plot, QStringLiteral("1 my bench.xyplot in "));
         QCOMPARE(plot.workbench.modules().count(), 1);
         choose(plot, QStringLiteral("New Set-Up"));
         QCOMPARE(plot.workbench.modules().count(), 3);

@@ -22,9 +22,14 @@ struct Text
 SceneSource readSource(const QWidget *container, int curve, Side side)
 {
     const PlotterWindow::SelectorPage names = PlotterWindow::selectorPage(curve, side);
-    const auto *const modules = container->findChild<QComboBox *>(names.modules);
-    const auto *const motors = container->findChild<QComboBox *>(names.motors);
-    const auto *const table = container->findChild<QTableView *>(names.table);
+    const auto *const stack = container->findChild<QWidget *>(names.stack);
+    const auto *const page = stack == nullptr ? nullptr : stack->findChild<QWidget *>(names.page);
+    if (page == nullptr) {
+        return {};
+    }
+    const auto *const modules = page->findChild<QComboBox *>(names.modules);
+    const auto *const motors = page->findChild<QComboBox *>(names.motors);
+    const auto *const table = page->findChild<QTableView *>(names.table);
     if (modules == nullptr || motors == nullptr || table == nullptr || table->isHidden()) {
         return {};
     }

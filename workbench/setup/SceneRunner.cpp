@@ -160,8 +160,12 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
     const QStringList names = model == nullptr || table->isHidden() ? QStringList() : namesIn(model);
     const int row = names.indexOf(source.value);
     if (model == nullptr || row < 0) {
-        fail(Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"; the nearest are: %4")
-                 .arg(source.module, source.value, source.motor, quotedList(nearestTexts(source.value, names))));
+        const QString nearest = quotedList(nearestTexts(source.value, names));
+        fail(source.motor.isEmpty()
+                 ? Text::tr("the module \"%1\" has no value \"%2\"; the nearest are: %3")
+                       .arg(source.module, source.value, nearest)
+                 : Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"; the nearest are: %4")
+                       .arg(source.module, source.value, source.motor, nearest));
         return;
     }
     table->scrollTo(model->index(row, PlotterWindow::nameColumn));

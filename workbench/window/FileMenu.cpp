@@ -9,6 +9,7 @@
 #include "window/Workbench.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -17,7 +18,6 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QUrl>
 
 namespace
@@ -47,6 +47,12 @@ FileMenu::FileMenu(MainWindow *window, Workbench *workbench)
         QKeySequence(QStringLiteral("Ctrl+Shift+N")), [this] { startAnew(); });
     add(tr("&Open..."), tr("Open a set-up: modules, containers and what they show"), QKeySequence::Open,
         [this] { askForFile(); });
+    add(tr("Open Recor&ding..."), tr("Play a CSV file that was logged, and show its curves"),
+        QKeySequence(QStringLiteral("Ctrl+Shift+O")), [this] {
+            if (m_recordingOpener) {
+                m_recordingOpener(QString());
+            }
+        });
     m_recentMenu = m_menu->addMenu(tr("Open &Recent"));
     m_recentMenu->menuAction()->setStatusTip(tr("Open a set-up that was opened or saved before"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FileMenu::fillRecentMenu);
@@ -139,7 +145,7 @@ bool FileMenu::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::DragEnter || event->type() == QEvent::Drop) {
         auto *const drop = static_cast<QDropEvent *>(event);
         const QString path = fileOf(drop->mimeData());
-        if (path.isEmpty()) {
+        if (path.isEmpty() || QApplication::activeModalWidget() != nullptr) {
             return false;
         }
         drop->acceptProposedAction();
@@ -183,13 +189,10 @@ void FileMenu::fillRecentMenu()
     int number = 1;
     for (const QString &path : paths) {
         const QFileInfo file(path);
-        const QString folder = QDir::toNativeSeparators(file.absolutePath());
-        QAction *const action =
-            m_recentMenu->addAction(QStringLiteral("&%1 %2 (%3)")
-                                        .arg(number++)
-                                        .arg(file.fileName(), folder)
-                                        .replace(QRegularExpression(QStringLiteral("&(?=\\D)")), QStringLiteral("&&")),
-                                    this, [this, path] { open(path); });
+        const QString name = tr("%1 in %2").arg(file.fileName(), QDir::toNativeSeparators(file.absolutePath()));
+        QAction *const action = m_recentMenu->addAction(
+            QStringLiteral("&%1 ").arg(number++ % 10) + QString(name).replace(QLatin1Char('&'), QStringLiteral("&&")),
+            this, [this, path] { open(path); });
         action->setStatusTip(QDir::toNativeSeparators(path));
     }
     if (paths.isEmpty()) {
@@ -220,7 +223,7 @@ void FileMenu::startAnew()
     Scene scene = readSceneFile(startScenePath()).scene;
     const QStringList errors = SceneExchange(m_workbench, m_window).replaceBy(scene);
     if (!errors.isEmpty()) {
-        showErrors(tr("The new set-up could not be made. Nothing was changed."), errors);
+        showErrors(tr("A new set-up cannot be made; what was there stays."), errors);
         return;
     }
     scene.title.clear();
@@ -249,7 +252,7 @@ void FileMenu::openScene(const QString &scenePath, bool isExample)
         errors = SceneExchange(m_workbench, m_window).replaceBy(read.scene);
     }
     if (!errors.isEmpty()) {
-        showErrors(tr("\"%1\" cannot be set up. Nothing was changed.").arg(name), errors);
+        showErrors(tr("\"%1\" cannot be set up; what was there stays.").arg(name), errors);
         return;
     }
     setDocument(read.scene, name, isExample ? QString() : scenePath);

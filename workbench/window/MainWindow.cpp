@@ -8,9 +8,11 @@
 #include "window/FileMenu.h"
 #include "window/HelpMenu.h"
 #include "window/HintBar.h"
+#include "window/ModuleMenu.h"
 #include "window/Notices.h"
 #include "window/PanelDocks.h"
 #include "window/PlotMenu.h"
+#include "window/RecordingOpener.h"
 #include "window/ScreenFit.h"
 #include "window/StatusSummary.h"
 #include "window/Workbench.h"
@@ -266,6 +268,8 @@ void MainWindow::makeMenus()
 
     m_fileMenu = new FileMenu(this, m_workbench);
     menuBar()->addMenu(m_fileMenu->menu());
+    auto *const opener = new RecordingOpener(m_workbench, this);
+    m_fileMenu->setRecordingOpener([opener](const QString &path) { opener->openOrAsk(path); });
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     QAction *const toolBarAction = m_toolBar->toggleViewAction();
@@ -275,6 +279,8 @@ void MainWindow::makeMenus()
 
     m_plotMenu = new PlotMenu(this);
     menuBar()->addMenu(m_plotMenu);
+
+    menuBar()->addMenu(new ModuleMenu(&m_workbench->modules(), this));
 
     m_containerMenu = menuBar()->addMenu(tr("&Containers"));
     const auto add = [this](const QString &text, const QString &tip) {

@@ -6,6 +6,7 @@
 
 #include <QScrollArea>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace
@@ -71,6 +72,9 @@ void ModulePanel::refresh(int index)
 {
     if (index >= m_rows.size()) {
         addRow(index);
+        // Once it has its place: who has added a module wants to see it.
+        ModuleRow *const row = m_rows.constLast();
+        QTimer::singleShot(0, row, [this, row] { m_scrollArea->ensureWidgetVisible(row); });
     } else {
         m_rows.at(index)->refresh();
     }

@@ -132,6 +132,7 @@ QStringList SceneExchange::replaceBy(const Scene &scene)
     const Scene before = taken();
     errors = setUp(scene);
     if (!errors.isEmpty()) {
+        errors.append(Text::tr("All was set up again as it was, without the points."));
         errors += setUp(before);
     }
     return errors;

@@ -33,6 +33,12 @@ SimulatedModuleRow::SimulatedModuleRow(ModuleRack *rack, const AnswerWatch *watc
     SimulatedModuleRow::refresh();
 }
 
+QString SimulatedModuleRow::textOf(int answerTimeMs)
+{
+    return answerTimeMs > CommandHandlerInterface::exchangeDeadlineMs ? tr("Too late: %1 ms").arg(answerTimeMs)
+                                                                      : tr("Slow: %1 ms").arg(answerTimeMs);
+}
+
 QComboBox *SimulatedModuleRow::makeAnswerTimeBox()
 {
     auto *const box = new QComboBox;
@@ -41,11 +47,11 @@ QComboBox *SimulatedModuleRow::makeAnswerTimeBox()
                        "goes on; one that is too late counts as not answering."));
     box->addItem(tr("Answers at once"), 0);
     for (const int ms : {5, 50}) {
-        box->addItem(tr("Slow: %1 ms").arg(ms), ms);
+        box->addItem(textOf(ms), ms);
     }
     constexpr int tooLateMs = 300;
     static_assert(tooLateMs > CommandHandlerInterface::exchangeDeadlineMs, "it is not too late");
-    box->addItem(tr("Too late: %1 ms").arg(tooLateMs), tooLateMs);
+    box->addItem(textOf(tooLateMs), tooLateMs);
     connect(box, QOverload<int>::of(&QComboBox::activated), this,
             [this, box] { rack()->setAnswerTime(index(), box->currentData().toInt()); });
     return box;
@@ -60,6 +66,9 @@ void SimulatedModuleRow::refresh()
     }
     m_moving->setChecked(settings->isMoving);
     m_silent->setChecked(settings->isSilent);
+    if (m_answerTime->findData(settings->answerTimeMs) < 0) { // of a set-up, which may have any
+        m_answerTime->addItem(textOf(settings->answerTimeMs), settings->answerTimeMs);
+    }
     m_answerTime->setCurrentIndex(m_answerTime->findData(settings->answerTimeMs));
     const bool isPluggedIn = rack()->isPluggedIn(index());
     m_moving->setEnabled(isPluggedIn);

@@ -16,6 +16,7 @@ public:
     void refresh() override;
 
 private:
+    static QString textOf(int answerTimeMs);
     QComboBox *makeAnswerTimeBox();
 
     QCheckBox *m_moving = nullptr;

@@ -2,8 +2,6 @@
 
 #include "GuardedTest.h"
 
-#include <modbus.h>
-
 #include <arpa/inet.h>
 #include <poll.h>
 #include <sys/socket.h>

@@ -5,12 +5,11 @@
 #include <QString>
 #include <QVector>
 
+#include <modbus.h>
+
 #include <atomic>
 #include <mutex>
 #include <thread>
-
-struct _modbus;
-struct _modbus_mapping_t;
 
 /**
  * A Modbus device of unit 1, served by libmodbus' own server functions in a thread, whose registers show wrong answers.
@@ -52,8 +51,8 @@ private:
     void serve();
     void answer(const unsigned char *query, int size);
 
-    _modbus *m_context = nullptr;
-    _modbus_mapping_t *m_registers = nullptr;
+    modbus_t *m_context = nullptr;
+    modbus_mapping_t *m_registers = nullptr;
     int m_listener = -1;
     quint16 m_port = 0;
     quint16 m_generation = 0;

@@ -33,6 +33,8 @@ struct Device
         if (isSerial) {
             line = std::make_unique<FaultyLine>();
             server = std::make_unique<ModbusServer>(line->serverPort(), baud);
+            // As a device does: an answer does not follow so closely on an older one that both are seen together.
+            server->answerTimeMs = 5;
         } else {
             server = std::make_unique<ModbusServer>();
             line = std::make_unique<FaultyLine>(server->port());
@@ -66,6 +68,7 @@ int main(int argc, char **argv)
     const int deviceCount = argc > 2 ? std::atoi(argv[2]) : defaultDevices;
     QTextStream out(stdout);
     std::vector<std::unique_ptr<Device>> devices;
+    devices.reserve(static_cast<size_t>(deviceCount));
     for (int index = 0; index < deviceCount; ++index) {
         devices.push_back(std::make_unique<Device>(index % 3 == 2));
     }

@@ -4,7 +4,7 @@
 
 QString ConnectionTrouble::words() const
 {
-    const QString text = QString::fromStdString(detail);
+    QString text = QString::fromStdString(detail);
     switch (kind) {
     case Kind::None:
         return {};

@@ -47,12 +47,12 @@ std::shared_ptr<ModbusConnection> ModbusConnection::of(const ConnectionSettings 
     open.erase(std::remove_if(open.begin(), open.end(), [](const auto &connection) { return connection.expired(); }),
                open.end());
     for (const auto &candidate : open) {
-        const std::shared_ptr<ModbusConnection> connection = candidate.lock();
+        std::shared_ptr<ModbusConnection> connection = candidate.lock();
         if (connection != nullptr && connection->m_settings.isSameLine(settings)) {
             return connection;
         }
     }
-    const std::shared_ptr<ModbusConnection> connection(new ModbusConnection(settings));
+    std::shared_ptr<ModbusConnection> connection(new ModbusConnection(settings));
     open.push_back(connection);
     return connection;
 }

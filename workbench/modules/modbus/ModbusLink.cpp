@@ -3,8 +3,6 @@
 #include "modules/modbus/SerialLink.h"
 #include "modules/modbus/TcpLink.h"
 
-#include <modbus.h>
-
 #include <sys/eventfd.h>
 #include <unistd.h>
 
@@ -112,12 +110,12 @@ void ModbusLink::close()
 
 ConnectionTrouble ModbusLink::read(int unit, const RegisterSpan &span, QVector<quint16> *words)
 {
-    const ConnectionTrouble obstacle = prepare(unit, span);
+    ConnectionTrouble obstacle = prepare(unit, span);
     if (obstacle.kind != ConnectionTrouble::Kind::None) {
         return obstacle;
     }
     QVector<quint16> answer;
-    const ConnectionTrouble trouble = exchange(unit, span, &answer);
+    ConnectionTrouble trouble = exchange(unit, span, &answer);
     if (trouble.kind != ConnectionTrouble::Kind::None && trouble.kind != ConnectionTrouble::Kind::Exception) {
         return recover(trouble, unit, span);
     }

@@ -6,10 +6,10 @@
 
 #include <QVector>
 
+#include <modbus.h>
+
 #include <functional>
 #include <memory>
-
-struct _modbus;
 
 /// A descriptor that interrupts waits of another thread. Safe from every thread.
 class WakeSignal
@@ -81,5 +81,5 @@ protected:
     ConnectionTrouble exchange(int unit, const RegisterSpan &span, QVector<quint16> *words);
 
     const ConnectionSettings m_settings;
-    _modbus *m_context = nullptr; // owned; null while the link is closed
+    modbus_t *m_context = nullptr; // owned; null while the link is closed
 };

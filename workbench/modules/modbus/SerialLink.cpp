@@ -2,8 +2,6 @@
 
 #include "modules/modbus/ModbusClock.h"
 
-#include <modbus.h>
-
 #include <fcntl.h>
 #include <grp.h>
 #include <poll.h>
@@ -164,7 +162,7 @@ int SerialLink::answerTimeoutMs(const RegisterSpan &span) const
 
 ConnectionTrouble SerialLink::prepare(int unit, const RegisterSpan &span)
 {
-    const ConnectionTrouble trouble = check();
+    ConnectionTrouble trouble = check();
     if (trouble.kind != Kind::None) {
         return trouble;
     }

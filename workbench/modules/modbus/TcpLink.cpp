@@ -3,8 +3,6 @@
 #include "modules/modbus/AnswerGate.h"
 #include "modules/modbus/ModbusClock.h"
 
-#include <modbus.h>
-
 #include <netdb.h>
 #include <netinet/tcp.h>
 #include <poll.h>
