@@ -101,7 +101,7 @@ private slots:
             "containers": [ { "plugin": "XYPlotter", "window": { "state": "closed" }, "curves": [
                 { "x": { "module": "S", "value": "Actual position [increments]" },
                   "y": { "module": "S", "value": "Actual velocity [increments/s]" } },
-                { "x": null, "y": null } ] },
+                { "x": null, "y": null, "on": false } ] },
               { "plugin": "XYPlotter", "curves": [] } ] })");
         file.close();
         const Outcome outcome = run("../bench.xyplot --seconds 0.5 --log run.csv --picture out.png");

@@ -19,9 +19,24 @@ namespace
     QT_TRANSLATE_NOOP("Scene", "Two modules: a stepper axis against a servo axis"),
 };
 
-bool isSampled(const SceneCurve &curve)
+/// Key of the module that all curves of the container share on a side; empty when none has a source there.
+QString moduleOf(const SceneContainer &container, SceneSource SceneCurve::*side)
 {
-    return curve.isOn && curve.x.isChosen() && curve.y.isChosen();
+    for (const SceneCurve &curve : container.curves) {
+        if ((curve.*side).isChosen()) {
+            return (curve.*side).module;
+        }
+    }
+    return {};
+}
+
+/// How many curves are sampled: with a module on both sides those that are on, even if they have no values of their own.
+int sampledCurvesOf(const SceneContainer &container)
+{
+    const bool hasModules =
+        !moduleOf(container, &SceneCurve::x).isEmpty() && !moduleOf(container, &SceneCurve::y).isEmpty();
+    const auto isOn = [](const SceneCurve &curve) { return curve.isOn; };
+    return hasModules ? int(std::count_if(container.curves.cbegin(), container.curves.cend(), isOn)) : 0;
 }
 
 } // namespace
@@ -41,7 +56,7 @@ int Scene::sampledCurves() const
     int count = 0;
     const QList<SceneContainer> all = containers();
     for (const SceneContainer &container : all) {
-        count += int(std::count_if(container.curves.cbegin(), container.curves.cend(), isSampled));
+        count += sampledCurvesOf(container);
     }
     return count;
 }
@@ -51,11 +66,8 @@ int Scene::exchangesPerTick() const
     int exchanges = 0;
     const QList<SceneContainer> all = containers();
     for (const SceneContainer &container : all) {
-        for (const SceneCurve &curve : container.curves) {
-            if (isSampled(curve)) {
-                exchanges += curve.x.module == curve.y.module ? 1 : 2; // one channel carries both requests at once
-            }
-        }
+        const bool isOneChannel = moduleOf(container, &SceneCurve::x) == moduleOf(container, &SceneCurve::y);
+        exchanges += sampledCurvesOf(container) * (isOneChannel ? 1 : 2); // which carries both requests at once
     }
     return exchanges;
 }

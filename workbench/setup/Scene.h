@@ -99,7 +99,7 @@ struct Scene : SceneContainer
     /// The title in the language of the program, if it is that of a shipped scene.
     QString shownTitle() const;
 
-    /// Curves of all containers that are switched on and have both sources.
+    /// Curves of all containers that are read at each sampling tick.
     int sampledCurves() const;
 
     /// Exchanges with modules that one sampling tick takes.
