@@ -929,6 +929,14 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
         <source>Bring the next window to the front</source>
         <translation>Das nächste Fenster nach vorn holen</translation>
     </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Close the container&apos;s window for good, with its curves and its place in the tool bar</source>
+        <translation>Das Fenster des Containers endgültig schließen, mit seinen Kurven und seinem Platz in der Werkzeugleiste</translation>
+    </message>
 </context>
 <context>
     <name>MessageModel</name>
