@@ -54,8 +54,11 @@ compressed(${packaged}/de/xy-plot-workbench.1)
 install(FILES ${packaged}/de/xy-plot-workbench.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/de/man1 COMPONENT runtime)
 set(documents ${CMAKE_INSTALL_DATADIR}/doc)
 install(FILES ${packaging}/copyright ${packaged}/changelog.gz ${CMAKE_SOURCE_DIR}/docs/setups.md
-    ${CMAKE_SOURCE_DIR}/docs/setup.schema.json
+    ${CMAKE_SOURCE_DIR}/docs/setup.schema.json ${CMAKE_SOURCE_DIR}/docs/first-drive.md
+    ${CMAKE_SOURCE_DIR}/docs/register-maps.md ${CMAKE_SOURCE_DIR}/docs/register-map.schema.json
   DESTINATION ${documents}/xy-plot-workbench COMPONENT runtime)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/examples/modbus
+  DESTINATION ${documents}/xy-plot-workbench/examples COMPONENT runtime USE_SOURCE_PERMISSIONS)
 install(FILES ${packaging}/copyright ${packaged}/changelog.gz
   DESTINATION ${documents}/xy-plot-workbench-dev COMPONENT development)
 

@@ -111,6 +111,16 @@ bool isTimed(const Options &options, bool isHeadless)
            !options.log.isEmpty();
 }
 
+/// Adds \a devices to the scene; \a areAlone: in place of the modules that a workbench begins with.
+void addDeviceModules(const QList<DeviceSettings> &devices, bool areAlone, RunPlanResult &result)
+{
+    if (areAlone) {
+        result.plan.scene.modules.clear();
+    }
+    result.error = addDevices(result.plan.scene, devices);
+    result.exitCode = result.error.isEmpty() ? 0 : RunPlanResult::exitFailure;
+}
+
 } // namespace
 
 bool keepsState(const Options &options, bool isHeadless)
@@ -141,9 +151,10 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
 
     // In a window a file is opened as by the menu, with all that is kept between runs.
-    const bool isFileRecording = plan.isTimed && options.file.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
+    const bool isCsv = options.file.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
+    const bool isFileRecording = plan.isTimed && isCsv;
     const QString recording = options.recording.isEmpty() && isFileRecording ? options.file : options.recording;
-    const bool isFileScene = (plan.isTimed && !isFileRecording) || !options.devices.isEmpty();
+    const bool isFileScene = !isCsv && (plan.isTimed || !options.devices.isEmpty());
     plan.openFile = plan.isTimed || isFileScene ? QString() : absolute(options.file);
     const QString asked = isFileScene && !options.file.isEmpty() ? options.file : options.scene;
     const bool isOfDevices = asked.isEmpty() && !options.devices.isEmpty();
@@ -167,11 +178,7 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }
-    if (isOfDevices) {
-        plan.scene.modules.clear(); // those of the start
-    }
-    result.error = addDevices(plan.scene, options.devices);
-    result.exitCode = result.error.isEmpty() ? 0 : RunPlanResult::exitFailure;
+    addDeviceModules(options.devices, isOfDevices, result);
     if (result.error.isEmpty() && !recording.isEmpty()) {
         addRecording(absolute(recording), result);
     }

@@ -31,6 +31,8 @@ void ModuleMenu::fillLists()
         if (m_rack->device(index) != nullptr) {
             m_edit->addAction(text + QStringLiteral("…"), this,
                               [this, index] { DeviceDialog::edit(m_rack, index, m_window); });
+        }
+        if (m_rack->simulation(index) == nullptr) {
             m_remove->addAction(text, this, [this, index] { m_rack->remove(index); });
         }
     }
