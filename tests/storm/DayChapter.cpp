@@ -148,6 +148,7 @@ void endBySignal(const Sizes &sizes)
 {
     for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
         const int count = sizes.isLong ? 10 : 1;
+        std::signal(number, SIG_DFL); // the program leaves ignored what was ignored when it was started
         QString fault;
         qint64 lines = 0;
         for (int round = 0; round < count && fault.isEmpty(); ++round) {

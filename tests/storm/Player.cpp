@@ -119,8 +119,9 @@ QWidget *Player::widget(const Op &op)
         root = window; // with the windows that the container has opened
     }
     Widgets all = root->findChildren<QWidget *>();
-    // Those of file dialogs can delete files.
-    all.erase(std::remove_if(all.begin(), all.end(), [](QWidget *each) { return isInFileDialog(each); }), all.end());
+    // Nobody operates what is hidden; and the widgets of file dialogs can delete files.
+    const auto isOut = [](QWidget *each) { return !each->isVisible() || isInFileDialog(each); };
+    all.erase(std::remove_if(all.begin(), all.end(), isOut), all.end());
     return all.isEmpty() ? root : all.at(static_cast<int>(op.a % static_cast<quint32>(all.size())));
 }
 
@@ -321,6 +322,13 @@ void Player::startAnew()
 {
     for (int index = 0; index < StormHost::containerCount; ++index) {
         m_host->close(index);
+    }
+    // That of a closed container which a host shows by itself belongs to nobody until a person closes it.
+    const Widgets windows = QApplication::topLevelWidgets();
+    for (QWidget *const window : windows) {
+        if (window->inherits("ExportCSV") && window->parent() == nullptr) {
+            window->close();
+        }
     }
     for (const QPointer<StormModule> &module : qAsConst(m_modules)) {
         if (!module.isNull()) {

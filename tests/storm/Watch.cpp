@@ -50,8 +50,10 @@ void (*announcer)(int number) = nullptr;
 
 void noteMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    // The platform's own, and the one of a rate that was 0: the timer's number is kept on purpose.
-    static const QRegularExpression expected("^This plugin does not support |killTimer.*not valid|propagateSizeHints");
+    // The platform's own; the one of a rate that was 0, whose timer's number is kept on purpose; and what the workbench
+    // reports to a person who opens a file that is gone.
+    static const QRegularExpression expected("^This plugin does not support |killTimer.*not valid|propagateSizeHints|"
+                                             "is not there any more$|^No program opened ");
     if (type == QtFatalMsg) {
         previous(type, context, text);
     }
