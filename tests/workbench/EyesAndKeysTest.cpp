@@ -69,6 +69,7 @@ private slots:
         QTest::addColumn<bool>("isDark");
         QTest::newRow("light") << false;
         QTest::newRow("dark") << true;
+        QTest::newRow("system") << false; // that of the platform here is a light one, without a style of its own
     }
 
     void palettesCanBeRead()

@@ -81,6 +81,9 @@ QStringList SourceWatch::modules() const
 
 QString SourceWatch::problem() const
 {
+    if (m_isSettling) {
+        return {}; // which sources were chosen anew is seen afterwards
+    }
     QStringList curves;
     for (int index = 0; index < m_sources.size(); ++index) {
         if (m_sources.at(index).isOff && isSwitchedOn(index / sides)) {

@@ -124,10 +124,14 @@ void applyPalette(PaletteChoice choice)
                                      ? darkPalette()
                                      : withPlotColors(withReadableSelection(QApplication::style()->standardPalette())));
     } else {
-        if (appliedPalette() != PaletteChoice::System) {
+        const bool hasStyle = look.style.compare(QLatin1String("fusion"), Qt::CaseInsensitive) != 0;
+        if (!hasStyle) { // a desktop without a style of its own
+            QApplication::setStyle(new WorkbenchStyle);
+        } else if (appliedPalette() != PaletteChoice::System) {
             QApplication::setStyle(look.style);
         }
-        QApplication::setPalette(isDark(look.palette) ? look.palette : withPlotColors(look.palette));
+        const QPalette light = hasStyle ? look.palette : withReadableSelection(look.palette);
+        QApplication::setPalette(isDark(look.palette) ? look.palette : withPlotColors(light));
     }
     appliedPalette() = choice;
     qApp->setStyleSheet(workbenchStyleSheet());

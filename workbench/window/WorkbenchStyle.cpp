@@ -44,7 +44,8 @@ QIcon platedIcon(const QIcon &icon, const QSize &size, const QPalette &palette, 
     if (Contrast::visiblePart(image, ground) < enough) {
         QColor plate = ground;
         double best = 0.0;
-        for (const QPalette::ColorRole role : {QPalette::Shadow, QPalette::Light, QPalette::WindowText, QPalette::BrightText}) {
+        for (const QPalette::ColorRole role :
+             {QPalette::Shadow, QPalette::Light, QPalette::WindowText, QPalette::BrightText}) {
             const double visible = Contrast::visiblePart(image, palette.color(role));
             if (visible > best) {
                 best = visible;
