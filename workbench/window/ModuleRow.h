@@ -28,11 +28,11 @@ public:
     virtual void showAnswers();
 
 protected:
-    /// \param summary what the module is, one line
-    ModuleRow(ModuleRack *rack, const AnswerWatch *watch, int index, const QString &summary);
-
     /// What is wrong with the module, one line; empty when nothing is known to be.
     virtual QString trouble() const;
+
+    /// \param summary what the module is, one line
+    ModuleRow(ModuleRack *rack, const AnswerWatch *watch, int index, const QString &summary);
 
     ModuleRack *rack() const;
     int index() const;
