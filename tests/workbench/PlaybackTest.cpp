@@ -243,6 +243,21 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > row, maximumWaitMs);
     }
 
+    /// The rows of the panel are destroyed later than their places, when the event loop runs.
+    void rowsOutliveTheirPlaces()
+    {
+        Bench bench;
+        QCOMPARE(bench.opener->open(log(30)), QString());
+        QCOMPARE(bench.opener->open(log(30)), QString());
+        ModuleRack &rack = bench.workbench.modules();
+        rack.remove(2);
+        rack.remove(1);
+        QCOMPARE(rack.add({"SIM1/Servo", SimulationSettings{"servo-1"}}), QString());
+        rack.setMoving(0, false);
+        QCOMPARE(bench.window->findChildren<PlaybackRow *>().size(), 0);
+        QTest::qWait(300); // as long as a row takes to look again
+    }
+
     void besideAModuleAndClosed()
     {
         Bench bench;

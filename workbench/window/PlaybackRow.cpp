@@ -130,9 +130,9 @@ void PlaybackRow::makeBesideBox()
 
 void PlaybackRow::fillBesideBox()
 {
-    const RecordingSettings *const settings = rack()->recording(index());
-    if (settings == nullptr) {
-        return; // about to be replaced by the row of another family
+    const RecordingSettings *const shown = shownSettings();
+    if (shown == nullptr) {
+        return; // about to be replaced
     }
     m_beside->clear();
     m_beside->addItem(tr("By itself"), QString());
@@ -142,10 +142,10 @@ void PlaybackRow::fillBesideBox()
             m_beside->addItem(tr("Beside %1").arg(key), key);
         }
     }
-    if (m_beside->findData(settings->beside) < 0) {
-        m_beside->addItem(tr("Beside %1").arg(settings->beside), settings->beside);
+    if (m_beside->findData(shown->beside) < 0) {
+        m_beside->addItem(tr("Beside %1").arg(shown->beside), shown->beside);
     }
-    m_beside->setCurrentIndex(m_beside->findData(settings->beside));
+    m_beside->setCurrentIndex(m_beside->findData(shown->beside));
 }
 
 void PlaybackRow::makeSlider()
@@ -175,15 +175,15 @@ void PlaybackRow::addControls()
 void PlaybackRow::refresh()
 {
     ModuleRow::refresh();
-    const RecordingSettings *const settings = rack()->recording(index());
-    if (settings == nullptr) {
-        return; // about to be replaced by the row of another family
+    const RecordingSettings *const shown = shownSettings();
+    if (shown == nullptr) {
+        return; // about to be replaced
     }
-    if (m_speed->findData(settings->speedTenths) < 0) {
-        m_speed->addItem(speedText(settings->speedTenths), settings->speedTenths);
+    if (m_speed->findData(shown->speedTenths) < 0) {
+        m_speed->addItem(speedText(shown->speedTenths), shown->speedTenths);
     }
-    m_speed->setCurrentIndex(m_speed->findData(settings->speedTenths));
-    m_repeat->setChecked(settings->isRepeated);
+    m_speed->setCurrentIndex(m_speed->findData(shown->speedTenths));
+    m_repeat->setChecked(shown->isRepeated);
     const RecordedModule *const played = module();
     for (QWidget *const control : std::initializer_list<QWidget *>{m_play, m_back, m_on, m_speed, m_repeat, m_slider}) {
         control->setEnabled(played != nullptr);
@@ -213,7 +213,13 @@ QString PlaybackRow::trouble() const
 
 RecordedModule *PlaybackRow::module() const
 {
-    return rack()->moduleAs<RecordedModule>(index());
+    return shownSettings() == nullptr ? nullptr : rack()->moduleAs<RecordedModule>(index());
+}
+
+const RecordingSettings *PlaybackRow::shownSettings() const
+{
+    // A row that is replaced lives on for a while, when its place may be no more.
+    return index() < rack()->count() ? rack()->recording(index()) : nullptr;
 }
 
 void PlaybackRow::change(int speedTenths, bool isRepeated, bool isPlaying)

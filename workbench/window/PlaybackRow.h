@@ -39,7 +39,8 @@ private:
     void makeSlider();
     void addControls();
 
-    RecordedModule *module() const; ///< Null while it is taken out.
+    RecordedModule *module() const;                 ///< Null while it is taken out.
+    const RecordingSettings *shownSettings() const; ///< Null when its place has another module by now.
     void change(int speedTenths, bool isRepeated, bool isPlaying);
     void setRow(int row);
     void setBeside();

@@ -14,6 +14,7 @@
 #include <QDebug>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTimer>
 
 namespace
@@ -81,12 +82,16 @@ QString RecordingOpener::open(const QString &path)
         return problem;
     }
     for (const auto &[other, choices] : qAsConst(used)) {
-        chooseLater(other, choices);
+        QTimer::singleShot(listingTimeMs, other, [other = other, choices = choices] { choose(other, choices); });
     }
     ContainerInterface *const container = unused != nullptr ? unused : m_window->addContainer();
     if (container != nullptr) {
         m_window->openContainer(container);
-        chooseLater(container, curvesOf(key));
+        QTimer::singleShot(listingTimeMs, this, [this, shown = QPointer<ContainerInterface>(container), key] {
+            if (!shown.isNull()) {
+                choose(shown, curvesOf(key));
+            }
+        });
     }
     return {};
 }
@@ -102,17 +107,12 @@ ContainerInterface *RecordingOpener::unusedContainer() const
     return nullptr;
 }
 
-void RecordingOpener::chooseLater(ContainerInterface *container, const SceneContainer &choices)
+void RecordingOpener::choose(ContainerInterface *container, const SceneContainer &choices)
 {
-    if (choices.curves.isEmpty()) {
-        return;
+    const QString problem = choices.curves.isEmpty() ? QString() : SceneRunner(container).apply(choices);
+    if (!problem.isEmpty()) {
+        qWarning().noquote() << tr("%1: %2").arg(container->windowTitle(), problem);
     }
-    QTimer::singleShot(listingTimeMs, container, [container, choices] {
-        const QString problem = SceneRunner(container).apply(choices);
-        if (!problem.isEmpty()) {
-            qWarning().noquote() << tr("%1: %2").arg(container->windowTitle(), problem);
-        }
-    });
 }
 
 SceneContainer RecordingOpener::curvesOf(const QString &key) const

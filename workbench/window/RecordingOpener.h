@@ -33,8 +33,8 @@ public:
 
 private:
     ContainerInterface *unusedContainer() const;
-    /// Makes the choices when the container has listed the modules anew.
-    static void chooseLater(ContainerInterface *container, const SceneContainer &choices);
+    static void choose(ContainerInterface *container, const SceneContainer &choices);
+    /// None when the module was taken out meanwhile.
     SceneContainer curvesOf(const QString &key) const;
 
     Workbench *const m_workbench; // not owned
