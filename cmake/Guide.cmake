@@ -12,8 +12,9 @@ endif()
 set(guide_folder ${CMAKE_BINARY_DIR}/guide)
 file(GLOB english CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/*.md)
 file(GLOB german CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/de/*.md)
-file(GLOB pictures CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/*.png ${CMAKE_SOURCE_DIR}/docs/pictures/*.png
-  ${CMAKE_SOURCE_DIR}/docs/de/pictures/*.png)
+file(GLOB pictures CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/*.png ${CMAKE_SOURCE_DIR}/docs/*.json
+  ${CMAKE_SOURCE_DIR}/docs/pictures/*.png
+  ${CMAKE_SOURCE_DIR}/docs/pictures/*.svg ${CMAKE_SOURCE_DIR}/docs/de/pictures/*.png)
 set(pages)
 foreach(source IN LISTS english german)
   get_filename_component(name ${source} NAME_WE)

@@ -149,6 +149,8 @@ async def serve(options):
             framer=ModbusRtuFramer, port=options.serial, baudrate=options.baud, parity=options.parity[0].upper(),
             stopbits=options.stop_bits, bytesize=8, timeout=0.1, **common)
         await server.start()
+        if server.transport is None:
+            raise OSError(f"{options.serial} does not take these settings; a pseudo-terminal takes --parity none")
         place = options.serial
     else:
         server = await StartAsyncTcpServer(

@@ -55,6 +55,10 @@ private slots:
         row(2, "--log run.csv --picture ../folder/./run.csv", "--log and --picture");
         row(2, "--picture ../link --log run.csv", "--log and --picture");
         row(1, "--seconds 1 --log /proc/run.csv", "could not be opened");
+        row(1, "--recording absent.csv", "absent.csv: there is no such file");
+        row(1, "--recording ../pipe", "found a device or a pipe");
+        row(1, "--recording ../scene.json", "scene.json: line 2, column 1: expected a number");
+        row(2, "--recording ../scene.json --log ../scene.json", "--recording and --log");
     }
 
     void mistakeEndsInOneLineAndLeavesNothing()
@@ -89,6 +93,27 @@ private slots:
         QVERIFY2(!QDir(temporaryPath("config")).exists(), "the user's settings were touched");
     }
 
+    void setUpWithSeveralContainersIsRecorded()
+    {
+        QFile file(temporaryPath("bench.xyplot"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(R"({ "title": "T", "modules": [ { "kind": "servo-1", "key": "S" } ],
+            "containers": [ { "plugin": "XYPlotter", "window": { "state": "closed" }, "curves": [
+                { "x": { "module": "S", "value": "Actual position [increments]" },
+                  "y": { "module": "S", "value": "Actual velocity [increments/s]" } },
+                { "x": null, "y": null } ] },
+              { "plugin": "XYPlotter", "curves": [] } ] })");
+        file.close();
+        const Outcome outcome = run("../bench.xyplot --seconds 0.5 --log run.csv --picture out.png");
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(outcome.exitCode, 0);
+        QCOMPARE(leftBehind(), QStringList({"out.png", "run.csv"}));
+        QFile log(folder() + QStringLiteral("/run.csv"));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QList<QByteArray> lines = log.readAll().split('\n');
+        QVERIFY(lines.size() > 10 && lines.at(1).count(';') == 3); // of the one curve that has sources
+    }
+
     void sameCommandRecordsTheSameLines()
     {
         QList<QByteArray> earlier;
@@ -112,6 +137,22 @@ private slots:
             const int common = attempt == 0 ? 0 : qMin(lines.size(), earlier.size());
             QVERIFY((lines.mid(0, common) == earlier.mid(0, common)) == (attempt < 2));
             earlier = lines;
+        }
+    }
+
+    void recordingIsPlayedRowByRow()
+    {
+        QCOMPARE(run("--scene four-curves --seconds 1 --log run.csv").errors, QString());
+        const QList<QByteArray> original = linesOf("run.csv");
+        QVERIFY(original.size() > 20);
+        const Outcome outcome = run("--recording run.csv --seconds 0.5 --log again.csv");
+        QCOMPARE(outcome.errors, QString());
+        const QList<QByteArray> again = linesOf("again.csv");
+        QVERIFY(again.size() > 12);
+        for (int line = 2; line < qMin(again.size(), original.size()) - 1; ++line) {
+            // The first row made the first point of each curve, which is not logged.
+            const QByteArray expected = original.at(line + 1).mid(original.at(line + 1).indexOf(';'));
+            QCOMPARE(again.at(line).mid(again.at(line).indexOf(';')), expected);
         }
     }
 
@@ -236,6 +277,12 @@ private slots:
     }
 
 private:
+    QList<QByteArray> linesOf(const char *name) const
+    {
+        QFile file(folder() + QLatin1Char('/') + QLatin1String(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QList<QByteArray>();
+    }
+
     QString folder() const // where the program is started
     {
         QString path = temporaryPath("folder");

@@ -129,6 +129,7 @@ const QStringList international{
     QStringLiteral("  (Axis [0-9]|Register)"),
     QStringLiteral(
         "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
+    QStringLiteral("Modbus &?(TCP|RTU)…"),
     // Words that German has, too.
     QStringLiteral(
         "Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return|XY "

@@ -2,8 +2,10 @@
 #include "logging/NamedPath.h"
 #include "logging/SourceWatch.h"
 #include "modules/AnswerWatch.h"
+#include "window/HelpMenu.h"
 #include "window/MessagePanel.h"
 #include "window/NoticeBar.h"
+#include "window/WorkspaceWindow.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -11,6 +13,8 @@
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <QToolButton>
 #include <QTreeView>
@@ -33,8 +37,9 @@ private slots:
     void silentModuleIsShownInItsWindowOnly()
     {
         GrowingPlot plot(QStringLiteral("two-modules"));
-        const ModuleSettings unread{QStringLiteral("unread"), SimulationSettings{QStringLiteral("servo-1")}};
-        QCOMPARE(plot.workbench.modules().add(unread), QString());
+        QCOMPARE(
+            plot.workbench.modules().add({QStringLiteral("unread"), SimulationSettings{QStringLiteral("servo-1")}}),
+            QString());
         // A module that comes switches all sources off, too.
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("unread was plugged in at "), maximumWaitMs);
         QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
@@ -45,6 +50,15 @@ private slots:
         plot.workbench.modules().setSilent(1, true);
         const QRegularExpression notice("^Since [0-9:]{8} the values of " + key + " are old ones\n.*with old values: ");
         QTRY_VERIFY_WITH_TIMEOUT((plot.window->recordings()->poll(), shown(plot).contains(notice)), maximumWaitMs);
+
+        // What is below it has the rest of the height.
+        plot.window->resize(1600, 1100);
+        QCoreApplication::processEvents();
+        const auto *const area = plot.window->findChild<WorkspaceWindow *>()->findChild<QScrollArea *>();
+        QCOMPARE(area->verticalScrollBar()->maximum(), 0);
+        const auto *const bar = plot.window->findChild<NoticeBar *>();
+        QCOMPARE(plot.container->y(), bar->height());
+        QVERIFY(bar->height() < 80 && bar->height() > 2 * bar->fontMetrics().height());
 
         // Closed, it stays away while its number of lines grows.
         plot.window->findChild<NoticeBar *>()->findChild<QToolButton *>()->click();
@@ -197,6 +211,40 @@ private slots:
         expectMessage(QtWarningMsg, QRegularExpression("picture.png is not there any more"));
         click(last);
         QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    }
+
+    void guideIsFoundInItsLanguage()
+    {
+        const QString english = HelpMenu::guidePage(QStringLiteral("en"));
+        if (english.isEmpty()) {
+            QSKIP("the guide was not built: cmark-gfm is missing");
+        }
+        QVERIFY(HelpMenu::guidePage(QStringLiteral("de")).endsWith("de/user-guide.html"));
+        QCOMPARE(HelpMenu::guidePage(QStringLiteral("fr")), english);
+        const GrowingPlot plot;
+        m_opened.clear();
+        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+        QApplication::setActiveWindow(plot.window.get());
+        QTest::keyClick(plot.window.get(), Qt::Key_F1);
+        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+        QCOMPARE(m_opened, QStringList(english));
+
+        // Every page that a page leads to is there, and every picture.
+        static const QRegularExpression link(QStringLiteral("(?:href|src)=\"([^\"#:]+)[\"#]"));
+        for (const QString &language : {QStringLiteral("en"), QStringLiteral("de")}) {
+            const QDir folder = QFileInfo(HelpMenu::guidePage(language)).dir();
+            const QStringList pages = folder.entryList({QStringLiteral("*.html")});
+            QVERIFY(!pages.isEmpty());
+            for (const QString &page : pages) {
+                QFile file(folder.filePath(page));
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                auto match = link.globalMatch(QString::fromUtf8(file.readAll()));
+                while (match.hasNext()) {
+                    const QString target = match.next().captured(1);
+                    QVERIFY2(QFileInfo::exists(folder.filePath(target)), qPrintable(page + ": " + target));
+                }
+            }
+        }
     }
 
 private:

@@ -234,7 +234,9 @@ private slots:
             QStringList words = definition.toObject().value("properties").toObject().keys();
             for (const QJsonValue &property : definition.toObject().value("properties").toObject()) {
                 for (const QJsonValue &choice : property.toObject().value("enum").toArray()) {
-                    words.append(choice.toString());
+                    if (choice.isString()) { // numbers are in a row
+                        words.append(choice.toString());
+                    }
                 }
             }
             for (const QString &word : qAsConst(words)) {

@@ -1,9 +1,11 @@
 #include "application/Options.h"
 
 #include "application/Language.h"
+#include "modules/modbus/DeviceText.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <cmath>
@@ -31,6 +33,16 @@ QList<QCommandLineOption> allOptions()
             Text::tr("Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from "
                      "earlier runs has a part in it."),
             "NAME|FILE"),
+        option("recording",
+               Text::tr("Play a recording: a CSV file that was logged, or any other with a header line. Its curves are "
+                        "shown, or those of --scene when that is given."),
+               "FILE"),
+        option(
+            "device",
+            Text::tr("Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or "
+                     "modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given "
+                     "more than once. Without --scene the first two values of an axis are drawn."),
+            "DEVICE"),
         option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
                "N"),
         option("picture", Text::tr("Where to save that picture, a PNG of the whole container; default ./xy-plot.png."),
@@ -143,6 +155,18 @@ void readLanguage(const QString &text, Options &options, QString &error)
     options.language = text;
 }
 
+void readDevices(const QStringList &texts, Options &options, QString &error)
+{
+    for (const QString &text : texts) {
+        DeviceTextResult result = deviceFromText(text);
+        if (!result.error.isEmpty() && error.isEmpty()) {
+            error = QStringLiteral("--device: ") + result.error;
+        }
+        result.device.mapFile = QFileInfo(result.device.mapFile).absoluteFilePath();
+        options.devices.append(result.device);
+    }
+}
+
 } // namespace
 
 QString languageOption(const QStringList &arguments)
@@ -176,8 +200,11 @@ OptionsResult parseOptions(const QStringList &arguments)
     options.wantsPluginList = parser.isSet(QStringLiteral("list-plugins"));
     options.wantsSelfTest = parser.isSet(QStringLiteral("self-test"));
     options.scene = textOf(parser, "scene", result.error);
+    options.recording = textOf(parser, "recording", result.error);
     options.picture = textOf(parser, "picture", result.error);
     checkPicture(options.picture, result.error);
+    textOf(parser, "device", result.error);
+    readDevices(parser.values(QStringLiteral("device")), options, result.error);
     textOf(parser, "plugin", result.error);
     options.plugins = parser.values(QStringLiteral("plugin"));
     options.settings = textOf(parser, "settings", result.error);

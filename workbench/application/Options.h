@@ -1,7 +1,9 @@
 #pragma once
 
+#include "modules/modbus/DeviceSettings.h"
 #include "window/Palettes.h"
 
+#include <QList>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -13,6 +15,8 @@ struct Options
 {
     QString scene;                 ///< name of a shipped scene, or path of a set-up
     QString file;                  ///< path of a set-up, or of another file to open
+    QString recording;             ///< path of a CSV file to play
+    QList<DeviceSettings> devices; ///< with absolute paths
     std::optional<double> seconds; ///< s, more than 0
     QString picture;               ///< path of the PNG file
     QStringList plugins;           ///< paths of plugin files, or of folders of them

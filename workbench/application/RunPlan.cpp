@@ -2,6 +2,9 @@
 
 #include "application/PluginFolders.h"
 #include "logging/WriteObstacle.h"
+#include "modules/recording/RecordingFile.h"
+#include "setup/DeviceScene.h"
+#include "setup/RecordingCurves.h"
 #include "setup/SceneReader.h"
 
 #include <QCoreApplication>
@@ -64,6 +67,44 @@ void checkFiles(const RunPlan &plan, RunPlanResult &result)
     }
 }
 
+/// Adds the module of the recording to the scene, and its curves unless a scene was asked for.
+void addRecording(const QString &path, RunPlanResult &result)
+{
+    RunPlan &plan = result.plan;
+    const QList<QPair<QString, QString>> written = {{QStringLiteral("--log"), plan.log},
+                                                    {QStringLiteral("--picture"), plan.picture},
+                                                    {QStringLiteral("--settings"), plan.settings}};
+    for (const auto &[name, target] : written) {
+        if (!target.isEmpty() && isSameFile(target, path)) {
+            result.error =
+                Text::tr("%1 and %2 lead to the same file: %3").arg(QStringLiteral("--recording"), name, path);
+            result.exitCode = RunPlanResult::exitUsage;
+            return;
+        }
+    }
+    const RecordingFile::Result opened = RecordingFile::open(path);
+    if (opened.file == nullptr) {
+        result.error = opened.error;
+        result.exitCode = RunPlanResult::exitFailure;
+        return;
+    }
+    Scene &scene = plan.scene;
+    QStringList keys;
+    for (const ModuleSettings &module : qAsConst(scene.modules)) {
+        keys.append(module.key);
+    }
+    RecordingSettings settings;
+    settings.file = opened.file->path();
+    const QString key = recordingKey(settings.file, keys);
+    scene.modules.append({key, settings});
+    plan.hasScene = true;
+    if (!plan.isSceneAsked) {
+        plan.isSceneAsked = true;
+        scene.curves = recordingCurves(opened.file->columns(), key);
+        scene.title = QFileInfo(settings.file).fileName();
+    }
+}
+
 bool isTimed(const Options &options, bool isHeadless)
 {
     return isHeadless || options.wantsSelfTest || options.seconds || !options.picture.isEmpty() ||
@@ -74,7 +115,8 @@ bool isTimed(const Options &options, bool isHeadless)
 
 bool keepsState(const Options &options, bool isHeadless)
 {
-    return !isTimed(options, isHeadless) && (options.scene.isEmpty() || !options.settings.isEmpty());
+    return !isTimed(options, isHeadless) &&
+           ((options.scene.isEmpty() && options.recording.isEmpty()) || !options.settings.isEmpty());
 }
 
 RunPlanResult planRun(const Options &options, bool isHeadless)
@@ -99,11 +141,16 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         absolute(options.picture.isEmpty() && wantsPicture ? QStringLiteral("xy-plot.png") : options.picture);
 
     // In a window a file is opened as by the menu, with all that is kept between runs.
-    plan.openFile = plan.isTimed ? QString() : absolute(options.file);
-    const QString asked = plan.isTimed && !options.file.isEmpty() ? options.file : options.scene;
-    plan.isSceneAsked = !asked.isEmpty();
-    const QString name = asked.isEmpty() && plan.isTimed ? QStringLiteral("circle") : asked;
-    plan.hasScene = !name.isEmpty();
+    const bool isFileRecording = plan.isTimed && options.file.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
+    const QString recording = options.recording.isEmpty() && isFileRecording ? options.file : options.recording;
+    const bool isFileScene = (plan.isTimed && !isFileRecording) || !options.devices.isEmpty();
+    plan.openFile = plan.isTimed || isFileScene ? QString() : absolute(options.file);
+    const QString asked = isFileScene && !options.file.isEmpty() ? options.file : options.scene;
+    const bool isOfDevices = asked.isEmpty() && !options.devices.isEmpty();
+    plan.isSceneAsked = !asked.isEmpty() || isOfDevices;
+    const bool needsScene = plan.isTimed && !isOfDevices && recording.isEmpty();
+    const QString name = asked.isEmpty() && needsScene ? QStringLiteral("circle") : asked;
+    plan.hasScene = !name.isEmpty() || isOfDevices;
     const QString path = scenePath(name);
     plan.scenePath = path;
     if (path.isEmpty()) {
@@ -120,6 +167,16 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
         result.exitCode = RunPlanResult::exitFailure;
         return result;
     }
-    checkFiles(plan, result);
+    if (isOfDevices) {
+        plan.scene.modules.clear(); // those of the start
+    }
+    result.error = addDevices(plan.scene, options.devices);
+    result.exitCode = result.error.isEmpty() ? 0 : RunPlanResult::exitFailure;
+    if (result.error.isEmpty() && !recording.isEmpty()) {
+        addRecording(absolute(recording), result);
+    }
+    if (result.error.isEmpty()) {
+        checkFiles(plan, result);
+    }
     return result;
 }

@@ -8,6 +8,7 @@
 #include "application/Terminal.h"
 #include "application/TimedRun.h"
 #include "logging/Recordings.h"
+#include "modules/modbus/ModbusModule.h"
 #include "setup/SceneRunner.h"
 #include "window/FileMenu.h"
 #include "window/SceneExchange.h"
@@ -92,7 +93,12 @@ int WorkbenchRun::exec()
     if (m_selfTest != nullptr) {
         return testItself();
     }
-    return m_plan.isTimed ? runTimed() : serve();
+    if (!m_plan.isTimed) {
+        return serve();
+    }
+    const int exitCode = runTimed();
+    printTroubles();
+    return exitCode;
 }
 
 /// A plugin that the run cannot do without ends it; the others are only named.
@@ -279,6 +285,19 @@ int WorkbenchRun::testItself()
         test.checkContainer(*m_window, each);
     }
     return test.hasFailed() ? exitFailure : 0;
+}
+
+/// What keeps devices from answering at the end of a run.
+void WorkbenchRun::printTroubles() const
+{
+    const ModuleRack &modules = m_workbench.modules();
+    for (int index = 0; index < modules.count(); ++index) {
+        const auto *const device = modules.moduleAs<ModbusModule>(index);
+        const QString trouble = device == nullptr ? QString() : device->state().trouble;
+        if (!trouble.isEmpty()) {
+            m_terminal.printError(QStringLiteral("%1: %2").arg(modules.settings(index).key, trouble));
+        }
+    }
 }
 
 int WorkbenchRun::fail(const QString &problem) const

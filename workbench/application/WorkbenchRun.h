@@ -42,6 +42,7 @@ private:
     int runRecorded();
     void openPlot();
     int testItself();
+    void printTroubles() const;
     int fail(const QString &problem) const;
 
     const RunPlan &m_plan;

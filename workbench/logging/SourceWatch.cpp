@@ -36,6 +36,8 @@ SourceWatch::SourceWatch(QWidget *container, const ModuleRack *rack, QObject *pa
     : QObject(parent), m_container(container), m_rack(rack), m_pluggedIn(pluggedIn(*rack))
 {
     connect(m_rack, &ModuleRack::changed, this, &SourceWatch::compareModules);
+    connect(m_rack, &ModuleRack::removed, this, &SourceWatch::compareModules);
+    connect(m_rack, &ModuleRack::replaced, this, &SourceWatch::compareModules);
 }
 
 QStringList SourceWatch::pluggedIn(const ModuleRack &rack)

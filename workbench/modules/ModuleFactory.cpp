@@ -1,5 +1,8 @@
 #include "modules/ModuleFactory.h"
 
+#include "modules/modbus/ModbusModule.h"
+#include "modules/modbus/RegisterMapReader.h"
+#include "modules/recording/RecordedModule.h"
 #include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/SimulatedModule.h"
 
@@ -33,6 +36,25 @@ struct FamilyFactory
         module->setSilent(settings.isSilent);
         module->setAnswerTime(settings.answerTimeMs);
         return {std::move(module), QString()};
+    }
+
+    ModuleResult operator()(const RecordingSettings &settings) const
+    {
+        RecordedModule::Result opened = RecordedModule::open(settings, key, context.handler);
+        return {std::move(opened.module), opened.error};
+    }
+
+    ModuleResult operator()(const DeviceSettings &settings) const
+    {
+        const QString problem = settings.connection.problem();
+        if (!problem.isEmpty()) {
+            return {nullptr, QStringLiteral("%1: %2").arg(key, problem)};
+        }
+        const RegisterMapResult map = readRegisterMapFile(settings.mapFile);
+        if (!map.error.isEmpty()) {
+            return {nullptr, map.error};
+        }
+        return {std::make_unique<ModbusModule>(key, context.handler, settings.connection, map.map), QString()};
     }
 };
 

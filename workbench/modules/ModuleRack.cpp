@@ -1,6 +1,7 @@
 #include "modules/ModuleRack.h"
 
 #include "modules/ModuleFactory.h"
+#include "modules/recording/RecordedModule.h"
 #include "modules/simulation/SimulatedModule.h"
 
 #include "host/PluginHandler.h"
@@ -83,6 +84,16 @@ const SimulationSettings *ModuleRack::simulation(int index) const
     return std::get_if<SimulationSettings>(&m_places.at(index).settings.family);
 }
 
+const RecordingSettings *ModuleRack::recording(int index) const
+{
+    return std::get_if<RecordingSettings>(&m_places.at(index).settings.family);
+}
+
+const DeviceSettings *ModuleRack::device(int index) const
+{
+    return std::get_if<DeviceSettings>(&m_places.at(index).settings.family);
+}
+
 bool ModuleRack::isPluggedIn(int index) const
 {
     return !m_places.at(index).module.isNull();
@@ -150,6 +161,21 @@ void ModuleRack::setAnswerTime(int index, int ms)
     }
     if (auto *const module = moduleAs<SimulatedModule>(index)) {
         module->setAnswerTime(ms);
+    }
+    emit changed(index);
+}
+
+void ModuleRack::setPlayback(int index, const RecordingSettings &settings)
+{
+    auto *const recording = std::get_if<RecordingSettings>(&m_places[index].settings.family);
+    if (recording == nullptr) {
+        return;
+    }
+    recording->isPlaying = settings.isPlaying;
+    recording->isRepeated = settings.isRepeated;
+    recording->speedTenths = settings.speedTenths;
+    if (auto *const module = moduleAs<RecordedModule>(index)) {
+        module->apply(*recording);
     }
     emit changed(index);
 }

@@ -53,6 +53,10 @@ public:
     const ModuleSettings &settings(int index) const;
     /// The settings of a simulated module; null for a module of another family.
     const SimulationSettings *simulation(int index) const;
+    /// The settings of a recording; null for a module of another family.
+    const RecordingSettings *recording(int index) const;
+    /// The settings of a device; null for a module of another family.
+    const DeviceSettings *device(int index) const;
 
     bool isPluggedIn(int index) const;
     /// The module at place \a index; null while it is taken out. Owned by the registry.
@@ -70,6 +74,10 @@ public:
     void setMoving(int index, bool moving);
     void setSilent(int index, bool silent);
     void setAnswerTime(int index, int ms); ///< See SimulatedModule::setAnswerTime().
+
+    /// How a recording is played, be it plugged in or not; without effect for modules of other families. Which file it
+    /// is and what it is beside stay: replace() changes those.
+    void setPlayback(int index, const RecordingSettings &settings);
 
     /// What the channel of the module at place \a index has done; none while the module is taken out.
     std::optional<CommandHandlerInterface::Statistics> statistics(int index) const;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "modules/modbus/DeviceSettings.h"
+#include "modules/recording/RecordingSettings.h"
 #include "modules/simulation/SimulationSettings.h"
 
 #include <QString>
@@ -11,5 +13,5 @@ struct ModuleSettings
 {
     QString key; ///< key in the registry, for example "SIM0/Stepper"
     /// The settings of the module's family, of one type per folder of modules/.
-    std::variant<SimulationSettings> family;
+    std::variant<SimulationSettings, DeviceSettings, RecordingSettings> family;
 };

@@ -1,11 +1,14 @@
 #include "setup/ModuleFields.h"
 
 #include "reading/FieldReader.h"
+#include "setup/DeviceFields.h"
+#include "setup/RecordingFields.h"
 #include "setup/SimulationFields.h"
 
 const std::vector<ModuleFields> &moduleFields()
 {
-    static const std::vector<ModuleFields> families = {simulationFields()};
+    static const std::vector<ModuleFields> families = {simulationFields(), tcpDeviceFields(), rtuDeviceFields(),
+                                                       recordingFields()};
     return families;
 }
 

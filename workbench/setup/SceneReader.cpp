@@ -3,10 +3,12 @@
 #include "reading/FieldReader.h"
 #include "reading/JsonFile.h"
 #include "setup/ContainerFields.h"
+#include "setup/DeviceFields.h"
 #include "setup/ModuleFields.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 #include <limits>
 
@@ -139,7 +141,9 @@ SceneResult readScene(const QByteArray &json, const QString &fileName)
 SceneResult readSceneFile(const QString &path)
 {
     initSceneResources();
-    return sceneOf(readJsonFile(path, maximumSceneBytes), path);
+    SceneResult result = sceneOf(readJsonFile(path, maximumSceneBytes), path);
+    resolveMapFiles(result.scene.modules, QFileInfo(path).absolutePath());
+    return result;
 }
 
 QStringList shippedScenes()

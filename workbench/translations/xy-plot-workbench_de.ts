@@ -268,6 +268,243 @@
     </message>
 </context>
 <context>
+    <name>DeviceDialog</name>
+    <message>
+        <source>Add Modbus TCP Device</source>
+        <translation>Modbus-TCP-Gerät hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add Modbus RTU Device</source>
+        <translation>Modbus-RTU-Gerät hinzufügen</translation>
+    </message>
+    <message>
+        <source>Edit %1</source>
+        <translation>%1 bearbeiten</translation>
+    </message>
+    <message>
+        <source>The number of the device, also called slave address. Devices with a network port of their own mostly take 1 or 255.</source>
+        <translation>Die Nummer des Geräts, auch Slave-Adresse genannt. Geräte mit eigenem Netzwerkanschluss nehmen meist 1 oder 255.</translation>
+    </message>
+    <message>
+        <source>&amp;Unit:</source>
+        <translation>&amp;Einheit:</translation>
+    </message>
+    <message>
+        <source>Register &amp;map:</source>
+        <translation>&amp;Registerkarte:</translation>
+    </message>
+    <message>
+        <source>What the device is called in lists; without a name it is called after its register map</source>
+        <translation>Wie das Gerät in Listen heißt; ohne Namen heißt es nach seiner Registerkarte</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Name:</translation>
+    </message>
+    <message>
+        <source>&amp;Test</source>
+        <translation>&amp;Testen</translation>
+    </message>
+    <message>
+        <source>Try to read the first value of the register map; nothing is written to the device</source>
+        <translation>Versuchen, den ersten Wert der Registerkarte zu lesen; in das Gerät wird nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Change</source>
+        <translation>Ä&amp;ndern</translation>
+    </message>
+    <message>
+        <source>Name or address of the device, such as 192.168.0.10</source>
+        <translation>Name oder Adresse des Geräts, zum Beispiel 192.168.0.10</translation>
+    </message>
+    <message>
+        <source>&amp;Host:</source>
+        <translation>H&amp;ost:</translation>
+    </message>
+    <message>
+        <source>The TCP port of the device; 502 is the usual one</source>
+        <translation>Der TCP-Port des Geräts; üblich ist 502</translation>
+    </message>
+    <message>
+        <source>&amp;Port:</source>
+        <translation>&amp;Port:</translation>
+    </message>
+    <message>
+        <source>The serial port that the device is connected to. A name below /dev/serial/by-id stays with its adapter, wherever that is plugged in.</source>
+        <translation>Die serielle Schnittstelle, an der das Gerät hängt. Ein Name unter /dev/serial/by-id bleibt bei seinem Adapter, wo immer er eingesteckt wird.</translation>
+    </message>
+    <message>
+        <source>Serial &amp;port:</source>
+        <translation>&amp;Schnittstelle:</translation>
+    </message>
+    <message>
+        <source>Bits per second, as set in the device</source>
+        <translation>Bits pro Sekunde, wie im Gerät eingestellt</translation>
+    </message>
+    <message>
+        <source>&amp;Baud:</source>
+        <translation>&amp;Baud:</translation>
+    </message>
+    <message>
+        <source>As set in the device; Modbus has even parity unless a device says otherwise</source>
+        <translation>Wie im Gerät eingestellt; Modbus hat gerade Parität, wenn das Gerät nichts anderes sagt</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Even</source>
+        <translation>Gerade</translation>
+    </message>
+    <message>
+        <source>Odd</source>
+        <translation>Ungerade</translation>
+    </message>
+    <message>
+        <source>P&amp;arity:</source>
+        <translation>P&amp;arität:</translation>
+    </message>
+    <message>
+        <source>As set in the device; mostly 1, and 2 without parity</source>
+        <translation>Wie im Gerät eingestellt; meist 1, ohne Parität 2</translation>
+    </message>
+    <message>
+        <source>&amp;Stop bits:</source>
+        <translation>Sto&amp;ppbits:</translation>
+    </message>
+    <message>
+        <source>The JSON file that describes the values of the device</source>
+        <translation>Die JSON-Datei, die die Werte des Geräts beschreibt</translation>
+    </message>
+    <message>
+        <source>B&amp;rowse…</source>
+        <translation>Aus&amp;wählen…</translation>
+    </message>
+    <message>
+        <source>Choose the register map from a list</source>
+        <translation>Die Registerkarte in einer Liste auswählen</translation>
+    </message>
+    <message>
+        <source>Register Map</source>
+        <translation>Registerkarte</translation>
+    </message>
+    <message>
+        <source>Register maps (*.json);;All files (*)</source>
+        <translation>Registerkarten (*.json);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Trying…</source>
+        <translation>Versuch läuft…</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceFields</name>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
+    <message>
+        <source>0 to %1, or %2</source>
+        <translation>0 bis %1, oder %2</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceRow</name>
+    <message>
+        <source>%1, unit %2
+%3</source>
+        <translation>%1, Einheit %2
+%3</translation>
+    </message>
+    <message>
+        <source>Whether the device is connected, how often a second it really answers, and how old its newest values are</source>
+        <translation>Ob das Gerät verbunden ist, wie oft in der Sekunde es wirklich antwortet und wie alt seine neuesten Werte sind</translation>
+    </message>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten…</translation>
+    </message>
+    <message>
+        <source>Change where the device is and how it is read; its values have to be chosen again then</source>
+        <translation>Ändern, wo das Gerät ist und wie es gelesen wird; seine Werte müssen dann neu gewählt werden</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the device from the workbench</source>
+        <translation>Das Gerät aus der Werkbank entfernen</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Taken out</source>
+        <translation>Herausgenommen</translation>
+    </message>
+    <message>
+        <source>Not connected, trying again</source>
+        <translation>Nicht verbunden, wird wieder versucht</translation>
+    </message>
+    <message>
+        <source>Connected, without answers</source>
+        <translation>Verbunden, ohne Antworten</translation>
+    </message>
+    <message>
+        <source>Connected, not asked</source>
+        <translation>Verbunden, nicht abgefragt</translation>
+    </message>
+    <message>
+        <source>Connected, %1 answers/s, values %2 ms old</source>
+        <translation>Verbunden, %1 Antworten/s, Werte %2 ms alt</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceTest</name>
+    <message>
+        <source>Nothing came within %1 s.</source>
+        <translation>Innerhalb von %1 s kam nichts.</translation>
+    </message>
+    <message>
+        <source>exception %1: %2</source>
+        <translation>Ausnahme %1: %2</translation>
+    </message>
+    <message>
+        <source>The register map cannot be used: %1</source>
+        <translation>Die Registerkarte ist nicht brauchbar: %1</translation>
+    </message>
+    <message>
+        <source>Unit %1 answers.</source>
+        <translation>Einheit %1 antwortet.</translation>
+    </message>
+    <message>
+        <source>Unit %1 answers, with %2.</source>
+        <translation>Einheit %1 antwortet, mit %2.</translation>
+    </message>
+    <message>
+        <source>Unit %1 answers, but not for &quot;%2&quot;: %3. Is it the right register map?</source>
+        <translation>Einheit %1 antwortet, aber nicht für „%2“: %3. Ist es die richtige Registerkarte?</translation>
+    </message>
+    <message>
+        <source>Unit %1 answers: &quot;%2&quot; is %3.</source>
+        <translation>Einheit %1 antwortet: „%2“ ist %3.</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceText</name>
+    <message>
+        <source>expected modbus-tcp:HOST:PORT/UNIT,MAP or modbus-rtu:PORT:BAUD[:none|even|odd[:STOPBITS]]/UNIT,MAP, found &quot;%1&quot;</source>
+        <translation>erwartet wird modbus-tcp:HOST:PORT/UNIT,MAP oder modbus-rtu:PORT:BAUD[:none|even|odd[:STOPBITS]]/UNIT,MAP, nicht „%1“</translation>
+    </message>
+</context>
+<context>
     <name>ExchangePanel</name>
     <message>
         <source>Exchanges with the modules</source>
@@ -300,6 +537,10 @@
     <message>
         <source>Answers/s</source>
         <translation>Antworten/s</translation>
+    </message>
+    <message>
+        <source>How often and how fast each module answers, and how many requests it left unanswered.</source>
+        <translation>Wie oft und wie schnell jedes Modul antwortet, und wie viele Anfragen es unbeantwortet ließ.</translation>
     </message>
 </context>
 <context>
@@ -511,6 +752,14 @@
         <source>&quot;%1&quot; cannot be set up; what was there stays.</source>
         <translation>„%1“ lässt sich nicht aufbauen; was da war, bleibt.</translation>
     </message>
+    <message>
+        <source>Play a CSV file that was logged, and show its curves</source>
+        <translation>Eine protokollierte CSV-Datei abspielen und ihre Kurven zeigen</translation>
+    </message>
+    <message>
+        <source>Open Recor&amp;ding...</source>
+        <translation>&amp;Aufzeichnung öffnen …</translation>
+    </message>
 </context>
 <context>
     <name>HelpMenu</name>
@@ -680,6 +929,14 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
         <source>Bring the next window to the front</source>
         <translation>Das nächste Fenster nach vorn holen</translation>
     </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Close the container&apos;s window for good, with its curves and its place in the tool bar</source>
+        <translation>Das Fenster des Containers endgültig schließen, mit seinen Kurven und seinem Platz in der Werkzeugleiste</translation>
+    </message>
 </context>
 <context>
     <name>MessageModel</name>
@@ -837,6 +1094,41 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
     <message>
         <source>Registers only: analog and digital inputs fed by test signals (circle, spiral, noise, counters).</source>
         <translation>Nur Register: analoge und digitale Eingänge, gespeist von Testsignalen (Kreis, Spirale, Rauschen, Zähler).</translation>
+    </message>
+</context>
+<context>
+    <name>ModuleMenu</name>
+    <message>
+        <source>&amp;Modules</source>
+        <translation>&amp;Module</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add a device that is reached over the network</source>
+        <translation>Ein Gerät hinzufügen, das über das Netzwerk erreicht wird</translation>
+    </message>
+    <message>
+        <source>Modbus &amp;TCP…</source>
+        <translation>Modbus &amp;TCP…</translation>
+    </message>
+    <message>
+        <source>Modbus &amp;RTU…</source>
+        <translation>Modbus &amp;RTU…</translation>
+    </message>
+    <message>
+        <source>Add a device at a serial port</source>
+        <translation>Ein Gerät an einer seriellen Schnittstelle hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
     </message>
 </context>
 <context>
@@ -1033,12 +1325,20 @@ Optionen:
         <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
     </message>
     <message>
+        <source>Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given more than once. Without --scene the first two values of an axis are drawn.</source>
+        <translation>Ein Modbus-Gerät hinzufügen: modbus-tcp:HOST:PORT/UNIT,MAP oder modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP; MAP ist seine Registerkarte. Darf mehrfach vorkommen. Ohne --scene werden die ersten beiden Werte einer Achse gezeichnet.</translation>
+    </message>
+    <message>
         <source>Colours of the windows: light, dark or system; by default as chosen in the View menu.</source>
         <translation>Farben der Fenster: light, dark oder system; sonst wie im Menü Ansicht gewählt.</translation>
     </message>
     <message>
         <source>Language of the workbench: de or en; by default as chosen in the View menu.</source>
         <translation>Sprache der Werkbank: de oder en; sonst wie im Menü Ansicht gewählt.</translation>
+    </message>
+    <message>
+        <source>Play a recording: a CSV file that was logged, or any other with a header line. Its curves are shown, or those of --scene when that is given.</source>
+        <translation>Eine Aufzeichnung abspielen: eine protokollierte CSV-Datei oder eine andere mit Kopfzeile. Gezeigt werden ihre Kurven, oder die von --scene, wenn das angegeben ist.</translation>
     </message>
 </context>
 <context>
@@ -1065,6 +1365,101 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>PlaybackRow</name>
+    <message>
+        <source>Recording: %1</source>
+        <translation>Aufzeichnung: %1</translation>
+    </message>
+    <message>
+        <source>One row back</source>
+        <translation>Eine Zeile zurück</translation>
+    </message>
+    <message>
+        <source>One row on</source>
+        <translation>Eine Zeile weiter</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Take the recording out and forget it; its file stays</source>
+        <translation>Die Aufzeichnung ausstecken und vergessen; ihre Datei bleibt</translation>
+    </message>
+    <message>
+        <source>%1: close</source>
+        <translation>%1: schließen</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>At its end the recording begins again</source>
+        <translation>Am Ende beginnt die Aufzeichnung von vorn</translation>
+    </message>
+    <message>
+        <source>Speed; 1 plays a row each time that containers sample, every 14 ms</source>
+        <translation>Geschwindigkeit; bei 1 wird jedes Mal, wenn Container abtasten, eine Zeile abgespielt, alle 14 ms</translation>
+    </message>
+    <message>
+        <source>%1: speed</source>
+        <translation>%1: Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>%1: beside which module</source>
+        <translation>%1: neben welchem Modul</translation>
+    </message>
+    <message>
+        <source>Offers the values of another module, too, so that both can be in one plot. All sources have to be chosen again then.</source>
+        <translation>Bietet auch die Werte eines anderen Moduls an, so dass beide in einem Diagramm sein können. Alle Quellen müssen danach neu gewählt werden.</translation>
+    </message>
+    <message>
+        <source>By itself</source>
+        <translation>Für sich</translation>
+    </message>
+    <message>
+        <source>Beside %1</source>
+        <translation>Neben %1</translation>
+    </message>
+    <message>
+        <source>Position. Arrow keys: a row; Page keys: a tenth; Home and End: first and last row</source>
+        <translation>Position. Pfeiltasten: eine Zeile; Bild-Tasten: ein Zehntel; Pos1 und Ende: erste und letzte Zeile</translation>
+    </message>
+    <message>
+        <source>%1: position</source>
+        <translation>%1: Position</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Stay at this row</source>
+        <translation>Bei dieser Zeile bleiben</translation>
+    </message>
+    <message>
+        <source>Go on from this row; at the end, from the first one</source>
+        <translation>Ab dieser Zeile weiter; am Ende von der ersten an</translation>
+    </message>
+    <message>
+        <source>Row %1 of %2</source>
+        <translation>Zeile %1 von %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1, ended</source>
+        <translation>%1, zu Ende</translation>
+    </message>
+</context>
+<context>
     <name>PlotMenu</name>
     <message>
         <source>&amp;Plot</source>
@@ -1076,7 +1471,7 @@ Optionen:
     </message>
     <message>
         <source>Switch curve %1 on or off, as its box above the plot does</source>
-        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Plot</translation>
+        <translation>Kurve %1 ein- oder ausschalten, wie ihr Kästchen über dem Diagramm</translation>
     </message>
     <message>
         <source>&amp;Log to File</source>
@@ -1100,7 +1495,7 @@ Optionen:
     </message>
     <message>
         <source>Save the plot as a picture; Messages says where it is</source>
-        <translation>Den Plot als Bild speichern; in den Meldungen steht, wo es ist</translation>
+        <translation>Das Diagramm als Bild speichern; in den Meldungen steht, wo es ist</translation>
     </message>
     <message>
         <source>&amp;Clear Buffer</source>
@@ -1124,7 +1519,7 @@ Optionen:
     </message>
     <message>
         <source>Copy the plot as a picture, to paste it into another program</source>
-        <translation>Den Plot als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
+        <translation>Das Diagramm als Bild kopieren, um es in ein anderes Programm einzufügen</translation>
     </message>
 </context>
 <context>
@@ -1380,6 +1775,21 @@ Optionen:
     </message>
 </context>
 <context>
+    <name>RecordingOpener</name>
+    <message>
+        <source>Open Recording</source>
+        <translation>Aufzeichnung öffnen</translation>
+    </message>
+    <message>
+        <source>Recordings (*.csv *.txt *.tsv);;All files (*)</source>
+        <translation>Aufzeichnungen (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>RecordingPanel</name>
     <message>
         <source>Lines: %1, bytes: %2</source>
@@ -1546,7 +1956,7 @@ Optionen:
     </message>
     <message>
         <source>&quot;Show all data&quot; was switched</source>
-        <translation>„Show all data“ wurde umgeschaltet</translation>
+        <translation>„Alle Daten zeigen“ wurde umgeschaltet</translation>
     </message>
     <message>
         <source>curve %1 got another source</source>
@@ -1885,7 +2295,7 @@ Optionen:
     </message>
     <message>
         <source>All keys of the workbench. In the plot, - and + go through the zooms and the arrow keys move the view.</source>
-        <translation>Alle Tasten der Werkbank. Im Plot gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
+        <translation>Alle Tasten der Werkbank. Im Diagramm gehen - und + durch die Zooms, und die Pfeiltasten verschieben die Ansicht.</translation>
     </message>
     <message>
         <source>Keys</source>

@@ -54,7 +54,7 @@ QSize ContainerWindow::minimumSizeHint() const
         return QWidget::minimumSizeHint();
     }
     const QSize needed = m_container->minimumSizeHint().boundedTo(usable).expandedTo(m_container->minimumSize());
-    const int barHeight = m_notices->isHidden() ? 0 : m_notices->heightForWidth(needed.width());
+    const int barHeight = m_notices->isHidden() ? 0 : m_notices->height();
     return needed + QSize(0, barHeight);
 }
 

@@ -38,6 +38,7 @@ ExchangePanel::ExchangePanel(const ModuleRack *rack, const AnswerWatch *watch, Q
     : QWidget(parent), m_rack(rack), m_watch(watch), m_table(new QTreeWidget)
 {
     m_table->setAccessibleName(tr("Exchanges with the modules"));
+    m_table->setWhatsThis(tr("How often and how fast each module answers, and how many requests it left unanswered."));
     m_table->setHeaderLabels(
         {tr("Module"), tr("Answers/s"), tr("Last [µs]"), tr("Mean [µs]"), tr("Longest [µs]"), tr("Unanswered")});
     m_table->headerItem()->setToolTip(Unanswered, tr("Requests that got no answer in time"));

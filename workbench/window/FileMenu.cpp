@@ -47,6 +47,12 @@ FileMenu::FileMenu(MainWindow *window, Workbench *workbench)
         QKeySequence(QStringLiteral("Ctrl+Shift+N")), [this] { startAnew(); });
     add(tr("&Open..."), tr("Open a set-up: modules, containers and what they show"), QKeySequence::Open,
         [this] { askForFile(); });
+    add(tr("Open Recor&ding..."), tr("Play a CSV file that was logged, and show its curves"),
+        QKeySequence(QStringLiteral("Ctrl+Shift+O")), [this] {
+            if (m_recordingOpener) {
+                m_recordingOpener(QString());
+            }
+        });
     m_recentMenu = m_menu->addMenu(tr("Open &Recent"));
     m_recentMenu->menuAction()->setStatusTip(tr("Open a set-up that was opened or saved before"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &FileMenu::fillRecentMenu);

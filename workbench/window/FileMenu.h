@@ -26,7 +26,7 @@ class FileMenu : public QObject
     Q_OBJECT
 
 public:
-    /// Opens a file that is no set-up.
+    /// Opens a file that is no set-up; asks which one if \a path is empty.
     using Opener = std::function<void(const QString &path)>;
 
     FileMenu(MainWindow *window, Workbench *workbench);
@@ -37,7 +37,7 @@ public:
 
     QMenu *menu() const;
 
-    /// CSV files go to \a opener from now on.
+    /// CSV files, and Open Recording, go to \a opener from now on.
     void setRecordingOpener(const Opener &opener);
 
     /// Names what is set up, from \a path unless it is empty; it counts as unchanged.

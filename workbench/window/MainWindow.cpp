@@ -8,9 +8,11 @@
 #include "window/FileMenu.h"
 #include "window/HelpMenu.h"
 #include "window/HintBar.h"
+#include "window/ModuleMenu.h"
 #include "window/Notices.h"
 #include "window/PanelDocks.h"
 #include "window/PlotMenu.h"
+#include "window/RecordingOpener.h"
 #include "window/ScreenFit.h"
 #include "window/StatusSummary.h"
 #include "window/Workbench.h"
@@ -127,6 +129,10 @@ void MainWindow::removeContainer(ContainerInterface *container)
     delete m_actions.take(container);
     m_recordings->containerRemoved(container);
     m_workbench->removeContainer(container);
+    for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action) {
+        action.value()->setText(titleOf(action.key())); // those behind it count one less
+    }
+    showActive();
 }
 
 WindowPlace MainWindow::placeOf(ContainerInterface *container) const
@@ -262,6 +268,8 @@ void MainWindow::makeMenus()
 
     m_fileMenu = new FileMenu(this, m_workbench);
     menuBar()->addMenu(m_fileMenu->menu());
+    auto *const opener = new RecordingOpener(m_workbench, this);
+    m_fileMenu->setRecordingOpener([opener](const QString &path) { opener->openOrAsk(path); });
 
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     QAction *const toolBarAction = m_toolBar->toggleViewAction();
@@ -271,6 +279,8 @@ void MainWindow::makeMenus()
 
     m_plotMenu = new PlotMenu(this);
     menuBar()->addMenu(m_plotMenu);
+
+    menuBar()->addMenu(new ModuleMenu(&m_workbench->modules(), this));
 
     m_containerMenu = menuBar()->addMenu(tr("&Containers"));
     const auto add = [this](const QString &text, const QString &tip) {
@@ -286,8 +296,15 @@ void MainWindow::makeMenus()
     nextAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+F6")));
     connect(nextAction, &QAction::triggered, m_workspace, &QMdiArea::activateNextSubWindow);
     QAction *const closeAction = add(tr("&Close"), tr("Close the container's window; its curves and sources are kept"));
-    closeAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+W")));
+    closeAction->setShortcuts({QKeySequence(QStringLiteral("Ctrl+W")), QKeySequence(QStringLiteral("Ctrl+F4"))});
     connect(closeAction, &QAction::triggered, m_workspace, &QMdiArea::closeActiveSubWindow);
+    connect(
+        add(tr("&Remove"), tr("Close the container's window for good, with its curves and its place in the tool bar")),
+        &QAction::triggered, this, [this] {
+            if (ContainerInterface *const front = frontContainer()) {
+                removeContainer(front);
+            }
+        });
     m_containerMenu->addSeparator();
     menuBar()->addMenu(new HelpMenu(this));
 }

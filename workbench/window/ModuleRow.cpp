@@ -2,6 +2,8 @@
 
 #include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
+#include "window/DeviceRow.h"
+#include "window/PlaybackRow.h"
 #include "window/SimulatedModuleRow.h"
 
 #include <QCheckBox>
@@ -22,6 +24,15 @@ struct RowFactory
     ModuleRow *operator()(const SimulationSettings &settings) const
     {
         return new SimulatedModuleRow(rack, watch, index, settings);
+    }
+    ModuleRow *operator()(const RecordingSettings &settings) const
+    {
+        return new PlaybackRow(rack, watch, index, settings);
+    }
+
+    ModuleRow *operator()(const DeviceSettings &settings) const
+    {
+        return new DeviceRow(rack, watch, index, settings);
     }
 };
 
@@ -63,9 +74,14 @@ void ModuleRow::refresh()
 
 void ModuleRow::showAnswers()
 {
-    const QString trouble = m_watch->trouble(m_index);
-    m_trouble->setText(trouble.isEmpty() ? trouble : QStringLiteral("\u26A0 ") + trouble);
-    m_trouble->setVisible(!trouble.isEmpty());
+    const QString text = trouble();
+    m_trouble->setText(text.isEmpty() ? text : QStringLiteral("\u26A0 ") + text);
+    m_trouble->setVisible(!text.isEmpty());
+}
+
+QString ModuleRow::trouble() const
+{
+    return m_watch->trouble(m_index);
 }
 
 ModuleRack *ModuleRow::rack() const

@@ -28,6 +28,9 @@ public:
     virtual void showAnswers();
 
 protected:
+    /// What is wrong with the module, one line; empty when nothing is known to be.
+    virtual QString trouble() const;
+
     /// \param summary what the module is, one line
     ModuleRow(ModuleRack *rack, const AnswerWatch *watch, int index, const QString &summary);
 

@@ -83,5 +83,22 @@ void NoticeBar::showRest()
         }
     }
     m_text->setText(shown.join(QLatin1Char('\n')));
+    fitText();
     setVisible(!shown.isEmpty());
+}
+
+bool NoticeBar::hasHeightForWidth() const
+{
+    return false;
+}
+
+void NoticeBar::resizeEvent(QResizeEvent *event)
+{
+    QFrame::resizeEvent(event);
+    fitText();
+}
+
+void NoticeBar::fitText()
+{
+    setFixedHeight(layout()->heightForWidth(width()) + 2 * frameWidth());
 }

@@ -19,9 +19,16 @@ public:
 
     void setNotices(const QStringList &notices);
 
+    /// No: what it is in would be stretched to its own wanted height. The bar keeps the height that its text needs.
+    bool hasHeightForWidth() const override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void closeAll();
     void showRest();
+    void fitText();
 
     QLabel *const m_symbol;
     QLabel *const m_text;

@@ -4,7 +4,7 @@ namespace
 {
 
 // Widget pixels.
-constexpr QSize wanted(1200, 800);
+constexpr QSize wanted(1440, 860);
 constexpr QSize frame(16,
                       48); // of an ordinary desktop, with its title: that of a window is not known before it is shown
 constexpr int minimumWidthForModules = 1060;

@@ -4,6 +4,7 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -31,6 +32,7 @@ ShortcutList::ShortcutList(QWidget *window) : QDialog(window)
     table->setRootIsDecorated(false);
     table->setUniformRowHeights(true);
     table->setAlternatingRowColors(true);
+    QSet<QString> listed;
     const QList<QAction *> actions = window->findChildren<QAction *>();
     for (const QAction *const action : actions) {
         const QKeySequence keys = action->shortcut();

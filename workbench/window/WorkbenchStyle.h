@@ -7,7 +7,11 @@ class QPalette;
 /// Whether windows of this palette are dark, so that what is drawn upon them has to be light.
 bool isDark(const QPalette &palette);
 
-/// Fusion with empty boxes, radio buttons and buttons of titles that can be seen on dark grounds, too.
+/**
+ * Fusion with what can be seen on every ground of a palette: empty boxes and buttons of titles on dark ones, icons upon
+ * a plate where their own colours do not stand out, icons of selected rows in the colour of selected text, and the
+ * keyboard focus as an outline that leaves what is in it as it is.
+ */
 class WorkbenchStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -15,10 +19,15 @@ class WorkbenchStyle : public QProxyStyle
 public:
     WorkbenchStyle();
 
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
     QIcon standardIcon(StandardPixmap standardIcon, const QStyleOption *option = nullptr,
                        const QWidget *widget = nullptr) const override;
+    QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap, const QStyleOption *option) const override;
 };
 
 /**

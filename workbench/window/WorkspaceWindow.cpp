@@ -1,5 +1,7 @@
 #include "window/WorkspaceWindow.h"
 
+#include <QAction>
+#include <QMenu>
 #include <QScrollArea>
 
 WorkspaceWindow::WorkspaceWindow(QWidget *content) : m_content(content)
@@ -11,6 +13,11 @@ WorkspaceWindow::WorkspaceWindow(QWidget *content) : m_content(content)
     scrollArea->setWindowTitle(content->windowTitle());
     scrollArea->setWidget(content);
     setWidget(scrollArea);
+    // The main window has an action with the same keys, for whichever window is in front.
+    const QList<QAction *> actions = systemMenu() == nullptr ? QList<QAction *>() : systemMenu()->actions();
+    for (QAction *const action : actions) {
+        action->setShortcuts(QList<QKeySequence>());
+    }
 }
 
 WorkspaceWindow *WorkspaceWindow::of(const QWidget *content)

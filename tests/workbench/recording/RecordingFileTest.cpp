@@ -116,6 +116,8 @@ private slots:
         bad("a log that is none", "Module:;M;M;\r\nCounter;a;b;\r\n1;x;y;\r\n",
             "line 3, column 2: expected a number, found \"x\"");
         bad("text only", "name,state\nA,on\n", "line 2, column 1: expected a number, found \"A\"");
+        bad("text and empty fields", "name,state\nA,\nB,\n", "line 2, column 1: expected a number, found \"A\"");
+        bad("text that turns into numbers", "a\nx\ny\n1\n", "line 2, column 1: expected a number");
         bad("text below numbers", "a,b\n1,2\n\n3,off\n", "line 4, column 2: expected a number, found \"off\"");
         bad("half a number", "a;b\n1;2\n3;4e\n", "line 3, column 2: expected a number, found \"4e\"");
         bad("a number without end", "a\n1\n1e999\n", "line 3, column 1: expected a number, found \"1e999\"");

@@ -38,6 +38,11 @@ bool RecordedChannel::transact(const Command &request, Command &reply, const QDe
     return true;
 }
 
+qint64 RecordedChannel::nowNs() const
+{
+    return 0;
+}
+
 void RecordedChannel::pass(const QList<CommandCombo *> &combos)
 {
     CommandHandlerInterface *const channel = m_source.beside();

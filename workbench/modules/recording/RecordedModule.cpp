@@ -158,7 +158,11 @@ void RecordedModule::addParameters()
         while (m_groups.size() <= column.group) {
             m_groups.append(QMap<QString, Parameter>());
         }
-        Parameter parameter = parameterFor(column.number, column.name, column.unit, column.suffix());
+        // Shown with a blank between name and suffix: a name of several words without a unit is divided, so that it is
+        // shown and logged as it was.
+        const int blank = column.suffix().isEmpty() ? column.name.lastIndexOf(QLatin1Char(' ')) : -1;
+        Parameter parameter = parameterFor(column.number, blank < 0 ? column.name : column.name.left(blank),
+                                           column.unit, blank < 0 ? column.suffix() : column.name.mid(blank + 1));
         parameter.scale = std::pow(10.0, -column.power);
         parameter.description = column.module;
         m_groups[column.group].insert(parameter.key, parameter);

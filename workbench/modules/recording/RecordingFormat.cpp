@@ -287,7 +287,11 @@ void FormatReader::addTableColumns(const QStringList &modules, const QStringList
                                   .arg(RecordingFormat::maximumColumns)
                                   .arg(left));
     }
-    if (m_format.columns.isEmpty()) {
+    bool hasNumbers = false;
+    for (int index = headerLines; index < m_lines.size() && !hasNumbers; ++index) {
+        hasNumbers = hasNumber(index);
+    }
+    if ((m_format.columns.isEmpty() || !hasNumbers) && !textColumns.isEmpty()) {
         const HeadLine &first = m_lines.at(headerLines);
         CsvLine fields;
         fields.split(first.begin, first.end, m_format.separator);

@@ -1,0 +1,360 @@
+#include "GrowingPlot.h"
+#include "window/Contrast.h"
+#include "window/Palettes.h"
+#include "window/PlotMenu.h"
+#include "window/ShortcutList.h"
+#include "window/Workspace.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QImage>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyle>
+#include <QStyleOption>
+#include <QTableView>
+#include <QTreeWidget>
+
+namespace
+{
+
+/// Whether a person does something with the widget.
+bool isControl(const QWidget *widget)
+{
+    return qobject_cast<const QAbstractButton *>(widget) != nullptr ||
+           qobject_cast<const QComboBox *>(widget) != nullptr || qobject_cast<const QLineEdit *>(widget) != nullptr ||
+           qobject_cast<const QAbstractItemView *>(widget) != nullptr;
+}
+
+/// Whether the widget, or what it is a part of, says what it is for.
+bool isExplained(const QWidget *widget)
+{
+    for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
+        if (!widget->toolTip().isEmpty() || !widget->whatsThis().isEmpty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+/// What can be seen, reached and understood in the window: contrast, sizes, keys, and what things are for.
+class EyesAndKeysTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void contrastIsThatOfTheGuidelines()
+    {
+        QCOMPARE(Contrast::ratio(Qt::black, Qt::white), 21.0);
+        QCOMPARE(qRound(100 * Contrast::ratio(Qt::white, QColor(118, 118, 118))), 454);
+        QImage half(2, 1, QImage::Format_ARGB32);
+        half.setPixelColor(0, 0, Qt::black);
+        half.setPixelColor(1, 0, QColor(0, 0, 0, 130)); // a middle grey when it is upon white
+        QCOMPARE(Contrast::visiblePart(half, Qt::white), 1.0);
+        QCOMPARE(Contrast::visiblePart(half, QColor(60, 60, 60)), 0.0);
+    }
+
+    void palettesCanBeRead_data()
+    {
+        QTest::addColumn<bool>("isDark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+
+    void palettesCanBeRead()
+    {
+        applyPalette(*paletteChoice(QString::fromLatin1(QTest::currentDataTag())));
+        const QPalette palette = QApplication::palette();
+        using Role = QPalette::ColorRole;
+        const std::tuple<Role, Role, double> pairs[] = {
+            {QPalette::WindowText, QPalette::Window, Contrast::minimumForText},
+            {QPalette::Text, QPalette::Base, Contrast::minimumForText},
+            {QPalette::Text, QPalette::AlternateBase, Contrast::minimumForText},
+            {QPalette::ButtonText, QPalette::Button, Contrast::minimumForText},
+            {QPalette::ButtonText, QPalette::Midlight, Contrast::minimumForText}, // under the mouse
+            {QPalette::ToolTipText, QPalette::ToolTipBase, Contrast::minimumForText},
+            {QPalette::HighlightedText, QPalette::Highlight, Contrast::minimumForText},
+            {QPalette::Link, QPalette::Base, Contrast::minimumForText},
+            {QPalette::Light, QPalette::Shadow, Contrast::minimumForText},      // labels of plots
+            {QPalette::Highlight, QPalette::Window, Contrast::minimumForIcons}, // the focus
+            {QPalette::Highlight, QPalette::Shadow, Contrast::minimumForIcons},
+        };
+        for (const auto &[text, ground, minimum] : pairs) {
+            const double ratio = Contrast::ratio(palette.color(text), palette.color(ground));
+            QVERIFY2(ratio >= minimum, qPrintable(QStringLiteral("%1 on %2: %3").arg(text).arg(ground).arg(ratio)));
+        }
+        // The colours of curves are given, and legends are written in them.
+        const GrowingPlot plot;
+        const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(plot.container);
+        for (const QCheckBox *const box : boxes) {
+            const QColor curve(box->property("ColorName").toString());
+            QVERIFY(Contrast::ratio(curve, palette.color(QPalette::Shadow)) > 3.9);
+        }
+    }
+
+    void iconsCanBeSeen_data()
+    {
+        palettesCanBeRead_data();
+    }
+
+    /// Of all boxes and buttons of the plot's window, as they are painted.
+    void iconsCanBeSeen()
+    {
+        applyPalette(*paletteChoice(QString::fromLatin1(QTest::currentDataTag())));
+        const GrowingPlot plot(QStringLiteral("four-curves"));
+        int count = 0;
+        const QList<QAbstractButton *> buttons = plot.container->findChildren<QAbstractButton *>();
+        for (QAbstractButton *const button : buttons) {
+            if (!button->isVisible() || button->icon().isNull() || button->iconSize().isEmpty()) {
+                continue;
+            }
+            button->setText(QString());
+            QCoreApplication::processEvents();
+            // With the ground that its parent paints. What is the indicator of a box is left out.
+            const QImage image =
+                plot.window->grab(QRect(button->mapTo(plot.window.get(), QPoint()), button->size())).toImage();
+            const bool isPlain = qobject_cast<QPushButton *>(button) != nullptr;
+            const int indicator = isPlain ? 2 : button->style()->pixelMetric(QStyle::PM_IndicatorWidth) + 4;
+            const bool isLeft = button->layoutDirection() == Qt::LeftToRight;
+            const QRect part =
+                isLeft ? image.rect().adjusted(indicator, 2, -4, -4) : image.rect().adjusted(2, 2, -indicator - 2, -4);
+            int edges = 0; // of shapes, between colours that can be told apart
+            for (int y = part.top(); y <= part.bottom(); ++y) {
+                for (int x = part.left(); x <= part.right(); ++x) {
+                    const auto differs = [&](int otherX, int otherY) {
+                        return Contrast::ratio(image.pixelColor(x, y), image.pixelColor(otherX, otherY)) >=
+                               Contrast::minimumForIcons;
+                    };
+                    edges += differs(x + 2, y) || differs(x, y + 2) ? 1 : 0;
+                }
+            }
+            ++count;
+            QVERIFY2(edges >= 20, qPrintable(button->objectName() + button->toolTip() + button->accessibleName()));
+        }
+        QVERIFY2(count >= 15, qPrintable(QString::number(count)));
+    }
+
+    void iconsOfSelectedRowsAndTitlesCanBeSeen()
+    {
+        applyPalette(PaletteChoice::Light);
+        const QIcon sign(QStringLiteral(":/SVG Icons/PlusMinus"));
+        const QImage selected = sign.pixmap(QSize(24, 24), QIcon::Selected).toImage();
+        QVERIFY(Contrast::visiblePart(selected, QColor(30, 144, 255)) > 0.5); // the colour of the plugin's tables
+        QVERIFY(Contrast::visiblePart(sign.pixmap(24, 24).toImage(), QColor(30, 144, 255)) < 0.3);
+    }
+
+    void focusIsAnOutline()
+    {
+        applyPalette(PaletteChoice::Dark);
+        QImage image(60, 40, QImage::Format_ARGB32);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        QStyleOptionFocusRect option;
+        option.rect = image.rect();
+        option.palette = QApplication::palette();
+        option.state = QStyle::State_KeyboardFocusChange;
+        QApplication::style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter);
+        QCOMPARE(image.pixelColor(30, 20), QColor(Qt::black)); // what is in it stays as it is
+        QVERIFY(Contrast::ratio(image.pixelColor(30, 0), Qt::black) > Contrast::minimumForIcons);
+        QVERIFY(Contrast::ratio(image.pixelColor(0, 20), Qt::black) > Contrast::minimumForIcons);
+    }
+
+    void everythingSaysWhatItIsFor()
+    {
+        const GrowingPlot plot;
+        int count = 0;
+        for (const char *const name : {"moduleDock", "messageDock", "recordingDock", "exchangeDock"}) {
+            auto *const dock = plot.window->findChild<QDockWidget *>(name);
+            dock->show();
+            dock->raise();
+        }
+        plot.window->showHint();
+        const QList<QWidget *> widgets = plot.window->findChildren<QWidget *>();
+        for (const QWidget *const widget : widgets) {
+            // Those of the container are its own; parts of controls are explained by the control.
+            const bool isPart = widget->objectName().startsWith("qt_") || widget->inherits("QDockWidgetTitleButton") ||
+                                widget->inherits("QMdiControl") || widget->parentWidget()->inherits("QTabBar") ||
+                                widget->parentWidget()->inherits("QMenuBar");
+            if (isControl(widget) && !isPart && !plot.container->isAncestorOf(widget) &&
+                !widget->window()->inherits("QComboBoxPrivateContainer")) {
+                ++count;
+                const QString what = widget->metaObject()->className() + QLatin1Char(' ') +
+                                     widget->parentWidget()->metaObject()->className() + QLatin1Char(' ') +
+                                     widget->accessibleName();
+                QVERIFY2(isExplained(widget), qPrintable(what));
+            }
+        }
+        QVERIFY2(count > 15, qPrintable(QString::number(count)));
+        const QList<QMenu *> menus = plot.window->menuBar()->findChildren<QMenu *>() +
+                                     plot.window->findChildren<QMenu *>(QString(), Qt::FindDirectChildrenOnly);
+        int actionCount = 0;
+        for (const QMenu *const menu : menus) {
+            const QList<QAction *> actions = menu->inherits("QMenuBar") ? QList<QAction *>() : menu->actions();
+            for (const QAction *const action : actions) {
+                if (!action->isSeparator() && action->menu() == nullptr &&
+                    !menu->parentWidget()->inherits("QMdiSubWindow")) {
+                    ++actionCount;
+                    QVERIFY2(!action->statusTip().isEmpty() || !action->whatsThis().isEmpty(),
+                             qPrintable(action->text()));
+                }
+            }
+        }
+        QVERIFY2(actionCount > 20, qPrintable(QString::number(actionCount)));
+    }
+
+    void keysAreListedAndNoneHasTwoMeanings()
+    {
+        const GrowingPlot plot;
+        ShortcutList list(plot.window.get());
+        const auto *const table = list.findChild<QTreeWidget *>();
+        QStringList keys;
+        for (int row = 0; row < table->topLevelItemCount(); ++row) {
+            const QTreeWidgetItem *const item = table->topLevelItem(row);
+            keys.append(item->text(0));
+            QVERIFY2(!item->text(2).isEmpty() && !item->text(1).contains(QLatin1Char('&')), qPrintable(item->text(1)));
+        }
+        for (const char *const expected : {"F1", "Ctrl+L", "Ctrl+R", "Alt+1", "Ctrl+Q", "Ctrl+1"}) {
+            QVERIFY2(keys.contains(QLatin1String(expected)), expected);
+        }
+        QCOMPARE(keys.removeDuplicates(), 0);
+    }
+
+    void panelsComeToTheFrontBeforeTheyAreHidden()
+    {
+        const GrowingPlot plot;
+        MainWindow &window = *plot.window;
+        window.resize(1200, 800);
+        const auto *const messages = window.findChild<QDockWidget *>("messageDock");
+        auto *const recording = window.findChild<QDockWidget *>("recordingDock");
+        recording->show();
+        window.findChild<QDockWidget *>("messageDock")->show();
+        window.findChild<QDockWidget *>("messageDock")->raise();
+        QApplication::setActiveWindow(&window);
+        QCoreApplication::processEvents();
+        const auto press = [&window] {
+            QTest::keyClick(&window, Qt::Key_R, Qt::ControlModifier);
+            QCoreApplication::processEvents();
+        };
+        press(); // it is behind the messages
+        QVERIFY(!recording->isHidden() && !recording->visibleRegion().isEmpty());
+        QVERIFY(messages->visibleRegion().isEmpty());
+        press();
+        QVERIFY(recording->isHidden());
+        press();
+        QVERIFY(!recording->isHidden() && !recording->visibleRegion().isEmpty());
+    }
+
+    void plotMenuWorksOnTheContainerInFront()
+    {
+        const GrowingPlot plot;
+        MainWindow &window = *plot.window;
+        QApplication::setActiveWindow(&window);
+        const auto box = [&](int curve) { return PlotterWindow::curveBoxes(plot.container).at(curve); };
+        QVERIFY(!box(1)->isChecked());
+        QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
+        QVERIFY(box(1)->isChecked());
+        QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
+        QVERIFY(!box(1)->isChecked());
+        QApplication::clipboard()->clear();
+        QTest::keyClick(&window, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        const auto *const frame = plot.container->findChild<QWidget *>(PlotterWindow::plotName());
+        QCOMPARE(QApplication::clipboard()->image().size(), frame->size());
+
+        const auto *const menu = window.findChild<PlotMenu *>();
+        const auto enabled = [menu] {
+            int count = 0;
+            const QList<QAction *> actions = menu->actions();
+            for (const QAction *const action : actions) {
+                count += action->isEnabled() && !action->isSeparator() ? 1 : 0;
+            }
+            return count;
+        };
+        QCOMPARE(enabled(), 10);
+        QTest::keyClick(&window, Qt::Key_W, Qt::ControlModifier); // closes the container
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+        QCOMPARE(enabled(), 0);
+    }
+
+    void tiledWindowsCanBeUsed_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<int>("columns");
+        QTest::newRow("small") << QSize(1024, 600) << 1;
+        QTest::newRow("usual") << QSize(1600, 900) << 1;
+        QTest::newRow("large") << QSize(3840, 2160) << 2;
+    }
+
+    void tiledWindowsCanBeUsed()
+    {
+        QFETCH(QSize, size);
+        QFETCH(int, columns);
+        const GrowingPlot plot;
+        for (int i = 0; i < 2; ++i) {
+            plot.window->openContainer(plot.window->addContainer());
+        }
+        plot.window->resize(size);
+        QCoreApplication::processEvents();
+        auto *const workspace = plot.window->findChild<Workspace *>();
+        workspace->tile();
+        QCoreApplication::processEvents();
+        QRegion taken;
+        QSet<int> lefts;
+        const QList<QMdiSubWindow *> windows = workspace->subWindowList();
+        for (const QMdiSubWindow *const window : windows) {
+            QVERIFY(!taken.intersects(window->geometry()));
+            taken += window->geometry();
+            lefts.insert(window->x());
+            QVERIFY(window->geometry().height() > 400);
+        }
+        QCOMPARE(lefts.size(), columns);
+        // Nothing beside one another that does not fit: rows are what is scrolled.
+        QVERIFY(workspace->horizontalScrollBar()->maximum() == 0 || columns == 1);
+    }
+
+    void controlsNeverCoverOneAnother_data()
+    {
+        QTest::addColumn<QSize>("size");
+        for (const QSize size :
+             {QSize(640, 420), QSize(1024, 600), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
+            QTest::addRow("%dx%d", size.width(), size.height()) << size;
+        }
+    }
+
+    void controlsNeverCoverOneAnother()
+    {
+        QFETCH(QSize, size);
+        const GrowingPlot plot(QStringLiteral("four-curves"));
+        plot.window->resize(size);
+        QCoreApplication::processEvents();
+        QList<QPair<QRect, QString>> placed;
+        const QList<QWidget *> widgets = plot.container->findChildren<QWidget *>();
+        for (const QWidget *const widget : widgets) {
+            const bool isOne = qobject_cast<const QAbstractButton *>(widget) != nullptr ||
+                               qobject_cast<const QComboBox *>(widget) != nullptr ||
+                               qobject_cast<const QTableView *>(widget) != nullptr;
+            if (isOne && widget->isVisible() && !widget->inherits("QTableCornerButton")) {
+                const QRect rect(widget->mapTo(plot.container, QPoint()), widget->size());
+                QVERIFY(plot.container->rect().contains(rect));
+                for (const auto &[other, name] : qAsConst(placed)) {
+                    QVERIFY2(!other.intersects(rect), qPrintable(widget->objectName() + " covers " + name));
+                }
+                placed.append({rect, widget->objectName()});
+            }
+        }
+        QVERIFY(placed.size() > 15);
+    }
+};
+
+GUARDED_TEST_MAIN(EyesAndKeysTest)
+#include "EyesAndKeysTest.moc"

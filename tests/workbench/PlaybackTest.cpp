@@ -1,0 +1,280 @@
+#include "GuardedTest.h"
+#include "PlotterWindow.h"
+#include "modules/recording/RecordedModule.h"
+#include "reading/FieldReader.h"
+#include "setup/ModuleFields.h"
+#include "setup/SceneRunner.h"
+#include "window/MainWindow.h"
+#include "window/PlaybackRow.h"
+#include "window/RecordingOpener.h"
+#include "window/Workbench.h"
+
+#include "host/ContainerInterface.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QToolButton>
+#include <QWheelEvent>
+
+namespace
+{
+
+constexpr int maximumWaitMs = 30000;
+
+/// The main window with the real plugin, one simulated module, and an empty plot.
+struct Bench
+{
+    Bench()
+    {
+        REQUIRE(workbench.loadPlugin(PLUGIN).isEmpty());
+        REQUIRE(workbench.modules().add({"SIM0/Stepper", SimulationSettings{"stepper-3"}}).isEmpty());
+        window = std::make_unique<MainWindow>(&workbench);
+        window->show();
+        container = window->addContainer();
+        window->openContainer(container);
+        opener = window->findChild<RecordingOpener *>();
+    }
+
+    RecordedModule *module() const
+    {
+        return workbench.modules().moduleAs<RecordedModule>(1);
+    }
+
+    /// Module and motor of X of a curve, and the names of X and Y.
+    static QStringList chosen(const QWidget *container, int curve)
+    {
+        const auto x = PlotterWindow::selectorPage(curve, PlotterWindow::Side::X);
+        const auto y = PlotterWindow::selectorPage(curve, PlotterWindow::Side::Y);
+        const QWidget *const box = PlotterWindow::curveBoxes(container).at(curve);
+        return {container->findChild<QComboBox *>(x.modules)->currentText().trimmed(),
+                container->findChild<QComboBox *>(x.motors)->currentText().trimmed(),
+                box->property("dpNameX").toString().trimmed(), box->property("dpNameY").toString().trimmed()};
+    }
+
+    template<typename Part> Part *part(const QString &accessibleName) const
+    {
+        const QList<Part *> parts = window->findChildren<Part *>();
+        for (Part *const candidate : parts) {
+            if (candidate->accessibleName() == accessibleName) {
+                return candidate;
+            }
+        }
+        qFatal("no %s", qPrintable(accessibleName));
+    }
+
+    QStringList labels() const
+    {
+        QStringList texts;
+        const QList<QLabel *> found = window->findChild<PlaybackRow *>()->findChildren<QLabel *>();
+        for (const QLabel *const label : found) {
+            texts.append(label->text());
+        }
+        return texts;
+    }
+
+    Workbench workbench{SimulationClock::Drive::WallClock, 14};
+    std::unique_ptr<MainWindow> window;
+    ContainerInterface *container = nullptr;
+    RecordingOpener *opener = nullptr;
+};
+
+} // namespace
+
+/// Recordings in the main window: how they are opened, and what their row in the module panel does.
+class PlaybackTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void curvesOfALogComeIntoTheEmptyPlot()
+    {
+        Bench bench;
+        const QString path = log(3000);
+        QCOMPARE(bench.opener->open(path), QString());
+        QCOMPARE(bench.workbench.containers().size(), 1);
+        QTRY_VERIFY_WITH_TIMEOUT(bench.module() != nullptr && bench.module()->row() > 2, maximumWaitMs);
+        QCOMPARE(bench.chosen(bench.container, 0), QStringList({"REC0/run", "Axis 0", "pos [raw]", "speed"}));
+        QCOMPARE(bench.chosen(bench.container, 1), QStringList({"REC0/run", "Axis 1", "pos [raw]", "current [mA]"}));
+        const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(bench.container);
+        QVERIFY(boxes.at(0)->isChecked() && boxes.at(1)->isChecked() && !boxes.at(2)->isChecked());
+
+        // The plot has curves now: the next one gets a plot of its own, and its module a key of its own.
+        QCOMPARE(bench.opener->open(path), QString());
+        QCOMPARE(bench.workbench.containers().size(), 2);
+        QTRY_COMPARE_WITH_TIMEOUT(bench.chosen(bench.workbench.containers().at(1), 0).constFirst(), QString("REC1/run"),
+                                  maximumWaitMs);
+    }
+
+    /// The plot window switches its sources off for every module that comes.
+    void plotsOfOtherModulesGoOn()
+    {
+        Bench bench;
+        const SceneSource live{"SIM0/Stepper", "Axis 1", "Actual position [microsteps]", false};
+        SceneContainer choices;
+        choices.curves = {{live, live, true}};
+        QCOMPARE(SceneRunner(bench.container).apply(choices), QString());
+        const QStringList before = bench.chosen(bench.container, 0);
+        QCOMPARE(bench.opener->open(log(3000)), QString());
+        QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs); // in a window of its own
+        QCOMPARE(bench.workbench.containers().size(), 2);
+        QCOMPARE(bench.chosen(bench.container, 0), before);
+        bench.window->openContainer(bench.container);
+        const quint64 answered = bench.workbench.modules().statistics(0)->requests;
+        QTRY_VERIFY_WITH_TIMEOUT(bench.workbench.modules().statistics(0)->requests > answered + 3, maximumWaitMs);
+    }
+
+    void setUpsKeepRecordings_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("error");
+        const auto row = [](const char *name, const char *fields, const char *error) {
+            QTest::newRow(name) << QByteArray(R"({"beside":"S","file":"a.csv","key":"R","kind":"recording",)") + fields
+                                << QString(error);
+        };
+        row("all", R"("playing":false,"pluggedIn":false,"repeated":true,"speedTenths":25})", "");
+        row("the fastest", R"("playing":true,"pluggedIn":true,"repeated":false,"speedTenths":1000})", "");
+        row("too fast", R"("speedTenths":1001})", "\"speedTenths\": expected a whole number from 1 to 1000");
+        row("unknown field", R"("position":3})", "\"position\"");
+        row("no text", R"("file":7})", "\"file\"");
+    }
+
+    void setUpsKeepRecordings()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, error);
+        FieldReader reader("set-up");
+        bool isPluggedIn = false;
+        const ModuleSettings settings =
+            readModule(reader, QJsonDocument::fromJson(json).object(), QString(), isPluggedIn);
+        QVERIFY2(error.isEmpty() ? reader.error().isEmpty() : reader.error().contains(error),
+                 qPrintable(reader.error()));
+        if (error.isEmpty()) {
+            QCOMPARE(QJsonDocument(writeModule(settings, isPluggedIn)).toJson(QJsonDocument::Compact), json);
+        }
+    }
+
+    void columnsOfOtherFilesAreShownOverTheFirst()
+    {
+        Bench bench;
+        QCOMPARE(bench.opener->open(written("t;a;b\n1;2;3\n2;3;4\n")), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(bench.chosen(bench.container, 1), QStringList({"REC0/run", "", "t", "b"}),
+                                  maximumWaitMs);
+        QCOMPARE(bench.chosen(bench.container, 0), QStringList({"REC0/run", "", "t", "a"}));
+    }
+
+    void badFileChangesNothing()
+    {
+        Bench bench;
+        const QString problem = bench.opener->open(written("t;a\n1;off\nx;2\n"));
+        QVERIFY2(problem.contains("line 3, column 1: expected a number, found \"x\""), qPrintable(problem));
+        QCOMPARE(bench.workbench.modules().count(), 1);
+        QCOMPARE(bench.workbench.containers().size(), 1);
+    }
+
+    void rowPlaysPausesAndMoves()
+    {
+        Bench bench;
+        QCOMPARE(bench.opener->open(log(3000)), QString());
+        QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs);
+        auto *const play = bench.part<QPushButton>("REC0/run: Pause");
+        QTest::keyClick(play, Qt::Key_Space);
+        QCOMPARE(play->text(), QString("Play"));
+        QVERIFY(!bench.workbench.modules().recording(1)->isPlaying);
+        const int row = bench.module()->row();
+        QTest::keyClick(bench.part<QToolButton>("REC0/run: One row on"), Qt::Key_Space);
+        QTest::qWait(100);
+        QCOMPARE(bench.module()->row(), row + 1);
+        QTest::keyClick(bench.part<QToolButton>("REC0/run: One row back"), Qt::Key_Space);
+        QCOMPARE(bench.module()->row(), row);
+        auto *const slider = bench.part<QSlider>("REC0/run: position");
+        QTest::keyClick(slider, Qt::Key_End);
+        QCOMPARE(bench.module()->row(), 2999);
+        QVERIFY(bench.labels().contains("Row 3,000 of 3,000\n0:41.9 of 0:41.9"));
+        QTest::keyClick(slider, Qt::Key_PageDown);
+        QCOMPARE(bench.module()->row(), 2699);
+        QTest::keyClick(slider, Qt::Key_Home);
+        QCOMPARE(bench.module()->row(), 0);
+
+        slider->setValue(1000);
+        bench.part<QPushButton>("REC0/run: close")->setFocus();
+        const QPointF centre = slider->rect().center();
+        QWheelEvent wheel(centre, slider->mapToGlobal(centre.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(slider, &wheel); // scrolls the list of modules only
+        QCOMPARE(bench.module()->row(), 1000);
+
+        auto *const speed = bench.part<QComboBox>("REC0/run: speed");
+        QTest::keyClick(speed, Qt::Key_End);
+        QCOMPARE(bench.module()->playback().speedTenths(), 1000);
+        play->click();
+        QTRY_VERIFY_WITH_TIMEOUT(bench.module()->playback().isAtEnd(), maximumWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(bench.labels().contains("Row 3,000 of 3,000\n0:41.9 of 0:41.9, ended"), maximumWaitMs);
+        QTest::keyClick(bench.part<QCheckBox>("REC0/run: Repeat"), Qt::Key_Space);
+        QVERIFY(bench.module()->playback().isAtEnd()); // it repeats when it is played again
+        QVERIFY(bench.workbench.modules().recording(1)->isRepeated && bench.module()->playback().isRepeated());
+    }
+
+    void takenOutItKeepsItsSettings()
+    {
+        Bench bench;
+        QCOMPARE(bench.opener->open(log(3000)), QString());
+        bench.workbench.modules().setPlayback(1, {QString(), QString(), false, true, 25});
+        bench.workbench.modules().setPluggedIn(1, false);
+        QVERIFY(!bench.part<QSlider>("REC0/run: position")->isEnabled());
+        bench.workbench.modules().setPluggedIn(1, true);
+        const Playback &playback = bench.module()->playback();
+        QVERIFY(playback.isRepeated() && !playback.isPlaying() && playback.speedTenths() == 25);
+        QVERIFY(bench.part<QComboBox>("REC0/run: speed")->currentText().startsWith("2.5"));
+    }
+
+    void troubleWithTheFileIsShown()
+    {
+        Bench bench;
+        const QString path = log(3000);
+        QCOMPARE(bench.opener->open(path), QString());
+        QVERIFY(QFile::remove(path));
+        const auto hasTrouble = [&] { return !bench.labels().filter("run.csv was removed").isEmpty(); };
+        QTRY_VERIFY_WITH_TIMEOUT(hasTrouble(), maximumWaitMs);
+        const int row = bench.module()->row();
+        QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > row, maximumWaitMs);
+    }
+
+    void besideAModuleAndClosed()
+    {
+        Bench bench;
+        QCOMPARE(bench.opener->open(log(3000)), QString());
+        auto *const beside = bench.part<QComboBox>("REC0/run: beside which module");
+        QCOMPARE(beside->count(), 2); // by itself, or beside the stepper
+        QTest::keyClick(beside, Qt::Key_Down);
+        QCOMPARE(bench.workbench.modules().recording(1)->beside, QString("SIM0/Stepper"));
+        QCOMPARE(bench.module()->numberOfAxes(), 3 + 2);
+        QCOMPARE(bench.part<QComboBox>("REC0/run: beside which module")->currentText(), QString("Beside SIM0/Stepper"));
+        bench.part<QPushButton>("REC0/run: close")->click();
+        QCOMPARE(bench.workbench.modules().count(), 1);
+        QCOMPARE(bench.window->findChildren<PlaybackRow *>().size(), 0);
+    }
+
+private:
+    QString written(const QByteArray &bytes) const
+    {
+        QFile file(temporaryPath("run.csv"));
+        REQUIRE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        return file.fileName();
+    }
+
+    QString log(int rows) const
+    {
+        QByteArray bytes = "Module:;M1;M1;M2;M2;\r\nCounter;pos [raw];speed;pos [raw];current [mA];\r\n";
+        for (int row = 1; row <= rows; ++row) {
+            bytes += QStringLiteral("%1;%1;2;3;%1;\r\n").arg(row).toLatin1();
+        }
+        return written(bytes);
+    }
+};
+
+GUARDED_TEST_MAIN(PlaybackTest)
+#include "PlaybackTest.moc"

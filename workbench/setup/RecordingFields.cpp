@@ -1,0 +1,44 @@
+#include "setup/RecordingFields.h"
+
+#include "reading/FieldReader.h"
+
+namespace
+{
+
+decltype(ModuleSettings::family) read(FieldReader &reader, const QJsonObject &object, const QString &place)
+{
+    using Settings = RecordingSettings;
+    Settings settings;
+    settings.file = reader.text(object, place, QStringLiteral("file"));
+    settings.beside = reader.text(object, place, QStringLiteral("beside"), QString());
+    settings.isPlaying = reader.boolean(object, place, QStringLiteral("playing"), settings.isPlaying);
+    settings.isRepeated = reader.boolean(object, place, QStringLiteral("repeated"), settings.isRepeated);
+    settings.speedTenths =
+        int(reader.integer(object, place, QStringLiteral("speedTenths"), Settings::minimumSpeedTenths,
+                           Settings::maximumSpeedTenths, settings.speedTenths));
+    return settings;
+}
+
+QJsonObject write(const ModuleSettings &module)
+{
+    const auto *const settings = std::get_if<RecordingSettings>(&module.family);
+    if (settings == nullptr) {
+        return {};
+    }
+    return {
+        {QStringLiteral("kind"), QStringLiteral("recording")}, {QStringLiteral("file"), settings->file},
+        {QStringLiteral("beside"), settings->beside},          {QStringLiteral("playing"), settings->isPlaying},
+        {QStringLiteral("repeated"), settings->isRepeated},    {QStringLiteral("speedTenths"), settings->speedTenths},
+    };
+}
+
+} // namespace
+
+ModuleFields recordingFields()
+{
+    return {{QStringLiteral("recording")},
+            {QStringLiteral("file"), QStringLiteral("beside"), QStringLiteral("playing"), QStringLiteral("repeated"),
+             QStringLiteral("speedTenths")},
+            read,
+            write};
+}
