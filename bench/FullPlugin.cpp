@@ -22,6 +22,7 @@ constexpr int unknownCurve = -99; // forgetting a curve that does not exist redr
 FullPlugin::FullPlugin(ContainerInterface *root, int kind, const QSize &windowSize, int pointCount)
     : ScriptedCurve(root)
 {
+    module->channel.clock = nullptr; // the real one, for channelMs()
     // Every tick asks for X and Y of one curve after the other.
     module->channel.answer = [this](const Command &) {
         const QPointF point = m_points.at(m_request / 2 % curveCount);
