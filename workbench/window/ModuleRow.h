@@ -34,9 +34,6 @@ protected:
     /// \param summary what the module is, one line
     ModuleRow(ModuleRack *rack, const AnswerWatch *watch, int index, const QString &summary);
 
-    /// What is wrong with the module, one line; empty when nothing is known to be.
-    virtual QString trouble() const;
-
     ModuleRack *rack() const;
     int index() const;
     /// For the controls of a family, of two columns, between the "Plugged in" box and the mark of trouble.
