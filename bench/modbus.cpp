@@ -51,7 +51,7 @@ double allowed(const QVector<RegisterSpan> &spans, const ConnectionSettings &set
     double roundMs = 0;
     const ReadPlan plan(spans, LineCost::of(settings));
     for (const RegisterSpan &request : plan.requests()) {
-        roundMs += (frameBytes + request.count * bytesPerRegister) * byteMs + 2 * silenceMs;
+        roundMs += (frameBytes + request.count * bytesPerRegister) * byteMs + silenceMs;
     }
     return 1000.0 / roundMs;
 }

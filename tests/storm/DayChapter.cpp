@@ -26,7 +26,7 @@ struct Day
     explicit Day(const QString &path)
     {
         harness.open();
-        channel = plugIn(&harness.handler, QStringLiteral("D/0"), 2)->channel;
+        channel = plugIn(&harness.handler, "D/0", 2)->channel;
         channel->answer = [this](const Command &) { return static_cast<qint32>(++value % 100000U); };
         chooseAll(&harness);
         harness.sampleTick(); // the first points are not recorded
@@ -45,7 +45,7 @@ struct Day
         return static_cast<qint64>(channel->statistics().answeredExchanges - exchangesBefore) / curveCount;
     }
 
-    PluginHarness harness{pluginRoot(), QStringLiteral("Day")};
+    PluginHarness harness{pluginRoot(), "Day"};
     StormChannel *channel = nullptr;
     quint32 value = 0;
     qint64 linesBefore = 0;
@@ -70,7 +70,7 @@ void fastDay(const Sizes &sizes, double hours)
 {
     StormChannel::advance(0);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("day.csv"));
+    const QString path = folder.filePath("day.csv");
     Day day(path);
     const auto ticks = static_cast<qint64>(hours * secondsPerHour * 1000.0 / tickMs);
     constexpr qint64 warmUpTicks = 12000; // the curves are full and were cut once
@@ -95,8 +95,8 @@ void fastDay(const Sizes &sizes, double hours)
     const qint64 lines = day.lines();
     const QStringList warnings = Watch::takeFaults();
     constexpr qint64 allowedGrowth = 2 << 20; // how full the four curves are
-    Report::add({QStringLiteral("day"), QStringLiteral("%1 h in fast motion, in sampling ticks").arg(hours), ticks,
-                 QStringLiteral("four full curves and a recording"),
+    Report::add({"day", QStringLiteral("%1 h in fast motion, in sampling ticks").arg(hours), ticks,
+                 "four full curves and a recording",
                  QStringLiteral("%1 samples of each curve, %2 lines announced, %3 in the file; memory %4 kB (resident "
                                 "%5 kB) more than after %6 ticks; %7 s %8")
                      .arg(samples)
@@ -116,13 +116,12 @@ void realDay(double hours)
 {
     StormChannel::advance(-1);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("day.csv"));
+    const QString path = folder.filePath("day.csv");
     const auto seconds = static_cast<int>(hours * secondsPerHour);
     Day day(path);
     day.harness.plugin->removeEventFilter(&day.harness); // its own timers fire from now on
     QProcess pace;                                       // the loop without a plot
-    pace.start(QCoreApplication::applicationFilePath(),
-               {QStringLiteral("child"), QStringLiteral("pace"), QString::number(seconds)});
+    pace.start(QCoreApplication::applicationFilePath(), {"child", "pace", QString::number(seconds)});
     pace.waitForReadyRead();
     pace.readLine();
     const qint64 before = day.samples();
@@ -134,8 +133,7 @@ void realDay(double hours)
     const qint64 usual = pace.readAll().trimmed().toLongLong();
     constexpr double share = 0.97;
     const qint64 lines = linesIn(path);
-    Report::add({QStringLiteral("day"), QStringLiteral("in real time, in seconds"), seconds,
-                 QStringLiteral("four curves and a recording"),
+    Report::add({"day", "in real time, in seconds", seconds, "four curves and a recording",
                  QStringLiteral("%1 samples; a timer without a plot fired %2 times meanwhile; %3 lines announced, %4 "
                                 "in the file; memory %5 kB more")
                      .arg(samples)
@@ -149,27 +147,24 @@ void realDay(double hours)
 void endBySignal(const Sizes &sizes)
 {
     for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
-        const int count = sizes.of(1, 10);
+        const int count = sizes.isLong ? 10 : 1;
         QString fault;
         qint64 lines = 0;
         for (int round = 0; round < count && fault.isEmpty(); ++round) {
             const QTemporaryDir folder;
-            QDir(folder.path()).mkpath(QStringLiteral("tmp"));
-            const QString log = folder.filePath(QStringLiteral("log.csv"));
-            const QString picture = folder.filePath(QStringLiteral("picture.png"));
+            QDir(folder.path()).mkpath("tmp");
+            const QString log = folder.filePath("log.csv");
+            const QString picture = folder.filePath("picture.png");
             QProcess program;
             program.setEnvironment(QStringList{QStringLiteral("TMPDIR=%1/tmp").arg(folder.path())} +
                                    QProcess::systemEnvironment());
-            program.start(QStringLiteral(PROGRAM),
-                          {QStringLiteral("--plugin"), QStringLiteral(PLUGIN), QStringLiteral("--scene"),
-                           QStringLiteral("four-curves"), QStringLiteral("--seconds"), QStringLiteral("600"),
-                           QStringLiteral("--log"), log, QStringLiteral("--picture"), picture});
+            program.start(PROGRAM, {"--plugin", PLUGIN, "--scene", "four-curves", "--seconds", "600", "--log", log,
+                                    "--picture", picture});
             const bool hasBegun = QTest::qWaitFor([&] { return QFileInfo(log).size() > 1500; }, 60000);
             kill(static_cast<pid_t>(program.processId()), number);
             program.waitForFinished(60000);
             lines = linesIn(log);
-            const QStringList left =
-                QDir(folder.filePath(QStringLiteral("tmp"))).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+            const QStringList left = QDir(folder.filePath("tmp")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
             if (!hasBegun || program.exitStatus() != QProcess::NormalExit || program.exitCode() != 128 + number ||
                 lines < 1 || !QFile::exists(picture) || !left.isEmpty()) {
                 fault =
@@ -180,15 +175,14 @@ void endBySignal(const Sizes &sizes)
                         .arg(left.join(QLatin1Char(' ')), QString::fromUtf8(program.readAllStandardError().left(300)));
             }
         }
-        Report::add({QStringLiteral("day"),
+        Report::add({"day",
                      QStringLiteral("signal %1")
-                         .arg(number == SIGTERM  ? QStringLiteral("TERM")
-                              : number == SIGINT ? QStringLiteral("INT")
-                                                 : QStringLiteral("HUP")),
-                     count, QStringLiteral("the program in the middle of a recording"),
+                         .arg(number == SIGTERM  ? "TERM"
+                              : number == SIGINT ? "INT"
+                                                 : "HUP"),
+                     count, "the program in the middle of a recording",
                      fault.isEmpty()
-                         ? QStringLiteral(
-                               "ends like closing the window: whole log, picture, nothing left in the temporary folder")
+                         ? "ends like closing the window: whole log, picture, nothing left in the temporary folder"
                          : fault,
                      !fault.isEmpty()});
     }
@@ -214,7 +208,8 @@ void Chapters::day(const Sizes &sizes)
 {
     constexpr double workingDay = 8.0;
     constexpr double briefDay = 0.06;
-    fastDay(sizes, sizes.isLong ? workingDay : briefDay);
+    // --count: hours of the day in fast motion
+    fastDay(sizes, sizes.count > 0 ? sizes.count : sizes.isLong ? workingDay : briefDay);
     if (sizes.hours > 0.0) {
         realDay(sizes.hours);
     }

@@ -29,7 +29,7 @@ struct Series
     QStringList environment() const
     {
         const char *const ratios[] = {"1", "1.5", "2"};
-        return {QStringLiteral("QT_SCALE_FACTOR=%1").arg(QLatin1String(ratios[seed % 3U]))};
+        return {QStringLiteral("QT_SCALE_FACTOR=%1").arg(ratios[seed % 3U])};
     }
 };
 
@@ -59,9 +59,8 @@ QVector<Op> readOps(const QString &path)
 
 Ended playInChild(const Series &series, const QString &folder, const QVector<Op> *ops)
 {
-    const QString opFile = folder + QStringLiteral("/events");
-    QStringList arguments{QStringLiteral("events"), series.host, folder, QString::number(series.seed),
-                          QString::number(series.events)};
+    const QString opFile = folder + "/events";
+    QStringList arguments{"events", series.host, folder, QString::number(series.seed), QString::number(series.events)};
     if (ops != nullptr) {
         writeOps(opFile, *ops);
         arguments.append(opFile);
@@ -97,7 +96,7 @@ QVector<Op> shortened(const Series &series, const QString &folder, QVector<Op> o
 QString explained(const Series &series, const QString &folder, const Ended &ended)
 {
     QVector<Op> ops = Player::makeOps(series.seed, series.events);
-    QFile progress(folder + QStringLiteral("/progress"));
+    QFile progress(folder + "/progress");
     int last = ops.size() - 1;
     if (progress.open(QIODevice::ReadOnly)) {
         progress.read(reinterpret_cast<char *>(&last), sizeof last);
@@ -124,14 +123,14 @@ QString explained(const Series &series, const QString &folder, const Ended &ende
 int Chapters::playEvents(const QStringList &arguments)
 {
     const QString &folder = arguments.at(1);
-    const int progress = open(qPrintable(folder + QStringLiteral("/progress")), O_RDWR | O_CREAT | O_TRUNC, 0600);
+    const int progress = open(qPrintable(folder + "/progress"), O_RDWR | O_CREAT | O_TRUNC, 0600);
     const QVector<Op> ops = arguments.size() > 4 ? readOps(arguments.at(4))
                                                  : Player::makeOps(arguments.at(2).toUInt(), arguments.at(3).toInt());
-    const QTemporaryDir files(folder + QStringLiteral("/run-XXXXXX"));
+    const QTemporaryDir files(folder + "/run-XXXXXX");
     StormChannel::advance(0);
     QString problem;
     {
-        const std::unique_ptr<StormHost> host = StormHost::make(arguments.at(0), QStringLiteral(PLUGIN));
+        const std::unique_ptr<StormHost> host = StormHost::make(arguments.at(0), PLUGIN);
         Player player(host.get(), files.path());
         problem = player.play(ops, progress);
         const Player::Counts &counts = player.counts();
@@ -152,8 +151,7 @@ void Chapters::events(const Sizes &sizes)
         QString fault;
         quint32 seed = sizes.seed * 1000U;
         while (played < total / 2 && fault.isEmpty()) {
-            const Series series{QLatin1String(host), seed++,
-                                static_cast<int>(qMin<qint64>(seriesEvents, total / 2 - played))};
+            const Series series{host, seed++, static_cast<int>(qMin<qint64>(seriesEvents, total / 2 - played))};
             const Ended ended = playInChild(series, folder.path(), nullptr);
             played += series.events;
             const QList<QByteArray> words = ended.output.split('\n').constFirst().split(' ');
@@ -173,11 +171,10 @@ void Chapters::events(const Sizes &sizes)
                 .arg(sums[3])
                 .arg(sums[2])
                 .arg(sums[4]);
-        Report::add({QStringLiteral("events"),
-                     QStringLiteral("random events, seeds %1 to %2").arg(sizes.seed * 1000U).arg(seed - 1U), played,
-                     QLatin1String(host) == QLatin1String("bare")
-                         ? QStringLiteral("two containers in bare windows, destroyed and made anew at any moment")
-                         : QStringLiteral("two containers in the workbench's main window"),
-                     fault.isEmpty() ? outcome : fault, !fault.isEmpty()});
+        Report::add(
+            {"events", QStringLiteral("random events, seeds %1 to %2").arg(sizes.seed * 1000U).arg(seed - 1U), played,
+             qstrcmp(host, "bare") == 0 ? "two containers in bare windows, destroyed and made anew at any moment"
+                                        : "two containers in the workbench's main window",
+             fault.isEmpty() ? outcome : fault, !fault.isEmpty()});
     }
 }

@@ -4,7 +4,7 @@
 
 ContainerInterface *pluginRoot()
 {
-    static auto *const loader = new QPluginLoader(QStringLiteral(PLUGIN));
+    static auto *const loader = new QPluginLoader(PLUGIN);
     return qobject_cast<ContainerInterface *>(loader->instance());
 }
 

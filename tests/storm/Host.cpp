@@ -207,7 +207,7 @@ private:
 
 std::unique_ptr<StormHost> StormHost::make(const QString &kind, const QString &pluginPath)
 {
-    if (kind == QLatin1String("workbench")) {
+    if (kind == "workbench") {
         return std::make_unique<WorkbenchHost>(pluginPath);
     }
     return std::make_unique<BareHost>(pluginPath);

@@ -71,9 +71,8 @@ void hotplugs(const Sizes &sizes)
     const bool isFault =
         unasked != 0 || StormChannel::exchangesWithTheDead() != 0 || lines < count || !warnings.isEmpty();
     Report::add(
-        {QStringLiteral("hotplug"),
-         QStringLiteral("modules taken out (a quarter without notice) and replaced by others of the same key"), count,
-         QStringLiteral("four curves that sample and record, three modules"),
+        {"hotplug", "modules taken out (a quarter without notice) and replaced by others of the same key", count,
+         "four curves that sample and record, three modules",
          QStringLiteral("%1 exchanges, %2 with a module that is gone, %3 before a new choice; %4 lines, all whole %5")
              .arg(asked)
              .arg(StormChannel::exchangesWithTheDead())
@@ -90,14 +89,13 @@ struct Case
 };
 
 constexpr Case cases[] = {
-    {"the module removed", [](PluginHarness *it) { it->handler.removeModulePlugin(QStringLiteral("H/0")); }},
-    {"the other module removed", [](PluginHarness *it) { it->handler.removeModulePlugin(QStringLiteral("H/1")); }},
-    {"the module destroyed without notice",
-     [](PluginHarness *it) { delete it->handler.getModulePlugin(QStringLiteral("H/0")); }},
+    {"the module removed", [](PluginHarness *it) { it->handler.removeModulePlugin("H/0"); }},
+    {"the other module removed", [](PluginHarness *it) { it->handler.removeModulePlugin("H/1"); }},
+    {"the module destroyed without notice", [](PluginHarness *it) { delete it->handler.getModulePlugin("H/0"); }},
     {"the module replaced by another of the same key, and chosen",
      [](PluginHarness *it) {
-         it->handler.removeModulePlugin(QStringLiteral("H/0"));
-         plugIn(&it->handler, QStringLiteral("H/0"), 3);
+         it->handler.removeModulePlugin("H/0");
+         plugIn(&it->handler, "H/0", 3);
          chooseAll(it);
      }},
     {"the window closed", [](PluginHarness *it) { it->window->reject(); }},
@@ -106,8 +104,8 @@ constexpr Case cases[] = {
     {"the plugin destroyed, then both modules",
      [](PluginHarness *it) {
          delete it->plugin;
-         it->handler.removeModulePlugin(QStringLiteral("H/0"));
-         it->handler.removeModulePlugin(QStringLiteral("H/1"));
+         it->handler.removeModulePlugin("H/0");
+         it->handler.removeModulePlugin("H/1");
      }},
     {"the window closed and opened, the sampling timer fired again",
      [](PluginHarness *it) {
@@ -119,7 +117,7 @@ constexpr Case cases[] = {
     {"the log box and all buttons clicked",
      [](PluginHarness *it) {
          for (const char *const name : {"btnResetData", "btnExport", "btnRefresh"}) {
-             it->find<QAbstractButton>(QLatin1String(name))->click();
+             it->find<QAbstractButton>(name)->click();
          }
      }},
 };
@@ -133,8 +131,8 @@ void insideExchanges(const Sizes &sizes)
         const Case &each = cases[static_cast<std::size_t>(round) % std::size(cases)];
         PluginHarness harness(pluginRoot());
         harness.open();
-        StormModule *const first = plugIn(&harness.handler, QStringLiteral("H/0"), 1);
-        StormModule *const second = plugIn(&harness.handler, QStringLiteral("H/1"), 2);
+        StormModule *const first = plugIn(&harness.handler, "H/0", 1);
+        StormModule *const second = plugIn(&harness.handler, "H/1", 2);
         const QVector<StormChannel *> channels{first->channel, second->channel};
         chooseAll(&harness);
         harness.sampleTick();
@@ -148,20 +146,17 @@ void insideExchanges(const Sizes &sizes)
         const QStringList warnings = Watch::takeFaults();
         if (StormChannel::exchangesWithTheDead() != 0 || !warnings.isEmpty()) {
             fault = QStringLiteral("%1: %2 exchanges with a module that is gone; %3")
-                        .arg(QLatin1String(each.name))
+                        .arg(each.name)
                         .arg(StormChannel::exchangesWithTheDead())
                         .arg(warnings.join(QLatin1Char(' ')));
         }
     }
     QStringList names;
     for (const Case &each : cases) {
-        names.append(QLatin1String(each.name));
+        names.append(each.name);
     }
-    Report::add({QStringLiteral("hotplug"),
-                 QStringLiteral("from inside an exchange: ") + names.join(QStringLiteral("; ")), count,
-                 QStringLiteral("four curves, two modules"),
-                 fault.isEmpty() ? QStringLiteral("no crash, no exchange with a module that is gone") : fault,
-                 !fault.isEmpty()});
+    Report::add({"hotplug", "from inside an exchange: " + names.join("; "), count, "four curves, two modules",
+                 fault.isEmpty() ? "no crash, no exchange with a module that is gone" : fault, !fault.isEmpty()});
 }
 
 } // namespace

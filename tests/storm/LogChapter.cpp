@@ -23,6 +23,7 @@ namespace
 {
 
 constexpr uid_t nobody = 65534;
+constexpr unsigned int longestSeconds = 60; // for a tick
 
 QByteArray contentOf(const QString &path)
 {
@@ -60,7 +61,7 @@ public:
     Recorder()
     {
         m_harness.open();
-        StormChannel *const channel = plugIn(&m_harness.handler, QStringLiteral("R/0"), 2)->channel;
+        StormChannel *const channel = plugIn(&m_harness.handler, "R/0", 2)->channel;
         channel->answer = [this](const Command &) { return ++m_value; };
         chooseAll(&m_harness);
         tick(2);
@@ -82,8 +83,10 @@ public:
         for (int index = 0; index < count; ++index) {
             QElapsedTimer clock;
             clock.start();
+            alarm(longestSeconds); // the signal ends the process: a tick that never ends is a fault, too
             StormChannel::advance(14);
             m_harness.sampleTick();
+            alarm(0);
             slowest = qMax(slowest, clock.elapsed());
         }
         return slowest;
@@ -92,13 +95,13 @@ public:
     qint64 announcedBefore = 0;
 
 private:
-    PluginHarness m_harness{pluginRoot(), QStringLiteral("Recorder")};
+    PluginHarness m_harness{pluginRoot(), "Recorder"};
     qint32 m_value = 0;
 };
 
 void run(const QString &command)
 {
-    QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), command});
+    QProcess::execute("sh", {"-c", command});
 }
 
 void limitFileSize(rlim_t bytes)
@@ -138,7 +141,7 @@ QVector<Trouble> troubles(const QString &folder)
         {"file replaced by a link to /dev/full",
          [](const QString &path) {
              QFile::remove(path);
-             QFile::link(QStringLiteral("/dev/full"), path);
+             QFile::link("/dev/full", path);
          },
          [](const QString &path) { QFile::remove(path); }, "lines are lost while it is there", false, 1000},
         {"file replaced by a FIFO without a reader",
@@ -176,25 +179,22 @@ QVector<Trouble> troubles(const QString &folder)
                     chmod(qPrintable(path), 0644);
                 },
                 "lines are lost meanwhile", true, 1000});
-    const QString image = folder + QStringLiteral("/image");
-    const QString mounted = folder + QStringLiteral("/mounted");
+    const QString image = folder + "/image";
+    const QString mounted = folder + "/mounted";
     QDir().mkpath(mounted);
     run(QStringLiteral("(truncate -s 8M %1 && mkfs.ext4 -q %1 && mount -o loop %1 %2) >/dev/null 2>&1")
             .arg(image, mounted));
-    if (QDir(mounted).exists(QStringLiteral("lost+found"))) {
-        all.append(
-            {"file system that does not answer for 3 s (frozen)",
-             [mounted](const QString &) {
-                 QProcess::startDetached(
-                     QStringLiteral("sh"),
-                     {QStringLiteral("-c"), QStringLiteral("fsfreeze -f %1; sleep 3; fsfreeze -u %1").arg(mounted)});
-                 QThread::msleep(500);
-             },
-             nothing, "the write waits for it, and the window with it; no line is lost", true, 6000});
+    if (QDir(mounted).exists("lost+found")) {
+        all.append({"file system that does not answer for 3 s (frozen)",
+                    [mounted](const QString &) {
+                        QProcess::startDetached(
+                            "sh", {"-c", QStringLiteral("fsfreeze -f %1; sleep 3; fsfreeze -u %1").arg(mounted)});
+                        QThread::msleep(500);
+                    },
+                    nothing, "the write waits for it, and the window with it; no line is lost", true, 6000});
     } else {
-        Report::add({QStringLiteral("log"), QStringLiteral("file system that does not answer"), 0,
-                     QStringLiteral("a recording"), QStringLiteral("not tried: no file system could be mounted here"),
-                     false});
+        Report::add({"log", "file system that does not answer", 0, "a recording",
+                     "not tried: no file system could be mounted here", false});
     }
     return all;
 }
@@ -206,7 +206,7 @@ void tryTroubles(const QString &folder)
     const QVector<Trouble> all = troubles(folder);
     for (const Trouble &trouble : all) {
         const bool isFrozen = trouble.slowestTickMs > 1000;
-        const QString path = folder + (isFrozen ? QStringLiteral("/mounted/log.csv") : QStringLiteral("/logs/log.csv"));
+        const QString path = folder + (isFrozen ? "/mounted/log.csv" : "/logs/log.csv");
         QDir().mkpath(QFileInfo(path).path());
         recorder.start(path);
         qint64 slowest = recorder.tick(10);
@@ -222,17 +222,18 @@ void tryTroubles(const QString &folder)
                              (trouble.keepsHeader && !state.hasHeader) || state.lines == 0 ||
                              state.lastNumber != announced || !warnings.isEmpty();
         Report::add(
-            {QStringLiteral("log"), QLatin1String(trouble.name), 80,
-             QStringLiteral("ticks of a recording of four curves"),
+            {"log", trouble.name, 80, "ticks of a recording of four curves",
              QStringLiteral("%1; of %2 announced lines %3 are in the file at the end, %4; slowest tick %5 ms %6")
-                 .arg(QLatin1String(trouble.known))
+                 .arg(trouble.known)
                  .arg(announced)
                  .arg(state.lines)
-                 .arg(state.isWhole ? QStringLiteral("all whole") : QStringLiteral("one is torn"))
+                 .arg(isCut           ? "the cut one has grown together with the next"
+                      : state.isWhole ? "all whole"
+                                      : "one is torn")
                  .arg(slowest)
                  .arg(warnings.join(QLatin1Char(' '))),
              isFault});
-        QDir(QFileInfo(path).path()).remove(QStringLiteral("log.csv"));
+        QDir(QFileInfo(path).path()).remove("log.csv");
     }
     run(QStringLiteral("umount %1/mounted >/dev/null 2>&1").arg(folder));
 }
@@ -240,18 +241,17 @@ void tryTroubles(const QString &folder)
 /// A recording on a file system of 16 kB.
 void fillDisk(const QString &folder)
 {
-    const QString mounted = folder + QStringLiteral("/small");
+    const QString mounted = folder + "/small";
     QDir().mkpath(mounted);
     run(QStringLiteral("mount -t tmpfs -o size=16k none %1 >/dev/null 2>&1 && touch %1/ready").arg(mounted));
-    const QString what = QStringLiteral("disk full");
-    const QString on = QStringLiteral("ticks of a recording on a file system of 16 kB, which is enlarged later");
-    if (!QFile::exists(mounted + QStringLiteral("/ready"))) {
-        Report::add({QStringLiteral("log"), what, 0, on,
-                     QStringLiteral("not tried: no file system could be mounted here"), false});
+    const QString what = "disk full";
+    const QString on = "ticks of a recording on a file system of 16 kB, which is enlarged later";
+    if (!QFile::exists(mounted + "/ready")) {
+        Report::add({"log", what, 0, on, "not tried: no file system could be mounted here", false});
         return;
     }
     Recorder recorder;
-    const QString path = mounted + QStringLiteral("/log.csv");
+    const QString path = mounted + "/log.csv";
     recorder.start(path);
     recorder.tick(800);
     const LogState full = stateOf(contentOf(path));
@@ -260,7 +260,7 @@ void fillDisk(const QString &folder)
     const LogState later = stateOf(contentOf(path));
     run(QStringLiteral("umount %1").arg(mounted));
     Report::add(
-        {QStringLiteral("log"), what, 810, on,
+        {"log", what, 810, on,
          QStringLiteral("%1 lines, then %2, all whole, with the header; the numbers of the lost ones are missing")
              .arg(full.lines)
              .arg(later.lines),
@@ -276,11 +276,10 @@ void kill(const Sizes &sizes, const QString &folder)
     int inFlight = 0;
     QString fault;
     for (int round = 0; round < count && fault.isEmpty(); ++round) {
-        const QString path = folder + QStringLiteral("/killed.csv");
+        const QString path = folder + "/killed.csv";
         QFile::remove(path);
         QProcess process;
-        process.start(QCoreApplication::applicationFilePath(),
-                      {QStringLiteral("child"), QStringLiteral("record"), path});
+        process.start(QCoreApplication::applicationFilePath(), {"child", "record", path});
         process.waitForReadyRead(60000); // the first line
         QThread::msleep(engine() % 60U);
         process.kill();
@@ -302,8 +301,7 @@ void kill(const Sizes &sizes, const QString &folder)
         inFlight += state.lines < announced ? 1 : 0;
     }
     Report::add(
-        {QStringLiteral("log"), QStringLiteral("kill -9 at random moments"), count,
-         QStringLiteral("processes that record as fast as they can"),
+        {"log", "kill -9 at random moments", count, "processes that record as fast as they can",
          fault.isEmpty()
              ? QStringLiteral(
                    "%1 lines, all whole; every announced line is there, but for one that was being written, %2 times")

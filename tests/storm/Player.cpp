@@ -36,7 +36,7 @@ bool isInFileDialog(const QObject *object)
 
 Player::Player(StormHost *host, const QString &folder) : m_host(host), m_folder(folder)
 {
-    QDir(m_folder).mkpath(QStringLiteral("logs"));
+    QDir(m_folder).mkpath("logs");
     QTimer::singleShot(0, this, &Player::tameDialog);
 }
 
@@ -126,7 +126,7 @@ QWidget *Player::widget(const Op &op)
 
 QWidget *Player::plotOf(ContainerInterface *container) const
 {
-    const auto *const frame = container->findChild<QWidget *>(QStringLiteral("widgetPlot"));
+    const auto *const frame = container->findChild<QWidget *>("widgetPlot");
     return frame == nullptr ? nullptr : frame->layout()->itemAt(1)->widget();
 }
 
@@ -143,7 +143,7 @@ StormModule *Player::someModule(quint32 choice) const
 
 QString Player::logFolder() const
 {
-    return m_folder + QStringLiteral("/logs/");
+    return m_folder + "/logs/";
 }
 
 void Player::deliver(ContainerInterface *container, bool isSampling)
@@ -189,7 +189,7 @@ void Player::endDialog(QDialog *dialog, const Op &op)
 {
     const QPointer<QDialog> guard(dialog);
     auto *const files = qobject_cast<QFileDialog *>(dialog);
-    const bool isLog = files != nullptr && files->nameFilters().constFirst() == QLatin1String("csv (*.csv)");
+    const bool isLog = files != nullptr && files->nameFilters().constFirst() == "csv (*.csv)";
     const auto container = static_cast<int>(op.c % StormHost::containerCount);
     const int plan = static_cast<int>(op.b % 8U);
     if (plan == 3) {
@@ -209,9 +209,9 @@ void Player::endDialog(QDialog *dialog, const Op &op)
     if (isAccepted) {
         const QString number = QString::number(m_counts.recordings);
         m_counts.recordings += isLog ? 1 : 0;
-        files->selectFile(plan == 7 ? m_folder + QStringLiteral("/missing/log.csv")
-                          : isLog   ? logFolder() + number + QStringLiteral(".csv")
-                                    : m_folder + QStringLiteral("/saved"));
+        files->selectFile(plan == 7 ? m_folder + "/missing/log.csv"
+                          : isLog   ? logFolder() + number + ".csv"
+                                    : m_folder + "/saved");
     }
     dialog->done(isAccepted ? QDialog::Accepted : QDialog::Rejected);
 }
@@ -220,10 +220,10 @@ void Player::checkAlways()
 {
     const QStringList faults = Watch::takeFaults();
     if (!faults.isEmpty()) {
-        fail(QStringLiteral("warning: ") + faults.constFirst());
+        fail("warning: " + faults.constFirst());
     }
     if (StormChannel::exchangesWithTheDead() > 0) {
-        fail(QStringLiteral("a module that is gone was asked"));
+        fail("a module that is gone was asked");
     }
     checkPages();
 }
@@ -236,15 +236,13 @@ void Player::checkPages()
         const bool isOpen = container->parent() != nullptr;
         const int timers = QAbstractEventDispatcher::instance()->registeredTimers(container).size();
         if (timers > (isOpen ? 2 : 1)) {
-            fail(QStringLiteral("%1 timers in a container that is %2")
-                     .arg(timers)
-                     .arg(isOpen ? QStringLiteral("open") : QStringLiteral("closed")));
+            fail(QStringLiteral("%1 timers in a container that is %2").arg(timers).arg(isOpen ? "open" : "closed"));
         }
         const QList<QRadioButton *> radios = container->findChildren<QRadioButton *>();
         for (const QRadioButton *const radio : radios) {
             const int curve = radio->accessibleName().section(QLatin1Char(' '), 1, 1).toInt() - 1;
             for (const char *const pages : {"dockWidgetContentsX", "dockWidgetContentsY"}) {
-                const auto *const stack = container->findChild<QStackedWidget *>(QLatin1String(pages));
+                const auto *const stack = container->findChild<QStackedWidget *>(pages);
                 if (radio->isChecked() && stack->currentIndex() != curve) {
                     fail(QStringLiteral("curve %1 is chosen, the pages are those of %2")
                              .arg(curve)
@@ -261,13 +259,13 @@ void Player::checkThousand()
         return;
     }
     checkFiles();
-    QDir(QStringLiteral("pictures")).removeRecursively();
+    QDir("pictures").removeRecursively();
 }
 
 /// Every recording has its header and whole lines, numbered from 1 on, and no announced line is missing in all of them.
 void Player::checkFiles()
 {
-    static const QRegularExpression whole(QStringLiteral("^[0-9]+;(-?[0-9]*;)*$"));
+    static const QRegularExpression whole("^[0-9]+;(-?[0-9]*;)*$");
     qint64 lines = m_linesOfOldFiles;
     const QFileInfoList files = QDir(logFolder()).entryInfoList(QDir::Files);
     for (const QFileInfo &info : files) {
@@ -306,7 +304,7 @@ void Player::checkObjects()
     objects.remove("QPanGesture"); // Qt deletes those of destroyed widgets when it likes
     const QString growth = Watch::growth(m_objectsBefore, objects);
     if (!growth.isEmpty()) {
-        fail(QStringLiteral("objects that are left: ") + growth);
+        fail("objects that are left: " + growth);
     }
     // The points of four curves are kept for each container that is destroyed; up to 16384 of 16 bytes.
     constexpr qint64 keptBytes = 4 * 16384 * 16 + 20000;

@@ -192,13 +192,13 @@ void Player::log(const Op &op)
         sources(op);
         tick(op);
     }
-    click(chosen(op), QStringLiteral("cbLog"));
+    click(chosen(op), "cbLog");
     tick(op);
 }
 
 void Player::exportWindow(const Op &op)
 {
-    click(chosen(op), QStringLiteral("btnExport"));
+    click(chosen(op), "btnExport");
     QWidget *const window = m_host->window(static_cast<int>(op.c % StormHost::containerCount));
     auto *const shown = window == nullptr ? nullptr : window->findChild<ExportCSV *>();
     if (shown == nullptr) {
@@ -215,7 +215,7 @@ void Player::exportWindow(const Op &op)
 void Player::button(const Op &op)
 {
     const char *const names[] = {"btnCamera", "btnResetData", "btnRefresh"};
-    click(chosen(op), QLatin1String(names[op.a % 8U == 0U ? 0U : 1U + op.a % 2U]));
+    click(chosen(op), names[op.a % 8U == 0U ? 0U : 1U + op.a % 2U]);
 }
 
 void Player::strangeCall(const Op &op)

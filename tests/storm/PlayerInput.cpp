@@ -174,7 +174,7 @@ void Player::key(const Op &op)
     const QPointer<QWidget> target = op.c % 3U == 0U && plot != nullptr ? plot : widget(op);
     const int key = keys[op.b % 18U];
     const Qt::KeyboardModifiers modifiers = op.b / 18U % 6U == 0U ? Qt::ControlModifier : Qt::NoModifier;
-    QKeyEvent press(QEvent::KeyPress, key, modifiers, key == Qt::Key_A ? QStringLiteral("a") : QString());
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, key == Qt::Key_A ? "a" : QString());
     QCoreApplication::sendEvent(target, &press);
     if (target != nullptr) {
         QKeyEvent release(QEvent::KeyRelease, key, modifiers);
@@ -281,7 +281,7 @@ void Player::look(const Op &op)
         break;
     case 2:
     case 3:
-        target->setFont(QFont(QStringLiteral("DejaVu Sans"), numberIn(op.b, 1, 60)));
+        target->setFont(QFont("DejaVu Sans", numberIn(op.b, 1, 60)));
         break;
     case 4:
         QApplication::setLayoutDirection(op.b % 2U == 0U ? Qt::LeftToRight : Qt::RightToLeft);

@@ -23,12 +23,12 @@ QByteArray contentOf(const QString &path)
 QByteArray sceneSample()
 {
     shippedScenes(); // makes the resources known
-    return contentOf(shippedScenePath(QStringLiteral("four-curves")));
+    return contentOf(shippedScenePath("four-curves"));
 }
 
 QString readSceneBytes(const QByteArray &bytes)
 {
-    return readScene(bytes, QStringLiteral("scene.json")).error;
+    return readScene(bytes, "scene.json").error;
 }
 
 QString readScenePath(const QString &path)
@@ -52,7 +52,7 @@ QByteArray mapSample()
 
 QString readMapBytes(const QByteArray &bytes)
 {
-    return readRegisterMap(bytes, QStringLiteral("map.json")).error;
+    return readRegisterMap(bytes, "map.json").error;
 }
 
 QString readMapPath(const QString &path)
@@ -91,7 +91,7 @@ QString readRecordingBytes(const QByteArray &bytes)
 {
     QTemporaryFile file;
     return file.open() && file.write(bytes) == bytes.size() && file.flush() ? readRecordingPath(file.fileName())
-                                                                            : QStringLiteral("no temporary file");
+                                                                            : "no temporary file";
 }
 
 /// Without "@Variant": those who write settings here use texts, numbers and bytes only, and Qt's reader of the rest
@@ -107,7 +107,7 @@ QString readSettings(const QByteArray &bytes)
 {
     QTemporaryFile file;
     if (!file.open() || file.write(bytes) != bytes.size() || !file.flush()) {
-        return QStringLiteral("no temporary file");
+        return "no temporary file";
     }
     const QString previous = AppSettings::storeFile();
     AppSettings::setStoreFile(file.fileName());
@@ -127,15 +127,15 @@ QString readSettings(const QByteArray &bytes)
 
 QByteArray translationSample()
 {
-    Language::use(QStringLiteral("de")); // makes the resources known
-    return contentOf(QStringLiteral(":/translations/xy-plot-workbench_de.qm"));
+    Language::use("de"); // makes the resources known
+    return contentOf(":/translations/xy-plot-workbench_de.qm");
 }
 
 QString readTranslation(const QByteArray &bytes)
 {
     QTranslator translator;
     if (!translator.load(reinterpret_cast<const uchar *>(bytes.constData()), bytes.size())) {
-        return QStringLiteral("refused");
+        return "refused";
     }
     for (const char *const text : {"&File", "Messages", "Nothing", "%1 of %2 modules plugged in"}) {
         (void)translator.translate("MainWindow", text);
@@ -152,7 +152,7 @@ const std::vector<Reader> &readers()
         {"register map", mapSample, readMapBytes, readMapPath},
         {"recording", recordingSample, readRecordingBytes, readRecordingPath},
         {"settings file", settingsSample, readSettings, nullptr},
-        {"translation", translationSample, readTranslation, nullptr},
+        {"translation", translationSample, readTranslation, nullptr, true},
     };
     return all;
 }

@@ -14,6 +14,7 @@ struct Reader
     /// or an empty text.
     QString (*read)(const QByteArray &bytes);
     QString (*readFile)(const QString &path); ///< null when no path is read
+    bool trustsFile = false; ///< Qt's own reader, which may crash: its files come with the program or a plugin
 };
 
 const std::vector<Reader> &readers();

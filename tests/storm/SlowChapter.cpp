@@ -40,10 +40,10 @@ struct Measured
 /// \a curves of the window with the module, and a window with a module that answers at once beside it.
 Measured measure(const Case &each, int curves, int milliseconds)
 {
-    PluginHarness sick(pluginRoot(), QStringLiteral("Sick"));
-    PluginHarness healthy(pluginRoot(), QStringLiteral("Healthy"));
-    StormChannel *const healthyChannel = plugIn(&healthy.handler, QStringLiteral("W/0"), 1)->channel;
-    StormChannel *const channel = plugIn(&sick.handler, QStringLiteral("W/1"), 2)->channel;
+    PluginHarness sick(pluginRoot(), "Sick");
+    PluginHarness healthy(pluginRoot(), "Healthy");
+    StormChannel *const healthyChannel = plugIn(&healthy.handler, "W/0", 1)->channel;
+    StormChannel *const channel = plugIn(&sick.handler, "W/1", 2)->channel;
     for (PluginHarness *const harness : {&sick, &healthy}) {
         harness->open();
         chooseAll(harness, harness == &sick ? curves : 1);
@@ -99,20 +99,19 @@ void Chapters::slow(const Sizes &sizes)
             const bool isFault = !each.isBlocking && (measured.longestStopMs > stopMs || measured.closeMs > stopMs ||
                                                       measured.healthyPerSecond < share * usual);
             Report::add(
-                {QStringLiteral("slow"), QLatin1String(each.name), milliseconds,
+                {"slow", each.name, milliseconds,
                  QStringLiteral("%1 curves of this module, ms; another window with a healthy module").arg(curves),
                  QStringLiteral(
                      "longest stop of the event loop %1 ms; the healthy window got %2 samples/s; closing took %3 ms%4")
                      .arg(measured.longestStopMs)
                      .arg(measured.healthyPerSecond, 0, 'f', 0)
                      .arg(measured.closeMs)
-                     .arg(each.isBlocking ? QStringLiteral(" (nothing in a plugin limits this)") : QString()),
+                     .arg(each.isBlocking ? " (nothing in a plugin limits this)" : QString()),
                  isFault});
         }
     }
     const QStringList warnings = Watch::takeFaults();
     if (!warnings.isEmpty()) {
-        Report::add({QStringLiteral("slow"), QStringLiteral("warnings"), warnings.size(),
-                     QStringLiteral("all of these"), warnings.constFirst(), true});
+        Report::add({"slow", "warnings", warnings.size(), "all of these", warnings.constFirst(), true});
     }
 }

@@ -123,7 +123,7 @@ StormModule::StormModule(const QString &key, quint32 shape)
         auto *const set = new RegisterSet(static_cast<int>(index * 60U), 32, QStringLiteral("Status %1").arg(index),
                                           QString(), Register::Readable, this);
         for (quint32 field = 0; field < index; ++field) {
-            set->addFraction(static_cast<int>(field * 8U), static_cast<int>(4U + field), QStringLiteral("Load"));
+            set->addFraction(static_cast<int>(field * 8U), static_cast<int>(4U + field), "Load");
         }
         m_registers.append(set);
     }
@@ -140,8 +140,8 @@ void StormModule::addParameter(const QString &group, int number, const QString &
     Parameter parameter;
     parameter.number = number;
     parameter.name = name;
-    parameter.nameSuffix = QStringLiteral("[raw]");
-    parameter.access = QStringLiteral("rw");
+    parameter.nameSuffix = "[raw]";
+    parameter.access = "rw";
     m_groups[group].insert(QStringLiteral("par::%1").arg(number), parameter);
 }
 

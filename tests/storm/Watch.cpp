@@ -51,15 +51,14 @@ void (*announcer)(int number) = nullptr;
 void noteMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     // The platform's own, and the one of a rate that was 0: the timer's number is kept on purpose.
-    static const QRegularExpression expected(
-        QStringLiteral("^This plugin does not support |killTimer.*not valid|propagateSizeHints"));
+    static const QRegularExpression expected("^This plugin does not support |killTimer.*not valid|propagateSizeHints");
     if (type == QtFatalMsg) {
         previous(type, context, text);
     }
     if (PlotterWindow::announcesLogLine(text)) {
         ++announced;
         if (announcer != nullptr) {
-            announcer(text.section(QStringLiteral("new line: "), 1).section(QLatin1Char(';'), 0, 0).trimmed().toInt());
+            announcer(text.section("new line: ", 1).section(QLatin1Char(';'), 0, 0).trimmed().toInt());
         }
     } else if ((type == QtWarningMsg || type == QtCriticalMsg) && !expected.match(text).hasMatch()) {
         faults.append(text);
@@ -121,7 +120,7 @@ QString Watch::growth(const QMap<QByteArray, int> &before, const QMap<QByteArray
             more.append(QStringLiteral("%1 %2").arg(difference).arg(QString::fromLatin1(entry.key())));
         }
     }
-    return more.join(QStringLiteral(", "));
+    return more.join(", ");
 }
 
 qint64 Watch::heapBytes()
@@ -135,15 +134,13 @@ qint64 Watch::heapBytes()
 
 qint64 Watch::residentBytes()
 {
-    QFile file(QStringLiteral("/proc/self/statm"));
+    QFile file("/proc/self/statm");
     return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE) : 0;
 }
 
 int Watch::descriptors()
 {
-    return QDir(QStringLiteral("/proc/self/fd"))
-        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
-        .size();
+    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
 int Watch::timers()

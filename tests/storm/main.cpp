@@ -45,7 +45,7 @@ void runInChild(const QString &name, const QStringList &arguments)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("--here"), name} + arguments);
+    process.start(QCoreApplication::applicationFilePath(), QStringList{"--here", name} + arguments);
     while (process.waitForReadyRead(-1) || process.canReadLine()) {
         while (process.canReadLine()) {
             Report::add(Report::row(QString::fromUtf8(process.readLine())));
@@ -53,8 +53,8 @@ void runInChild(const QString &name, const QStringList &arguments)
     }
     process.waitForFinished(-1);
     if (process.exitStatus() == QProcess::CrashExit || process.exitCode() > 1) {
-        Report::add({name, QStringLiteral("the whole chapter"), 1, QString(),
-                     QStringLiteral("ended with %1").arg(process.exitCode()), true});
+        Report::add(
+            {name, "the whole chapter", 1, QString(), QStringLiteral("ended with %1").arg(process.exitCode()), true});
     }
 }
 
@@ -66,21 +66,21 @@ int runChapters(QStringList arguments)
     QStringList names;
     while (!arguments.isEmpty()) {
         const QString argument = arguments.takeFirst();
-        if (argument == QLatin1String("--long")) {
+        if (argument == "--long") {
             sizes.isLong = true;
             sizeArguments.append(argument);
-        } else if (argument == QLatin1String("--here")) {
+        } else if (argument == "--here") {
             isHere = true;
-        } else if (argument.startsWith(QLatin1String("--")) && !arguments.isEmpty()) {
+        } else if (argument.startsWith("--") && !arguments.isEmpty()) {
             const QString value = arguments.takeFirst();
-            sizeArguments += argument == QLatin1String("--save") ? QStringList() : QStringList{argument, value};
-            if (argument == QLatin1String("--seed")) {
+            sizeArguments += argument == "--save" ? QStringList() : QStringList{argument, value};
+            if (argument == "--seed") {
                 sizes.seed = value.toUInt();
-            } else if (argument == QLatin1String("--count")) {
+            } else if (argument == "--count") {
                 sizes.count = value.toInt();
-            } else if (argument == QLatin1String("--hours")) {
+            } else if (argument == "--hours") {
                 sizes.hours = value.toDouble();
-            } else if (argument == QLatin1String("--save")) {
+            } else if (argument == "--save") {
                 Report::setFile(value);
             }
         } else {
@@ -89,11 +89,11 @@ int runChapters(QStringList arguments)
     }
     int known = 0;
     for (const Chapter &chapter : chapters) {
-        if (names.isEmpty() || names.contains(QLatin1String(chapter.name))) {
+        if (names.isEmpty() || names.contains(chapter.name)) {
             if (isHere) {
                 chapter.run(sizes);
             } else {
-                runInChild(QLatin1String(chapter.name), sizeArguments);
+                runInChild(chapter.name, sizeArguments);
             }
             ++known;
         }
@@ -110,7 +110,7 @@ int runChapters(QStringList arguments)
 int Chapters::child(const QStringList &arguments)
 {
     for (const ChildTask &task : childTasks) {
-        if (arguments.constFirst() == QLatin1String(task.name)) {
+        if (arguments.constFirst() == task.name) {
             return task.run(arguments.mid(1));
         }
     }
@@ -123,7 +123,7 @@ Ended runChild(const QStringList &arguments, int timeoutMs, const QStringList &e
     QElapsedTimer clock;
     clock.start();
     process.setEnvironment(environment + QProcess::systemEnvironment());
-    process.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("child")} + arguments);
+    process.start(QCoreApplication::applicationFilePath(), QStringList{"child"} + arguments);
     Ended ended;
     if (!process.waitForFinished(timeoutMs)) {
         process.kill();
@@ -151,15 +151,15 @@ int main(int argc, char **argv)
     prepareTestApplication();
     QApplication::setQuitOnLastWindowClosed(false);
     QDir::setCurrent(home.path());
-    AppSettings::setStoreFile(home.filePath(QStringLiteral("settings.ini")));
-    AppSettings().setValue(QStringLiteral("Pictures/Folder"), home.filePath(QStringLiteral("pictures")));
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), qApp, "nothing"); // opens no other program
+    AppSettings::setStoreFile(home.filePath("settings.ini"));
+    AppSettings().setValue("Pictures/Folder", home.filePath("pictures"));
+    QDesktopServices::setUrlHandler("file", qApp, "nothing"); // opens no other program
     Watch::install();
     const QStringList arguments = QApplication::arguments().mid(1);
-    if (arguments.value(0) == QLatin1String("child")) {
+    if (arguments.value(0) == "child") {
         return Chapters::child(arguments.mid(1));
     }
-    if (arguments.value(0) == QLatin1String("document")) {
+    if (arguments.value(0) == "document") {
         std::fputs(Report::document(arguments.value(1)).toUtf8().constData(), stdout);
         return 0;
     }

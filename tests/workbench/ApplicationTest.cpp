@@ -116,10 +116,30 @@ private slots:
         const RunPlan bare = planned(QStringLiteral("--plugin y.so"), false);
         QVERIFY(!bare.isTimed && !bare.hasScene && bare.scene.modules.size() == 3 && bare.scene.curves.isEmpty());
         QCOMPARE(bare.requiredPlugins, 2);
+        const QString file = temporaryPath("bench.xyplot");
+        QVERIFY(QFile::copy(startScenePath(), file));
+        const RunPlan opened = planned(file, false); // from the event loop, when a person can be asked
+        QVERIFY(!opened.hasScene && opened.openFile == file && opened.scene.title == bare.scene.title);
+        const RunPlan timed = planned(QStringLiteral("--seconds 1 ") + file, false);
+        QVERIFY(timed.hasScene && timed.isSceneAsked && timed.openFile.isEmpty() && timed.scenePath == file);
         const QString log = temporaryPath("run.csv");
         QVERIFY(planned(QStringLiteral("--log ") + log, false).picture.isEmpty());
         const RunPlan both = planned(QStringLiteral("--log %1 --picture %1.png").arg(log), false);
         QVERIFY(both.isTimed && both.log == log && both.picture == log + QStringLiteral(".png"));
+    }
+
+    void onlyRunsOfPeopleAreRemembered()
+    {
+        for (const char *const arguments :
+             {"--palette dark", "bench.xyplot", "--settings s.ini", "--scene circle --settings s.ini"}) {
+            QVERIFY2(keepsState(parsed(QString::fromLatin1(arguments)).options, false), arguments);
+            QVERIFY2(!keepsState(parsed(QString::fromLatin1(arguments)).options, true), arguments);
+        }
+        for (const char *const arguments :
+             {"--scene circle", "--seconds 1 --settings s.ini", "--log l.csv bench.xyplot", "--picture p.png",
+              "--self-test --settings s.ini"}) {
+            QVERIFY2(!keepsState(parsed(QString::fromLatin1(arguments)).options, false), arguments);
+        }
     }
 
     void runEndsAsItWent_data()

@@ -93,6 +93,27 @@ private slots:
         QVERIFY2(!QDir(temporaryPath("config")).exists(), "the user's settings were touched");
     }
 
+    void setUpWithSeveralContainersIsRecorded()
+    {
+        QFile file(temporaryPath("bench.xyplot"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(R"({ "title": "T", "modules": [ { "kind": "servo-1", "key": "S" } ],
+            "containers": [ { "plugin": "XYPlotter", "window": { "state": "closed" }, "curves": [
+                { "x": { "module": "S", "value": "Actual position [increments]" },
+                  "y": { "module": "S", "value": "Actual velocity [increments/s]" } },
+                { "x": null, "y": null } ] },
+              { "plugin": "XYPlotter", "curves": [] } ] })");
+        file.close();
+        const Outcome outcome = run("../bench.xyplot --seconds 0.5 --log run.csv --picture out.png");
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(outcome.exitCode, 0);
+        QCOMPARE(leftBehind(), QStringList({"out.png", "run.csv"}));
+        QFile log(folder() + QStringLiteral("/run.csv"));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QList<QByteArray> lines = log.readAll().split('\n');
+        QVERIFY(lines.size() > 10 && lines.at(1).count(';') == 3); // of the one curve that has sources
+    }
+
     void sameCommandRecordsTheSameLines()
     {
         QList<QByteArray> earlier;

@@ -80,6 +80,32 @@ private slots:
         QVERIFY(!window.main->isVisible());
     }
 
+    void removedContainersLeaveTheirNamesToOthers()
+    {
+        const Window window;
+        window.main->openContainer(window.container);
+        ContainerInterface *const second = window.main->addContainer();
+        window.main->openContainer(second);
+        const auto *const toolBar = window.main->findChild<QToolBar *>();
+        QCOMPARE(toolBar->actions().size(), 2);
+        QVERIFY(!toolBar->actions().at(0)->isChecked() && toolBar->actions().at(1)->isChecked()); // which is in front
+        window.main->openContainer(window.container);
+        const QList<QAction *> actions = window.main->findChildren<QAction *>();
+        for (QAction *const action : actions) {
+            if (action->text() == QLatin1String("&Remove")) {
+                action->trigger();
+                break; // the container's own action is gone
+            }
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(window.workbench.containers(), QList<ContainerInterface *>({second}));
+        QCOMPARE(toolBar->actions().size(), 1);
+        QVERIFY(!toolBar->actions().constFirst()->text().endsWith("(2)"));
+        // Their settings are kept under their names: no two may have the same.
+        QCOMPARE(window.main->addContainer()->name(), QStringLiteral("MinimalContainer 1"));
+        QCOMPARE(window.main->addContainer()->name(), QStringLiteral("MinimalContainer 3"));
+    }
+
     void statusBarShowsModulesAndMessages()
     {
         Window window;

@@ -270,8 +270,12 @@
 <context>
     <name>DeviceDialog</name>
     <message>
-        <source>Add %1 Device</source>
-        <translation>%1-Gerät hinzufügen</translation>
+        <source>Add Modbus TCP Device</source>
+        <translation>Modbus-TCP-Gerät hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add Modbus RTU Device</source>
+        <translation>Modbus-RTU-Gerät hinzufügen</translation>
     </message>
     <message>
         <source>Edit %1</source>
@@ -925,6 +929,14 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
         <source>Bring the next window to the front</source>
         <translation>Das nächste Fenster nach vorn holen</translation>
     </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>Close the container&apos;s window for good, with its curves and its place in the tool bar</source>
+        <translation>Das Fenster des Containers endgültig schließen, mit seinen Kurven und seinem Platz in der Werkzeugleiste</translation>
+    </message>
 </context>
 <context>
     <name>MessageModel</name>
@@ -1313,6 +1325,10 @@ Optionen:
         <translation>--picture: erwartet wird der Name einer PNG-Datei, gefunden wurde „%1“</translation>
     </message>
     <message>
+        <source>Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given more than once. Without --scene the first two values of an axis are drawn.</source>
+        <translation>Ein Modbus-Gerät hinzufügen: modbus-tcp:HOST:PORT/UNIT,MAP oder modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP; MAP ist seine Registerkarte. Darf mehrfach vorkommen. Ohne --scene werden die ersten beiden Werte einer Achse gezeichnet.</translation>
+    </message>
+    <message>
         <source>Colours of the windows: light, dark or system; by default as chosen in the View menu.</source>
         <translation>Farben der Fenster: light, dark oder system; sonst wie im Menü Ansicht gewählt.</translation>
     </message>
@@ -1323,10 +1339,6 @@ Optionen:
     <message>
         <source>Play a recording: a CSV file that was logged, or any other with a header line. Its curves are shown, or those of --scene when that is given.</source>
         <translation>Eine Aufzeichnung abspielen: eine protokollierte CSV-Datei oder eine andere mit Kopfzeile. Gezeigt werden ihre Kurven, oder die von --scene, wenn das angegeben ist.</translation>
-    </message>
-    <message>
-        <source>Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given more than once. Without --scene the first two values of an axis are drawn.</source>
-        <translation>Ein Modbus-Gerät hinzufügen: modbus-tcp:HOST:PORT/UNIT,MAP oder modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP; MAP ist seine Registerkarte. Darf mehrfach vorkommen. Ohne --scene werden die ersten beiden Werte einer Achse gezeichnet.</translation>
     </message>
 </context>
 <context>

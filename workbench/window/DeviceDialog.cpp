@@ -123,8 +123,8 @@ DeviceDialog::DeviceDialog(ModuleRack *rack, int index, QWidget *parent)
 DeviceDialog::DeviceDialog(ModuleRack *rack, int index, const ModuleSettings &settings, QWidget *parent)
     : QDialog(parent), m_rack(rack), m_index(index), m_medium(deviceOf(settings).connection.medium)
 {
-    const QString medium = m_medium == Medium::Tcp ? QStringLiteral("Modbus TCP") : QStringLiteral("Modbus RTU");
-    setWindowTitle(index == newDevice ? tr("Add %1 Device").arg(medium) : tr("Edit %1").arg(settings.key));
+    const QString newTitle = m_medium == Medium::Tcp ? tr("Add Modbus TCP Device") : tr("Add Modbus RTU Device");
+    setWindowTitle(index == newDevice ? newTitle : tr("Edit %1").arg(settings.key));
     makeFields();
     showSettings(settings);
     // The place is another's once the rack has changed behind the dialog.
@@ -243,11 +243,13 @@ void DeviceDialog::showSettings(const ModuleSettings &settings)
     const ConnectionSettings &connection = device.connection;
     if (m_medium == Medium::Tcp) {
         m_host->setText(connection.host);
+        m_host->selectAll();
         m_port->setValue(connection.port);
     } else {
         if (!connection.serialPort.isEmpty()) {
             m_serialPort->setEditText(connection.serialPort);
         }
+        m_serialPort->lineEdit()->selectAll(); // it has the focus: what is typed takes its place
         choose(m_baud, connection.baud);
         choose(m_parity, int(connection.parity));
         choose(m_stopBits, connection.stopBits);

@@ -129,6 +129,10 @@ void MainWindow::removeContainer(ContainerInterface *container)
     delete m_actions.take(container);
     m_recordings->containerRemoved(container);
     m_workbench->removeContainer(container);
+    for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action) {
+        action.value()->setText(titleOf(action.key())); // those behind it count one less
+    }
+    showActive();
 }
 
 WindowPlace MainWindow::placeOf(ContainerInterface *container) const
@@ -294,6 +298,13 @@ void MainWindow::makeMenus()
     QAction *const closeAction = add(tr("&Close"), tr("Close the container's window; its curves and sources are kept"));
     closeAction->setShortcuts({QKeySequence(QStringLiteral("Ctrl+W")), QKeySequence(QStringLiteral("Ctrl+F4"))});
     connect(closeAction, &QAction::triggered, m_workspace, &QMdiArea::closeActiveSubWindow);
+    connect(
+        add(tr("&Remove"), tr("Close the container's window for good, with its curves and its place in the tool bar")),
+        &QAction::triggered, this, [this] {
+            if (ContainerInterface *const front = frontContainer()) {
+                removeContainer(front);
+            }
+        });
     m_containerMenu->addSeparator();
     menuBar()->addMenu(new HelpMenu(this));
 }

@@ -4,6 +4,8 @@
 #include "modules/ModuleRack.h"
 #include "window/ModuleRow.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QScrollArea>
 #include <QStyle>
 #include <QTimer>
@@ -49,7 +51,12 @@ void ModulePanel::addRow(int index)
     m_layout->insertWidget(index, row); // before the stretch
     m_rows.insert(index, row);
     row->refresh();
-    // As wide as the boxes need in the language of the program; there is no scrolling sideways.
+    fitWidth();
+}
+
+/// As wide as the rows need in the language of the program; there is no scrolling sideways.
+void ModulePanel::fitWidth()
+{
     const int scrollBarWidth = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     m_scrollArea->setMinimumWidth(qMax(minimumWidthPixels, m_layout->minimumSize().width() + scrollBarWidth));
 }
@@ -74,7 +81,11 @@ void ModulePanel::refresh(int index)
         addRow(index);
         // Once it has its place: who has added a module wants to see it.
         ModuleRow *const row = m_rows.constLast();
-        QTimer::singleShot(0, row, [this, row] { m_scrollArea->ensureWidgetVisible(row); });
+        QTimer::singleShot(0, row, [this, row] {
+            fitWidth(); // now that its fonts are known
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+            m_scrollArea->ensureWidgetVisible(row);
+        });
     } else {
         m_rows.at(index)->refresh();
     }

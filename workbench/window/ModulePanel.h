@@ -23,6 +23,7 @@ public:
 
 private:
     void addRow(int index);
+    void fitWidth();
     void makeRowsAgain();
     void refresh(int index);
     void showAnswers();

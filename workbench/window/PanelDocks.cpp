@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QMainWindow>
+#include <QScrollArea>
 
 namespace
 {
@@ -24,7 +25,8 @@ void focusFirst(const QWidget &panel)
 {
     const QList<QWidget *> widgets = panel.findChildren<QWidget *>();
     for (QWidget *const widget : widgets) {
-        if ((widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget->isVisible() && widget->isEnabled()) {
+        if ((widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget->isVisible() && widget->isEnabled() &&
+            qobject_cast<QScrollArea *>(widget) == nullptr) {
             widget->setFocus(Qt::ShortcutFocusReason);
             return;
         }
@@ -58,7 +60,7 @@ PanelDocks::PanelDocks(QMainWindow *window, Workbench *workbench, const AnswerWa
 void PanelDocks::fit(const QSize &available)
 {
     const ScreenFit fit(available);
-    const int height = qBound(minimumBottomHeight, fit.size.height() / 4, maximumBottomHeight);
+    const int height = qBound(minimumBottomHeight, fit.size.height() / 5, maximumBottomHeight);
     m_window->resizeDocks({m_messages}, {height}, Qt::Vertical);
     m_modules->setVisible(fit.showsModules);
     for (QDockWidget *const dock : {m_messages, m_recording, m_exchanges}) {

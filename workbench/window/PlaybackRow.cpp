@@ -73,6 +73,7 @@ PlaybackRow::PlaybackRow(ModuleRack *rack, const AnswerWatch *watch, int index, 
     m_position->setWordWrap(true);
     m_notes = new QLabel;
     m_notes->setWordWrap(true);
+    m_notes->setTextFormat(Qt::PlainText); // it shows texts of the file
     addControls();
     for (QWidget *const control : std::initializer_list<QWidget *>{m_slider, m_speed, m_beside}) {
         control->setFocusPolicy(Qt::StrongFocus); // not by the wheel

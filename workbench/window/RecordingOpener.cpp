@@ -52,7 +52,9 @@ void RecordingOpener::openOrAsk(const QString &path)
                                                               tr("Recordings (*.csv *.txt *.tsv);;All files (*)"));
     const QString problem = chosen.isEmpty() ? QString() : open(chosen);
     if (!problem.isEmpty()) {
-        QMessageBox::warning(m_window, tr("Open Recording"), problem);
+        QMessageBox box(QMessageBox::Warning, tr("Open Recording"), problem, QMessageBox::Ok, m_window);
+        box.setTextFormat(Qt::PlainText); // it shows texts of the file
+        box.exec();
     }
 }
 

@@ -94,9 +94,13 @@ ContainerInterface *Workbench::addContainer(int plugin)
     ContainerInterface *const root = m_plugins[size_t(plugin)]->root();
     // The settings of a clone are kept under its name: the same clones have to get the same names at every start,
     // whatever other plugins are there.
-    const auto number = 1 + std::count_if(m_containers.cbegin(), m_containers.cend(), isOfClassOf(root));
     const QString className = QString::fromLatin1(root->metaObject()->className());
-    const QString name = QStringLiteral("%1 %2").arg(className).arg(number);
+    QString name;
+    int number = 0;
+    do { // the first that is free: others may have been removed
+        name = QStringLiteral("%1 %2").arg(className).arg(++number);
+    } while (std::any_of(m_containers.cbegin(), m_containers.cend(),
+                         [&name](const auto &other) { return other->name() == name; }));
     PluginInterface *const clone = root->clone(name, &m_handler);
     auto *const container = qobject_cast<ContainerInterface *>(clone);
     if (container == nullptr) {

@@ -7,3 +7,10 @@ string(REGEX MATCHALL "modbus_[a-z_]*(write|send|reply|report)[a-z_]*" found "${
 if(found)
   message(FATAL_ERROR "${PROGRAM} uses ${found}")
 endif()
+# All four are there: what is looked at is the program that reads.
+string(REGEX MATCHALL "modbus_read_[a-z_]+" reads "${symbols}")
+list(REMOVE_DUPLICATES reads)
+list(LENGTH reads count)
+if(NOT count EQUAL 4)
+  message(FATAL_ERROR "${PROGRAM} reads by \"${reads}\"")
+endif()
