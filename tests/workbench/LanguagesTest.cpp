@@ -1,5 +1,6 @@
 #include "GrowingPlot.h"
 #include "application/Language.h"
+#include "application/Options.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -288,7 +289,12 @@ private slots:
     void manualsSayTheSame()
     {
         const QStringList english = entriesOfManual("../packaging/xy-plot-workbench.1.in");
-        QVERIFY(english.filter(QStringLiteral("\\-\\-")).size() > 10);
+        auto option = QRegularExpression(QStringLiteral("\n  --([a-z-]+)")).globalMatch(optionsHelp());
+        QVERIFY(option.hasNext());
+        while (option.hasNext()) {
+            const QString name = option.next().captured(1).replace(QLatin1Char('-'), QLatin1String("\\-"));
+            QVERIFY2(!english.filter(QLatin1String("\\-\\-") + name).isEmpty(), qPrintable(name));
+        }
         QCOMPARE(entriesOfManual("../packaging/xy-plot-workbench.de.1.in"), english);
     }
 
