@@ -239,8 +239,7 @@ private:
     /// A text for one line of a table.
     QString shortText(const QJsonObject &object, const QString &place, const QString &name, bool isRequired)
     {
-        const QString text =
-            isRequired ? m_reader.text(object, place, name) : m_reader.text(object, place, name, QString());
+        QString text = isRequired ? m_reader.text(object, place, name) : m_reader.text(object, place, name, QString());
         if (text != text.simplified() || text.size() > RegisterMapFormat::maximumNameCharacters) {
             m_reader.addError(place, name,
                               Text::tr("up to %1 characters in one line, without blanks around them")
