@@ -123,10 +123,45 @@ struct Trouble
     qint64 slowestTickMs; ///< allowed
 };
 
-QVector<Trouble> troubles(const QString &folder)
+/// Those that only the system's administrator can cause.
+QVector<Trouble> troublesByRights(const QString &folder)
 {
     const auto nothing = [](const QString &) {};
-    QVector<Trouble> all{
+    QVector<Trouble> all;
+    all.append({"file made read-only",
+                [](const QString &path) {
+                    chmod(qPrintable(path), 0444);
+                    seteuid(nobody);
+                },
+                [](const QString &path) {
+                    seteuid(0);
+                    chmod(qPrintable(path), 0644);
+                },
+                "lines are lost meanwhile", true, 1000});
+    const QString image = folder + "/image";
+    const QString mounted = folder + "/mounted";
+    QDir().mkpath(mounted);
+    run(QStringLiteral("(truncate -s 8M %1 && mkfs.ext4 -q %1 && mount -o loop %1 %2) >/dev/null 2>&1")
+            .arg(image, mounted));
+    if (QDir(mounted).exists("lost+found")) {
+        all.append({"file system that does not answer for 3 s (frozen)",
+                    [mounted](const QString &) {
+                        QProcess::startDetached(
+                            "sh", {"-c", QStringLiteral("fsfreeze -f %1; sleep 3; fsfreeze -u %1").arg(mounted)});
+                        QThread::msleep(500);
+                    },
+                    nothing, "the write waits for it, and the window with it; no line is lost", true, 6000});
+    } else {
+        Report::add({"log", "file system that does not answer", 0, "a recording",
+                     "not tried: no file system could be mounted here", false});
+    }
+    return all;
+}
+
+QVector<Trouble> troubles()
+{
+    const auto nothing = [](const QString &) {};
+    return {
         {"size limit of the process", [](const QString &) { limitFileSize(600); },
          [](const QString &) { limitFileSize(0); }, "lines that do not fit are lost whole, their numbers are missing",
          true, 1000},
@@ -166,44 +201,13 @@ QVector<Trouble> troubles(const QString &folder)
         {"last line cut by someone else", [](const QString &path) { QFile::resize(path, QFileInfo(path).size() - 3); },
          nothing, "the next line is glued to what is left", true, 1000},
     };
-    if (geteuid() != 0) {
-        return all;
-    }
-    all.append({"file made read-only",
-                [](const QString &path) {
-                    chmod(qPrintable(path), 0444);
-                    seteuid(nobody);
-                },
-                [](const QString &path) {
-                    seteuid(0);
-                    chmod(qPrintable(path), 0644);
-                },
-                "lines are lost meanwhile", true, 1000});
-    const QString image = folder + "/image";
-    const QString mounted = folder + "/mounted";
-    QDir().mkpath(mounted);
-    run(QStringLiteral("(truncate -s 8M %1 && mkfs.ext4 -q %1 && mount -o loop %1 %2) >/dev/null 2>&1")
-            .arg(image, mounted));
-    if (QDir(mounted).exists("lost+found")) {
-        all.append({"file system that does not answer for 3 s (frozen)",
-                    [mounted](const QString &) {
-                        QProcess::startDetached(
-                            "sh", {"-c", QStringLiteral("fsfreeze -f %1; sleep 3; fsfreeze -u %1").arg(mounted)});
-                        QThread::msleep(500);
-                    },
-                    nothing, "the write waits for it, and the window with it; no line is lost", true, 6000});
-    } else {
-        Report::add({"log", "file system that does not answer", 0, "a recording",
-                     "not tried: no file system could be mounted here", false});
-    }
-    return all;
 }
 
 void tryTroubles(const QString &folder)
 {
     std::signal(SIGXFSZ, SIG_IGN);
     Recorder recorder;
-    const QVector<Trouble> all = troubles(folder);
+    const QVector<Trouble> all = geteuid() == 0 ? troubles() + troublesByRights(folder) : troubles();
     for (const Trouble &trouble : all) {
         const bool isFrozen = trouble.slowestTickMs > 1000;
         const QString path = folder + (isFrozen ? "/mounted/log.csv" : "/logs/log.csv");
