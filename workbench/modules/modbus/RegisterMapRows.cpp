@@ -27,7 +27,6 @@ constexpr int variableBank = 2;
 constexpr int maximumFractions = 4;
 constexpr int minimumFractionBits = 4;
 
-constexpr int wholeBits = 32;
 constexpr int lowByteMask = 0xFF;
 
 using Group = RegisterMap::Group;
