@@ -77,7 +77,7 @@ QString RecordingOpener::open(const QString &path)
             used.append({other, readChoices(other).choices});
         }
     }
-    const QString problem = rack.add({key, recording});
+    QString problem = rack.add({key, recording});
     if (!problem.isEmpty()) {
         return problem;
     }
