@@ -45,7 +45,8 @@ LogState stateOf(const QByteArray &content)
     QList<QByteArray> lines = content.split('\n');
     state.isWhole = lines.takeLast().isEmpty();
     state.hasHeader = lines.size() >= 2 && lines.at(0).startsWith("Module:;") && lines.at(1).startsWith("Counter;");
-    for (const QByteArray &line : lines.mid(state.hasHeader ? 2 : 0)) {
+    const QList<QByteArray> dataLines = lines.mid(state.hasHeader ? 2 : 0);
+    for (const QByteArray &line : dataLines) {
         const int number = line.split(';').constFirst().toInt();
         state.isWhole = state.isWhole && line.endsWith(";\r") && number > state.lastNumber;
         state.lastNumber = number;

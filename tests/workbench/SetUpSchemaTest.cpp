@@ -69,7 +69,8 @@ private:
 
     static bool fitsText(const QJsonValue &value, const QJsonObject &rule)
     {
-        const QRegularExpression pattern(rule.value("pattern").toString());
+        const QString text = rule.value("pattern").toString();
+        const QRegularExpression pattern(text);
         return (!rule.contains("enum") || rule.value("enum").toArray().contains(value)) &&
                (!value.isString() || value.toString().contains(pattern));
     }
@@ -232,8 +233,10 @@ private slots:
             objectIn(QStringLiteral(DOCUMENT_FOLDER "/setup.schema.json")).value("$defs").toObject();
         for (const QJsonValue &definition : definitions) {
             QStringList words = definition.toObject().value("properties").toObject().keys();
-            for (const auto property : definition.toObject().value("properties").toObject()) {
-                for (const auto choice : property.toObject().value("enum").toArray()) {
+            const QJsonObject properties = definition.toObject().value("properties").toObject();
+            for (const auto property : properties) {
+                const QJsonArray choices = property.toObject().value("enum").toArray();
+                for (const auto choice : choices) {
                     if (choice.isString()) { // numbers are in a row
                         words.append(choice.toString());
                     }

@@ -173,7 +173,8 @@ private slots:
         write(root.filePath(QStringLiteral("sys/class/tty/ttyS1/type")), "0\n"); // nothing is behind it
         QVERIFY(QFile::link(QStringLiteral("../../ttyUSB1"), root.filePath(QStringLiteral("dev/serial/by-id/usb-X"))));
         QStringList paths;
-        for (const SerialPort &port : serialPorts(root.path())) {
+        const auto ports = serialPorts(root.path());
+        for (const SerialPort &port : ports) {
             paths.append(root.relativeFilePath(port.path));
         }
         QCOMPARE(paths.join(QLatin1Char(' ')),
@@ -295,7 +296,8 @@ private slots:
             return labelText(panel, "trouble").contains(QStringLiteral("refuses the connection"));
         }));
         QPushButton *remove = nullptr;
-        for (QPushButton *const button : panel.findChildren<QPushButton *>()) {
+        const auto buttons = panel.findChildren<QPushButton *>();
+        for (QPushButton *const button : buttons) {
             remove = button->text() == QStringLiteral("Remove") ? button : remove;
         }
         QVERIFY(remove != nullptr);

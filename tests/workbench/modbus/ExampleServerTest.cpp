@@ -125,7 +125,8 @@ private slots:
         QVERIFY(lines.at(1).contains("Actual position [increments];Actual velocity [increments/s]"));
         QSet<int> quadrants;
         int logged = 0;
-        for (const QByteArray &line : lines.mid(2)) {
+        const QList<QByteArray> dataLines = lines.mid(2);
+        for (const QByteArray &line : dataLines) {
             const QList<QByteArray> columns = line.split(';');
             if (columns.size() < 3) {
                 continue;

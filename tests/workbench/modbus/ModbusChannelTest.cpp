@@ -132,7 +132,8 @@ void ModbusChannelTest::readsAroundWhatTheDeviceRefuses()
     server.takeRequests();
     const quint64 rounds = probe.statistics().answeredExchanges + 5;
     QVERIFY(waitUntil([&] { return probe.ask() && probe.statistics().answeredExchanges > rounds; }));
-    for (const RegisterSpan &request : server.takeRequests()) {
+    const auto requests = server.takeRequests();
+    for (const RegisterSpan &request : requests) {
         QCOMPARE(int{request.count}, 2);
     }
     QCOMPARE(probe.mistake(), QString());

@@ -44,7 +44,8 @@ QString joined(QStringList texts)
 QStringList textsIn(const QJsonValue &list)
 {
     QStringList texts;
-    for (const auto text : list.toArray()) {
+    const QJsonArray array = list.toArray();
+    for (const auto text : array) {
         texts.append(text.toString());
     }
     return texts;
