@@ -24,7 +24,7 @@ QImage painted(const MovedPlotter &plotter, int intervals, bool square)
     const double plotHeight = height - 101;
     const double plotWidth = square ? plotHeight : width - 101;
     const int bottom = height - 41;
-    const QPalette look = plotter.palette();
+    const QPalette &look = plotter.palette();
     const QColor light = look.color(QPalette::Light);
     QImage image(plotter.size(), QImage::Format_RGB32);
     image.fill(look.color(QPalette::Shadow));

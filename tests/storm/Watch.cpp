@@ -15,8 +15,8 @@
 #include <unordered_set>
 
 extern Q_CORE_EXPORT quintptr qtHookData[]; // Qt's own table for tools that follow objects
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes()
-    __attribute__((weak)); // NOLINT(bugprone-reserved-identifier)
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the sanitizers' name
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
 
 namespace
 {
@@ -130,8 +130,12 @@ qint64 Watch::heapBytes()
     if (&__sanitizer_get_current_allocated_bytes != nullptr) {
         return static_cast<qint64>(__sanitizer_get_current_allocated_bytes());
     }
+#if __GLIBC_PREREQ(2, 33)
     const auto info = mallinfo2();
-    return static_cast<qint64>(info.uordblks + info.hblkhd);
+#else
+    const auto info = mallinfo();
+#endif
+    return static_cast<qint64>(info.uordblks) + static_cast<qint64>(info.hblkhd);
 }
 
 qint64 Watch::residentBytes()

@@ -12,6 +12,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLocale>
+#include <QPointer>
 #include <QTreeWidget>
 
 namespace
@@ -157,6 +158,10 @@ private slots:
         QVERIFY(rack.modules.replace(1, {first, third.family}).contains(first)); // a key of another place
         QVERIFY(rack.handler.getModulePlugin(second) != nullptr);
         QVERIFY(rack.modules.add({second, third.family}).contains(second));
+        const QPointer<KAROModuleInterface> kept = rack.handler.getModulePlugin(second);
+        const SimulationSettings unknown{QStringLiteral("no-such-kind")};
+        QVERIFY(rack.modules.replace(1, {second, unknown}).contains("no-such-kind"));
+        QVERIFY(!kept.isNull()); // its values stay chosen
         QCOMPARE(rack.modules.count(), 2);
 
         rack.modules.remove(0);

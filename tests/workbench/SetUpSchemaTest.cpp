@@ -232,8 +232,8 @@ private slots:
             objectIn(QStringLiteral(DOCUMENT_FOLDER "/setup.schema.json")).value("$defs").toObject();
         for (const QJsonValue &definition : definitions) {
             QStringList words = definition.toObject().value("properties").toObject().keys();
-            for (const QJsonValue &property : definition.toObject().value("properties").toObject()) {
-                for (const QJsonValue &choice : property.toObject().value("enum").toArray()) {
+            for (const auto property : definition.toObject().value("properties").toObject()) {
+                for (const auto choice : property.toObject().value("enum").toArray()) {
                     if (choice.isString()) { // numbers are in a row
                         words.append(choice.toString());
                     }

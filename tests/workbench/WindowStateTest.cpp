@@ -122,7 +122,6 @@ private slots:
         auto *const menu = window.menuBar()->addMenu(QStringLiteral("View"));
         new AppearanceMenu(&window, menu, {QStringLiteral("de"), QStringLiteral("en")});
         window.show();
-        QColor lightWindow;
         for (const char *const name : {"&System", "&Dark", "&Light", "&Dark", "&System", "&System"}) {
             choose(*menu, QString::fromLatin1(name));
             QCoreApplication::processEvents();

@@ -128,7 +128,7 @@ bool useSettings(const QString &path)
 /// The language of the command line, or the \a remembered one, or that of the system.
 QString languageOf(const QStringList &arguments, const QString &remembered)
 {
-    const QString asked = languageOption(arguments);
+    QString asked = languageOption(arguments);
     if (!asked.isEmpty()) {
         return asked;
     }

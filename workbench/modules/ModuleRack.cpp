@@ -30,7 +30,7 @@ QString ModuleRack::add(const ModuleSettings &settings, quint32 seed)
     Place place;
     place.settings = settings;
     place.seed = seed;
-    const QString problem = isTaken(settings.key) ? takenText(settings.key) : plugIn(place);
+    QString problem = isTaken(settings.key) ? takenText(settings.key) : plugIn(place);
     if (problem.isEmpty()) {
         m_places.append(place);
         emit changed(count() - 1);
@@ -55,17 +55,17 @@ QString ModuleRack::replace(int index, const ModuleSettings &settings)
     Place place;
     place.settings = settings;
     place.seed = old.seed;
+    // Made before the old one goes: containers keep its values when there is no new one.
+    ModuleResult made = makeModule(settings, {m_handler, &m_clock, place.seed});
+    if (made.module == nullptr) {
+        return made.error;
+    }
     if (wasPluggedIn) {
         m_handler->removeModulePlugin(old.settings.key);
     }
-    const QString problem = plugIn(place);
-    if (problem.isEmpty()) {
-        m_places[index] = place;
-        emit replaced(index);
-    } else if (wasPluggedIn) {
-        plugIn(m_places[index]);
-        emit changed(index);
-    }
+    QString problem = plugIn(place, std::move(made));
+    m_places[index] = place;
+    emit replaced(index);
     return problem;
 }
 
@@ -228,7 +228,11 @@ QString ModuleRack::takenText(const QString &key)
 
 QString ModuleRack::plugIn(Place &place)
 {
-    ModuleResult made = makeModule(place.settings, {m_handler, &m_clock, place.seed});
+    return plugIn(place, makeModule(place.settings, {m_handler, &m_clock, place.seed}));
+}
+
+QString ModuleRack::plugIn(Place &place, ModuleResult made)
+{
     if (made.module == nullptr) {
         return made.error;
     }
@@ -237,6 +241,6 @@ QString ModuleRack::plugIn(Place &place)
     if (!m_handler->addModulePlugin(made.module.get())) {
         return takenText(place.settings.key);
     }
-    made.module.release(); // the registry owns it now
+    static_cast<void>(made.module.release()); // the registry owns it now
     return {};
 }

@@ -14,6 +14,7 @@
 #include <optional>
 
 class PluginHandler;
+struct ModuleResult;
 
 /**
  * The modules of the workbench, plugged in or not, and the clock that the simulated ones share.
@@ -108,6 +109,7 @@ private:
     bool isTaken(const QString &key) const;
     static QString takenText(const QString &key);
     QString plugIn(Place &place);
+    QString plugIn(Place &place, ModuleResult made);
     /// Sets \a member of the settings of a simulated module; whether that changed anything.
     template<typename Value> bool changeSimulation(int index, Value SimulationSettings::*member, const Value &value);
 

@@ -91,6 +91,7 @@ void ModbusFaultsTest::faultsGiveNoWrongValue()
 
     const MachineJitter jitter;
     std::vector<std::unique_ptr<FaultyDevice>> devices;
+    devices.reserve(FaultyLine::FaultCount);
     for (int fault = 0; fault < FaultyLine::FaultCount; ++fault) {
         devices.push_back(std::make_unique<FaultyDevice>(isSerial, static_cast<FaultyLine::Fault>(fault)));
     }

@@ -44,7 +44,7 @@ QString joined(QStringList texts)
 QStringList textsIn(const QJsonValue &list)
 {
     QStringList texts;
-    for (const QJsonValue &text : list.toArray()) {
+    for (const auto text : list.toArray()) {
         texts.append(text.toString());
     }
     return texts;

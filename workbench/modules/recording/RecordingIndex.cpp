@@ -226,8 +226,8 @@ int RecordingIndex::stepsBetween(qint64 counterBefore, qint64 counter)
 
 qint64 RecordingIndex::bytes() const
 {
-    return static_cast<qint64>(blocks.capacity() * sizeof(Block) +
-                               (carried.capacity() + first.capacity()) * sizeof(double));
+    const std::size_t numbers = carried.capacity() + first.capacity();
+    return static_cast<qint64>(blocks.capacity() * sizeof(Block)) + static_cast<qint64>(numbers * sizeof(double));
 }
 
 RecordingIndexResult buildRecordingIndex(QFile *file, const RecordingFormat &format)
