@@ -1,7 +1,7 @@
 # The pages of docs/ as HTML, for the Help menu and the package: ${CMAKE_BINARY_DIR}/guide/<language>/<page>.html
 #
-# cmark-gfm is small, a package of Debian, and knows the tables of the pages; Qt reads Markdown only from 5.14 on.
-# Without it the program is built all the same, and says that there is no guide.
+# cmark-gfm is small, a package of Debian, and supports the tables of the pages; Qt reads Markdown only from 5.14 on.
+# Without it the program is built without a guide, and the Help menu reports that.
 
 find_program(CMARK cmark-gfm)
 if(NOT CMARK)

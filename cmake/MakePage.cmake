@@ -1,4 +1,4 @@
-# Turns one page of docs/ into HTML. SOURCE, PAGE, LANGUAGE, and CMARK: the program that knows Markdown.
+# Turns one page of docs/ into HTML. SOURCE, PAGE, LANGUAGE, and CMARK: the program that converts Markdown.
 execute_process(COMMAND ${CMARK} --extension table --extension autolink ${SOURCE}
   OUTPUT_VARIABLE body RESULT_VARIABLE failed)
 if(failed)

@@ -103,7 +103,8 @@ zoomed, saved as a picture, exported as a table and recorded to CSV sample by
 sample.
 
 The workbench stands in for the host application: it loads container plugins
-as the host does and offers simulated modules whose motors really move.")
+as the host does, offers simulated modules whose motors really move, reads
+devices over Modbus, and plays recordings back.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME xy-plot-workbench-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)

@@ -49,7 +49,7 @@ allow setup 'PlotterWindow' 'setup/*' 'reading/*' 'modules/*' 'modules/*/*'
 allow logging 'PlotterWindow' 'logging/*' 'modules/*' 'modules/*/*'
 allow modules 'modules/*' 'modules/*/*'
 allow reading 'reading/*'
-# A kind of module knows no other kind, and nothing of the rack that holds it.
+# A family of modules uses no other family, nor the rack that holds its modules.
 for kind in $(git ls-files 'workbench/modules/*/*.h' | cut -d/ -f3 | sort -u); do
     allow "modules/$kind" "modules/$kind/*" 'reading/*'
 done

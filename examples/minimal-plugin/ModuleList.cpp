@@ -13,7 +13,7 @@ namespace
 {
 
 const char containerTitle[] = "Modules";
-constexpr int containerType = 6;                  // the number by which the host knows what kind of plugin this is
+constexpr int containerType = 6;                  // the number by which the host recognises the kind of plugin
 constexpr unsigned char commandAxisParameter = 6; // reads a parameter of one motor
 constexpr int readIntervalMs = 500;
 

@@ -72,7 +72,7 @@ bool Player::playNext()
         return false;
     }
     if (m_progress >= 0) {
-        // Whoever started this process reads it after a crash.
+        // After a crash the process that started this one reads it.
         [[maybe_unused]] const auto written = pwrite(m_progress, &m_next, sizeof m_next, 0);
     }
     alarm(longestSeconds); // the signal ends the process: an event must not stop everything

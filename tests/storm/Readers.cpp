@@ -22,7 +22,7 @@ QByteArray contentOf(const QString &path)
 
 QByteArray sceneSample()
 {
-    shippedScenes(); // makes the resources known
+    shippedScenes(); // registers the resources
     return contentOf(shippedScenePath("four-curves"));
 }
 
@@ -127,7 +127,7 @@ QString readSettings(const QByteArray &bytes)
 
 QByteArray translationSample()
 {
-    Language::use("de"); // makes the resources known
+    Language::use("de"); // registers the resources
     return contentOf(":/translations/xy-plot-workbench_de.qm");
 }
 

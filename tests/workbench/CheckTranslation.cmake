@@ -1,6 +1,6 @@
 # Every text of the rooms has its translation, and none is left over. The file that ships is only read.
 #   TRANSLATION  the .ts file        ROOMS  folders, with commas between        COPY  where to try
-#   MINIMUM      texts that there are at the minimum: a run of lupdate that finds nothing is no proof
+#   MINIMUM      minimum number of texts, so that a run of lupdate that finds nothing fails
 string(REPLACE "," ";" folders "${ROOMS}")
 configure_file(${TRANSLATION} ${COPY} COPYONLY)
 execute_process(COMMAND ${LUPDATE} ${folders} -ts ${COPY}

@@ -68,7 +68,7 @@ private slots:
                                  maximumWaitMs);
         QCOMPARE(shown(plot), QString());
 
-        // A curve that is switched off is not read: the notice is none of this window's any more.
+        // A curve that is switched off is not read: the window has no notice about its module.
         PlotterWindow::curveBoxes(plot.container).constFirst()->click();
         QTRY_VERIFY_WITH_TIMEOUT(!shown(plot).contains("old ones"), maximumWaitMs);
         QVERIFY2(plot.watch->headline().endsWith("curve 1 was switched off"), qPrintable(plot.watch->headline()));

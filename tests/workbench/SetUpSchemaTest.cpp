@@ -121,7 +121,7 @@ QJsonArray probesOf(const QJsonObject &rule)
     return probes;
 }
 
-/// Calls \a tryOne with \a value changed in each way, at every depth; \a place is for the person who reads a failure.
+/// Calls \a tryOne with \a value changed in each way, at every depth; \a place is for the text of a failure.
 void changeEverywhere(const Schema &schema, const QJsonValue &value, const QJsonObject &node, const QString &place,
                       const std::function<void(const QJsonValue &, const QString &)> &tryOne)
 {

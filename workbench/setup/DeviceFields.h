@@ -10,5 +10,5 @@ ModuleFields tcpDeviceFields();
 /// The fields of devices over Modbus RTU: "serialPort", "baud", "parity", "stopBits", "unit" and "map".
 ModuleFields rtuDeviceFields();
 
-/// Makes the paths of register maps absolute that are relative to \a folder, where the set-up lies.
+/// Makes relative paths of register maps absolute: they count from \a folder, that of the set-up.
 void resolveMapFiles(QList<ModuleSettings> &modules, const QString &folder);

@@ -21,7 +21,7 @@ struct ModuleFields
     QJsonObject (*write)(const ModuleSettings &settings);
 };
 
-/// All families. A further one is added in ModuleFields.cpp.
+/// All families; devices have two entries, one per kind of line. A further one is added in ModuleFields.cpp.
 const std::vector<ModuleFields> &moduleFields();
 
 /// Reads one module. \a isPluggedIn gets whether it is.

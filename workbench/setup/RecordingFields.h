@@ -5,5 +5,5 @@
 /// The fields of recordings: "file", "beside", "playing", "repeated" and "speedTenths".
 ModuleFields recordingFields();
 
-/// Lets the relative paths of recordings among \a modules begin in \a folder.
+/// Makes relative paths of recordings absolute: they count from \a folder, that of the set-up.
 void resolveRecordings(QList<ModuleSettings> &modules, const QString &folder);

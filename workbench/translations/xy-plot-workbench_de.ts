@@ -9,11 +9,11 @@
     </message>
     <message>
         <source>since %1 the values of %2 are old ones</source>
-        <translation>seit %1 sind die Werte von %2 alte</translation>
+        <translation>seit %1 sind die Werte von %2 alt</translation>
     </message>
     <message>
         <source>Not answering since %1: its values are old ones</source>
-        <translation>Antwortet nicht seit %1: seine Werte sind alte</translation>
+        <translation>Antwortet nicht seit %1: Seine Werte sind alt</translation>
     </message>
 </context>
 <context>
@@ -79,7 +79,7 @@
     <name>ChoiceReader</name>
     <message>
         <source>curve %1, %2: its page shows the module &quot;%3&quot;, but all curves share one module per side, which is &quot;%4&quot;</source>
-        <translation>Kurve %1, %2: ihre Seite zeigt das Modul „%3“, aber alle Kurven teilen sich je Seite ein Modul, und das ist „%4“</translation>
+        <translation>Kurve %1, %2: Ihre Seite zeigt das Modul „%3“, aber alle Kurven teilen sich je Seite ein Modul, und das ist „%4“</translation>
     </message>
 </context>
 <context>
@@ -291,11 +291,11 @@
     </message>
     <message>
         <source>Register &amp;map:</source>
-        <translation>&amp;Registerkarte:</translation>
+        <translation>&amp;Registerbelegung:</translation>
     </message>
     <message>
         <source>What the device is called in lists; without a name it is called after its register map</source>
-        <translation>Wie das Gerät in Listen heißt; ohne Namen heißt es nach seiner Registerkarte</translation>
+        <translation>Wie das Gerät in Listen heißt; ohne Namen heißt es nach seiner Registerbelegung</translation>
     </message>
     <message>
         <source>&amp;Name:</source>
@@ -307,7 +307,7 @@
     </message>
     <message>
         <source>Try to read the first value of the register map; nothing is written to the device</source>
-        <translation>Versuchen, den ersten Wert der Registerkarte zu lesen; in das Gerät wird nichts geschrieben</translation>
+        <translation>Versuchen, den ersten Wert der Registerbelegung zu lesen; in das Gerät wird nichts geschrieben</translation>
     </message>
     <message>
         <source>&amp;Add</source>
@@ -315,7 +315,7 @@
     </message>
     <message>
         <source>&amp;Change</source>
-        <translation>Ä&amp;ndern</translation>
+        <translation>Än&amp;dern</translation>
     </message>
     <message>
         <source>Name or address of the device, such as 192.168.0.10</source>
@@ -387,15 +387,15 @@
     </message>
     <message>
         <source>Choose the register map from a list</source>
-        <translation>Die Registerkarte in einer Liste auswählen</translation>
+        <translation>Die Registerbelegung in einer Liste auswählen</translation>
     </message>
     <message>
         <source>Register Map</source>
-        <translation>Registerkarte</translation>
+        <translation>Registerbelegung</translation>
     </message>
     <message>
         <source>Register maps (*.json);;All files (*)</source>
-        <translation>Registerkarten (*.json);;Alle Dateien (*)</translation>
+        <translation>Registerbelegungen (*.json);;Alle Dateien (*)</translation>
     </message>
     <message>
         <source>Trying…</source>
@@ -478,7 +478,7 @@
     </message>
     <message>
         <source>The register map cannot be used: %1</source>
-        <translation>Die Registerkarte ist nicht brauchbar: %1</translation>
+        <translation>Die Registerbelegung ist nicht brauchbar: %1</translation>
     </message>
     <message>
         <source>Unit %1 answers.</source>
@@ -490,7 +490,7 @@
     </message>
     <message>
         <source>Unit %1 answers, but not for &quot;%2&quot;: %3. Is it the right register map?</source>
-        <translation>Einheit %1 antwortet, aber nicht für „%2“: %3. Ist es die richtige Registerkarte?</translation>
+        <translation>Einheit %1 antwortet, aber nicht für „%2“: %3. Ist es die richtige Registerbelegung?</translation>
     </message>
     <message>
         <source>Unit %1 answers: &quot;%2&quot; is %3.</source>
@@ -618,7 +618,7 @@
     </message>
     <message>
         <source>&amp;Examples</source>
-        <translation>&amp;Beispiele</translation>
+        <translation>B&amp;eispiele</translation>
     </message>
     <message>
         <source>Open one of the set-ups that came with the program</source>
@@ -690,7 +690,7 @@
     </message>
     <message>
         <source>Set up &quot;%1&quot; in place of what is there</source>
-        <translation>„%1“ aufbauen an Stelle dessen, was da ist</translation>
+        <translation>„%1“ anstelle dessen aufbauen, was da ist</translation>
     </message>
     <message>
         <source>Begin Again</source>
@@ -789,7 +789,7 @@
     </message>
     <message>
         <source>&amp;About</source>
-        <translation>Ü&amp;ber</translation>
+        <translation>&amp;Über</translation>
     </message>
     <message>
         <source>Show version, licences and the version of Qt</source>
@@ -1195,7 +1195,7 @@ Die Werkzeugleiste öffnet einen, ebenso Alt+1.</translation>
     </message>
     <message>
         <source>%1 does not answer any more: its values are old ones from now on</source>
-        <translation>%1 antwortet nicht mehr: seine Werte sind von jetzt an alte</translation>
+        <translation>%1 antwortet nicht mehr: Ab jetzt sind seine Werte alt</translation>
     </message>
     <message>
         <source>%1 answers again, after %2 s</source>
@@ -1296,7 +1296,7 @@ Ein zweites beendet ihn sofort.
     </message>
     <message>
         <source>Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from earlier runs has a part in it.</source>
-        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Datei mit einem Aufbau. Nichts, was aus früheren Läufen aufbewahrt ist, spielt dabei mit.</translation>
+        <translation>Eine Szene einrichten: ein Name aus --list-scenes oder eine Datei mit einem Aufbau. Was aus früheren Läufen aufbewahrt ist, spielt dabei keine Rolle.</translation>
     </message>
     <message>
         <source>Usage: xy-plot-workbench [options] [FILE]
@@ -1326,7 +1326,7 @@ Optionen:
     </message>
     <message>
         <source>Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given more than once. Without --scene the first two values of an axis are drawn.</source>
-        <translation>Ein Modbus-Gerät hinzufügen: modbus-tcp:HOST:PORT/UNIT,MAP oder modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP; MAP ist seine Registerkarte. Darf mehrfach vorkommen. Ohne --scene werden die ersten beiden Werte einer Achse gezeichnet.</translation>
+        <translation>Ein Modbus-Gerät hinzufügen: modbus-tcp:HOST:PORT/UNIT,MAP oder modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP; MAP ist seine Registerbelegung. Darf mehrfach vorkommen. Ohne --scene werden die ersten beiden Werte einer Achse gezeichnet.</translation>
     </message>
     <message>
         <source>Colours of the windows: light, dark or system; by default as chosen in the View menu.</source>
@@ -1384,7 +1384,7 @@ Optionen:
     </message>
     <message>
         <source>Take the recording out and forget it; its file stays</source>
-        <translation>Die Aufzeichnung ausstecken und vergessen; ihre Datei bleibt</translation>
+        <translation>Die Aufzeichnung herausnehmen und vergessen; ihre Datei bleibt</translation>
     </message>
     <message>
         <source>%1: close</source>
@@ -1463,7 +1463,7 @@ Optionen:
     <name>PlotMenu</name>
     <message>
         <source>&amp;Plot</source>
-        <translation>&amp;Diagramm</translation>
+        <translation>Dia&amp;gramm</translation>
     </message>
     <message>
         <source>Curve &amp;%1</source>
@@ -1491,7 +1491,7 @@ Optionen:
     </message>
     <message>
         <source>Save &amp;Screenshot</source>
-        <translation>&amp;Bildschirmfoto speichern</translation>
+        <translation>Bild &amp;speichern</translation>
     </message>
     <message>
         <source>Save the plot as a picture; Messages says where it is</source>
@@ -1507,11 +1507,11 @@ Optionen:
     </message>
     <message>
         <source>&amp;Refresh Modules</source>
-        <translation>Module neu ein&amp;lesen</translation>
+        <translation>Module &amp;aktualisieren</translation>
     </message>
     <message>
         <source>Read the list of modules again; what was chosen goes on</source>
-        <translation>Die Liste der Module neu einlesen; was gewählt wurde, läuft weiter</translation>
+        <translation>Die Liste der Module neu lesen; was gewählt wurde, läuft weiter</translation>
     </message>
     <message>
         <source>Copy &amp;Picture</source>
@@ -1579,7 +1579,7 @@ Optionen:
     <name>RecordedModule</name>
     <message>
         <source>%1: the recording has been played to its end</source>
-        <translation>%1: die Aufzeichnung ist bis zum Ende abgespielt</translation>
+        <translation>%1: Die Aufzeichnung ist bis zum Ende abgespielt</translation>
     </message>
 </context>
 <context>
@@ -1641,7 +1641,7 @@ Optionen:
     </message>
     <message>
         <source>%1 has grown; take it out and plug it in again to play all of it</source>
-        <translation>%1 ist gewachsen; ausstecken und wieder einstecken, um alles abzuspielen</translation>
+        <translation>%1 ist gewachsen; herausnehmen und wieder einstecken, um alles abzuspielen</translation>
     </message>
     <message>
         <source>%1 was written to since it was opened</source>
@@ -1692,11 +1692,11 @@ Optionen:
     </message>
     <message>
         <source>The header names %1 curves and the lines hold %2: the names may be those of other curves.</source>
-        <translation>Der Kopf nennt %1 Kurven, und die Zeilen enthalten %2: die Namen können die anderer Kurven sein.</translation>
+        <translation>Der Kopf nennt %1 Kurven, und die Zeilen enthalten %2: Die Namen können die anderer Kurven sein.</translation>
     </message>
     <message>
         <source>the numbers &quot;%1&quot;</source>
-        <translation>die Zahlen &quot;%1&quot;</translation>
+        <translation>die Zahlen „%1“</translation>
     </message>
     <message>
         <source>lines with numbers</source>
@@ -2029,7 +2029,7 @@ Optionen:
     </message>
     <message>
         <source>the step in which a float32 is shown, for example 0.001</source>
-        <translation>die Stufe, in der ein float32 gezeigt wird, zum Beispiel 0.001</translation>
+        <translation>die Schrittweite, in der ein float32 gezeigt wird, zum Beispiel 0.001</translation>
     </message>
     <message>
         <source>a number above 0</source>
@@ -2107,7 +2107,7 @@ Optionen:
     </message>
     <message>
         <source>the decimal mark of the lines before (&quot;%1&quot;) and no digit grouping</source>
-        <translation>das Dezimalzeichen der Zeilen davor (&quot;%1&quot;) und keine Zifferngruppen</translation>
+        <translation>das Dezimalzeichen der Zeilen davor („%1“) und keine Zifferngruppen</translation>
     </message>
 </context>
 <context>

@@ -15,10 +15,10 @@ namespace
 
 constexpr int noticeTimeMs = 10000;
 
-/// What speakers of the language call it.
+/// The name of the language, in the language itself.
 QString ownName(const QString &code)
 {
-    // Qt says which English it is.
+    // Qt would name the country as well: "American English".
     return code == QLatin1String("en") ? QStringLiteral("English") : QLocale(code).nativeLanguageName();
 }
 

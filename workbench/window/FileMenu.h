@@ -45,7 +45,7 @@ public:
 
     /// From now on a person is asked before changes or a recording are lost, and the title follows the changes.
     void beginSession();
-    /// Nobody is there to be asked any more.
+    /// Ends that: the window closes without a question.
     void endSession();
 
     /// Whether the window may close; asks, if something would be lost.

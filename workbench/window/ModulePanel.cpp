@@ -79,7 +79,7 @@ void ModulePanel::refresh(int index)
 {
     if (index >= m_rows.size()) {
         addRow(index);
-        // Once it has its place: who has added a module wants to see it.
+        // Scrolls to the new row, once it has its place.
         ModuleRow *const row = m_rows.constLast();
         QTimer::singleShot(0, row, [this, row] {
             fitWidth(); // now that its fonts are known

@@ -19,7 +19,7 @@ public:
 
     void setNotices(const QStringList &notices);
 
-    /// No: what it is in would be stretched to its own wanted height. The bar keeps the height that its text needs.
+    /// False, or the layout around the bar would be stretched. The bar sets its height to what its text needs.
     bool hasHeightForWidth() const override;
 
 protected:

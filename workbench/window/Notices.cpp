@@ -115,7 +115,7 @@ void Notices::refresh(const Watched &watched)
     const bool isRecording = recording != nullptr && recording->state() == RecordingWatch::State::Recording;
     const QStringList troubles = troublesOf(*watched.sources);
     for (const QString &trouble : troubles) {
-        // One that begins with the key of a module begins as the key does.
+        // The one of the sources begins with the key of a module, whose first letter stays as it is.
         notices.append(trouble == watched.sources->problem() ? trouble : sentence(trouble));
     }
     if (isRecording && recording->linesWithOldValues() > 0) {

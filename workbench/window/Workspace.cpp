@@ -41,7 +41,7 @@ void Workspace::tile()
     }
     const QSize room = viewport()->size();
     const int fitting = std::max(1, room.width() / needed.width());
-    // As square as it can be, as people know it from other programs.
+    // As many columns as rows, or one more.
     int columns = 1;
     while (columns * columns < windows.size()) {
         ++columns;

@@ -297,7 +297,7 @@ void FaultyLine::waitForLine(int byteCount)
 void FaultyLine::dropClient()
 {
     if (m_isSerial) {
-        return; // a serial line knows no connections
+        return; // a serial line has no connections
     }
     for (int *const end : {&m_client, &m_server}) {
         if (*end >= 0) {

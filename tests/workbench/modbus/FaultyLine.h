@@ -19,7 +19,7 @@ public:
         Delayed,     ///< within the time that an answer may take
         Split,       ///< sent byte by byte
         Trickled,    ///< byte by byte, so slowly that the whole is late
-        RequestLost, ///< the server never sees it
+        RequestLost, ///< it does not reach the server
         AnswerLost,
         Late,      ///< after the time that an answer may take, when the client may already have asked again
         Twice,     ///< both copies at once

@@ -42,7 +42,8 @@ struct FaultyDevice
                                               Spans{pairAt(10), pairAt(400)});
     }
 
-    /// Whether the device goes on to answer. Transaction numbers tell copies of answers; a serial line has none.
+    /// Whether the device goes on to answer. Copies of answers are recognised by their transaction numbers,
+    /// which a serial line does not have.
     bool isHarmless() const
     {
         const bool isCopy = fault == FaultyLine::Twice || fault == FaultyLine::Merged;

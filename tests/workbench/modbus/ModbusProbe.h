@@ -41,7 +41,7 @@ private:
 /// Looks at \a condition in every tick of a few ms until it holds; false when it does not in time.
 bool waitUntil(const std::function<bool()> &condition, int limitMs = 20000);
 
-/// How much too late this machine wakes up threads that sleep: what a test can not blame on anybody. ms
+/// How late the machine wakes up threads that sleep, ms. Tests of durations allow for it.
 class MachineJitter
 {
 public:

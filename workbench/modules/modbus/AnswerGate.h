@@ -56,7 +56,7 @@ private:
     const std::function<void()> m_onEnd;
     Bytes m_request;          // the last one, complete or not
     bool m_isWaiting = false; // for the answer to it
-    Bytes m_received;         // the begin of an answer
+    Bytes m_received;         // the beginning of an answer
     mutable std::mutex m_mutex;
     ConnectionTrouble m_fault; // guarded, as the next is
     bool m_hasEnded = false;

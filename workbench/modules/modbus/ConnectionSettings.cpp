@@ -32,7 +32,7 @@ QString portFile(const QString &path)
 
 const QVector<int> &ConnectionSettings::standardBauds()
 {
-    // The protocol library takes any other for 9600 without a word.
+    // The protocol library silently takes 9600 for any other.
     static const QVector<int> bauds{1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200, 230400, 460800, 921600};
     return bauds;
 }

@@ -123,7 +123,7 @@ ConnectionTrouble SerialLink::open()
         return troubleOfOpen(error, path.constData());
     }
     const int descriptor = modbus_get_socket(m_context);
-    // The lock is for programs of every user, the other for those that know no lock.
+    // The lock also keeps out programs of the superuser; the exclusive mode, those that take no lock.
     if (descriptor >= FD_SETSIZE || flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
         const int error = descriptor >= FD_SETSIZE ? EMFILE : errno;
         ModbusLink::close();

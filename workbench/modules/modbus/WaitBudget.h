@@ -3,7 +3,7 @@
 #include <QtGlobal>
 
 /**
- * Limits how long a thread waits in all, over many waits that do not know of each other.
+ * Limits how long a thread waits in all, over many independent waits.
  *
  * It holds time, from which each wait is taken and which comes back as a share of the time that passes. So waits that
  * follow each other without a pause take no longer together than what it holds when it is full. Pure: the caller's clock.

@@ -35,7 +35,7 @@ public:
 protected:
     bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;
 
-    /// Stands still: an answer takes no time that a busy computer could make long, and so no row is lost in a rest.
+    /// Always the same time, so that an answer takes none: a channel that counts as slow rests, and would miss rows.
     qint64 nowNs() const override;
 
 private:
@@ -43,6 +43,6 @@ private:
 
     const Source m_source;
     SamplingTurns m_turns;
-    // By the caller's pair, so that the channel beside knows each caller again.
+    // By the caller's pair, so that the channel beside gets the same pair for each caller every time.
     std::unordered_map<const CommandCombo *, CommandCombo> m_passed;
 };

@@ -15,9 +15,9 @@
  * step, which is where it is in time, in sampling intervals: the rows of a log are as far apart as their counters, all
  * others by one step.
  *
- * What was opened is read on when the file is renamed or removed meanwhile. When it gets shorter or its contents change
- * (the blocks are read, not mapped, so that nothing crashes), the last numbers stay and trouble() says so. What is
- * appended is not seen. GUI thread.
+ * A file that is renamed or removed meanwhile can still be read. When it gets shorter or its contents change (the blocks
+ * are read, not mapped, so that nothing crashes), the last numbers stay and trouble() reports it. What is appended is
+ * not read. GUI thread.
  */
 class RecordingFile
 {

@@ -17,7 +17,7 @@ class QFile;
 struct RecordingIndex
 {
     static constexpr int fieldsPerBlock = 16384; ///< decoded at once, in less than a millisecond
-    /// A counter that jumps by more than this many lines is none; its row follows at once.
+    /// The maximum gap in the counter of a log, lines. Beyond it the row follows the one before at once.
     static constexpr int maximumGap = 1000000;
 
     struct Block
