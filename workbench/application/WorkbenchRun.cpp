@@ -68,6 +68,9 @@ int WorkbenchRun::exec()
         if (!problem.isEmpty()) {
             return fail(problem);
         }
+        if (m_plan.scene.takenOut.contains(module.key)) {
+            m_workbench.modules().setPluggedIn(m_workbench.modules().count() - 1, false);
+        }
     }
     m_window = std::make_unique<MainWindow>(&m_workbench);
     if (!addContainers()) {

@@ -66,7 +66,8 @@ void readContainers(FieldReader &reader, const QJsonObject &root, const Containe
         }
         return;
     }
-    for (const QString &single : ContainerFields::namesInScene()) {
+    const QStringList singles = ContainerFields::namesInScene();
+    for (const QString &single : singles) {
         if (root.contains(single)) {
             reader.addError(QString(), single, Text::tr("no such field beside \"containers\", whose entries have it"));
         }

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -274,7 +275,9 @@ ModuleSettings DeviceDialog::settings() const
         connection.parity = Parity(m_parity->currentData().toInt());
         connection.stopBits = m_stopBits->currentData().toInt();
     }
-    device.mapFile = m_map->text().trimmed();
+    // A set-up that is saved elsewhere has to find the map, too.
+    const QString map = m_map->text().trimmed();
+    device.mapFile = map.isEmpty() ? map : QFileInfo(map).absoluteFilePath();
     const QString name = m_name->text().simplified();
     return {name.isEmpty() ? freeKey(*m_rack, device) : name, device};
 }

@@ -269,8 +269,8 @@ private slots:
             QVERIFY(dialog.isVisible() && rack.count() == 0);
             QVERIFY(labelText(dialog, "testResult").contains(QStringLiteral("The host is missing")));
             // By keys alone: host, port, unit, map.
-            for (const QString &text :
-                 {QStringLiteral("127.0.0.1"), QString::number(server.port()), QStringLiteral("1"), serverMapFile()}) {
+            for (const QString &text : {QStringLiteral("127.0.0.1"), QString::number(server.port()),
+                                        QStringLiteral("1"), QDir::current().relativeFilePath(serverMapFile())}) {
                 QWidget *const field = dialog.focusWidget();
                 QTest::keySequence(field, QKeySequence::SelectAll);
                 QTest::keyClicks(field, text);
@@ -280,6 +280,7 @@ private slots:
             QVERIFY2(!dialog.isVisible(), qPrintable(labelText(dialog, "testResult")));
         }
         QCOMPARE(rack.settings(0).key, QStringLiteral("DEV0/map"));
+        QVERIFY(QDir::isAbsolutePath(rack.device(0)->mapFile)); // for set-ups that are saved in other folders
         QVERIFY(waitUntil([&] {
             watch.poll(0);
             return labelText(panel, "deviceState") == QStringLiteral("Connected, not asked");

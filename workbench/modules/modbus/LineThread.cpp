@@ -290,7 +290,7 @@ private:
         unit->nextTryNs = 0;
         for (LineGroup &group : unit->groups) {
             SpanAnswers answers;
-            for (const RegisterSpan &span : group.spans) {
+            for (const RegisterSpan &span : qAsConst(group.spans)) {
                 const int index = spans.indexOf(span);
                 if (index >= 0) {
                     answers.append(round.answers.at(index));
