@@ -168,6 +168,7 @@ void ModbusChannelTest::refusedAndUnknownValuesKeepTheirReplies()
         QCOMPARE(int{combo.reply.motorBank()}, 2);
     }
     QVERIFY(!channel.isSilenced());
+    QCOMPARE(channel.statistics().answeredExchanges, 0ULL); // one of the values is an old one
 }
 
 void ModbusChannelTest::answersComeFromRoundsOfTheThread()

@@ -4,6 +4,7 @@
 #include "modules/modbus/ModbusConnection.h"
 #include "modules/modbus/WaitBudget.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace
@@ -54,16 +55,18 @@ void ModbusChannel::sendCommandCombos(QList<CommandCombo *> combos)
 {
     combos.removeAll(nullptr);
     const qint64 startNs = modbusNowNs();
-    const bool isAnswered = fill(combos);
+    bool isWhole = true;
+    const bool isAnswered = fill(combos, &isWhole);
     if (!isAnswered) {
         for (CommandCombo *const combo : qAsConst(combos)) {
             combo->reply.setStatus(Command::Status::Unanswered);
         }
     }
-    countExchange(combos.size(), isAnswered, modbusNowNs() - startNs);
+    // A value that the device refuses is an old one to those who show it.
+    countExchange(combos.size(), isAnswered && isWhole, modbusNowNs() - startNs);
 }
 
-bool ModbusChannel::fill(const QList<CommandCombo *> &combos)
+bool ModbusChannel::fill(const QList<CommandCombo *> &combos, bool *isWhole)
 {
     QVector<std::optional<ModbusValue>> values;
     QVector<RegisterSpan> spans;
@@ -100,6 +103,8 @@ bool ModbusChannel::fill(const QList<CommandCombo *> &combos)
         fillReply(combos.at(index), values.at(index), isKnown ? answer.spans.at(span) : ModbusConnection::SpanAnswer());
         span += isKnown ? 1 : 0;
     }
+    *isWhole = std::none_of(answer.spans.cbegin(), answer.spans.cend(),
+                            [](const ModbusConnection::SpanAnswer &each) { return each.exception != 0; });
     return true;
 }
 

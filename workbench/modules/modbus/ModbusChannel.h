@@ -15,7 +15,8 @@ class ModbusConnection;
  * An exchange gives out the newest answer that the connection's thread has for its requests, all of one round. It waits
  * at most 5 ms for one that is newer than the last, and at most 50 ms when these requests were not exchanged within the
  * last second. All channels together wait for no longer than that without a pause. While the device is silent every
- * exchange ends at once without an answer. A request for a value that the device does not have is refused.
+ * exchange ends at once without an answer. A request for a value that the device does not have is refused; an exchange
+ * in which the device itself refuses a value counts as unanswered.
  *
  * Owned by its module. GUI thread. Making and destroying it waits for nothing.
  */
@@ -45,7 +46,8 @@ protected:
     bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;
 
 private:
-    bool fill(const QList<CommandCombo *> &combos);
+    /// Fills all replies or none; \a isWhole gets whether the device refused no value.
+    bool fill(const QList<CommandCombo *> &combos, bool *isWhole);
 
     const int m_unit;
     const ModbusLookup m_lookup;

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <functional>
 #include <random>
+#include <system_error>
 
 namespace
 {
@@ -131,10 +132,11 @@ ConnectionTrouble TcpLink::open()
     if (failure != 0) {
         return {Kind::UnknownHost, 0, gai_strerror(failure)};
     }
-    const qint64 deadlineNs = modbusNowNs() + connectTimeoutMs * modbusNsPerMs;
     int error = 0;
     int device = -1;
     for (const addrinfo *address = addresses.first; address != nullptr && device < 0; address = address->ai_next) {
+        // Each has the whole time: nothing may come back from the first.
+        const qint64 deadlineNs = modbusNowNs() + connectTimeoutMs * modbusNsPerMs;
         device = connectTo(*address, m_stop.descriptor(), deadlineNs, &error);
     }
     if (device < 0) {
@@ -146,7 +148,14 @@ ConnectionTrouble TcpLink::open()
         ::close(device);
         return {Kind::SystemError, error, {}};
     }
-    m_gate = std::make_unique<AnswerGate>(device, ends[1], &m_transaction, m_onEnd);
+    try {
+        m_gate = std::make_unique<AnswerGate>(device, ends[1], &m_transaction, m_onEnd);
+    } catch (const std::system_error &caught) { // there may be no more threads
+        for (const int descriptor : {device, ends[0], ends[1]}) {
+            ::close(descriptor);
+        }
+        return {Kind::SystemError, caught.code().value(), {}};
+    }
     m_context = modbus_new_tcp("127.0.0.1", m_settings.port); // never connects: the socket is given
     if (m_context == nullptr || ends[0] >= FD_SETSIZE) {      // the library waits by select()
         ::close(ends[0]);
