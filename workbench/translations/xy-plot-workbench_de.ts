@@ -812,11 +812,13 @@
         <source>A stand-in host for container plugins, with modules that are simulated, real or played back.
 
 Licence: %1
-Qt %2 (GNU LGPL 3), built with %3</source>
+Qt %2 (GNU LGPL 3), built with %3
+libmodbus (GNU LGPL 2.1)</source>
         <translation>Ein Ersatz-Host für Container-Plugins, mit Modulen, die simuliert, echt oder abgespielt sind.
 
 Lizenz: %1
-Qt %2 (GNU LGPL 3), gebaut mit %3</translation>
+Qt %2 (GNU LGPL 3), gebaut mit %3
+libmodbus (GNU LGPL 2.1)</translation>
     </message>
 </context>
 <context>
@@ -2052,8 +2054,8 @@ Optionen:
         <translation>kein solches Feld, weil der Wert zu einer Achse gehört</translation>
     </message>
     <message>
-        <source>up to %1 characters in one line, without blanks around them</source>
-        <translation>bis zu %1 Zeichen in einer Zeile, ohne Leerzeichen darum</translation>
+        <source>up to %1 characters in one line, without semicolons, and without blanks around them</source>
+        <translation>bis zu %1 Zeichen in einer Zeile, ohne Strichpunkte und ohne Leerzeichen darum</translation>
     </message>
     <message>
         <source>up to %1 characters</source>

@@ -64,7 +64,7 @@ void HelpMenu::showAbout()
     box->setText(tr("XY Plot Workbench %1").arg(QStringLiteral(PROGRAM_VERSION)));
     box->setInformativeText(
         tr("A stand-in host for container plugins, with modules that are simulated, real or "
-           "played back.\n\nLicence: %1\nQt %2 (GNU LGPL 3), built with %3")
+           "played back.\n\nLicence: %1\nQt %2 (GNU LGPL 3), built with %3\nlibmodbus (GNU LGPL 2.1)")
             .arg(QStringLiteral("MIT"), QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR)));
     box->open();
 }

@@ -28,7 +28,10 @@ ModbusModule::ModbusModule(const QString &key, PluginHandler *handler, const Con
 ModbusModule::ModbusModule(const QString &key, PluginHandler *handler, const ConnectionSettings &connection,
                            const RegisterMap &map, const QVector<RegisterMapRow> &rows)
     : KAROModuleInterface(nameFromKey(key), key, handler, QStringLiteral(":/moreIconsII/XYPlot"))
-    , m_alias(QStringLiteral("%1 (%2)").arg(map.title, key.section(QLatin1Char('/'), 0, 0)))
+    // A semicolon would shift the header of logs against their lines.
+    , m_alias(QStringLiteral("%1 (%2)")
+                  .arg(map.title, key.section(QLatin1Char('/'), 0, 0))
+                  .replace(QLatin1Char(';'), QLatin1Char('_')))
     , m_axes(map.axisCount())
     , m_address(static_cast<unsigned char>(connection.unit))
     , m_channel(connection, lookupIn(rows, m_address))

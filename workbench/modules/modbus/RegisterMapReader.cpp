@@ -240,10 +240,12 @@ private:
     QString shortText(const QJsonObject &object, const QString &place, const QString &name, bool isRequired)
     {
         QString text = isRequired ? m_reader.text(object, place, name) : m_reader.text(object, place, name, QString());
-        if (text != text.simplified() || text.size() > RegisterMapFormat::maximumNameCharacters) {
-            m_reader.addError(place, name,
-                              Text::tr("up to %1 characters in one line, without blanks around them")
-                                  .arg(RegisterMapFormat::maximumNameCharacters));
+        if (text != text.simplified() || text.contains(QLatin1Char(';')) ||
+            text.size() > RegisterMapFormat::maximumNameCharacters) {
+            m_reader.addError(
+                place, name,
+                Text::tr("up to %1 characters in one line, without semicolons, and without blanks around them")
+                    .arg(RegisterMapFormat::maximumNameCharacters));
         }
         return text;
     }
