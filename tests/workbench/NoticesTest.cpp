@@ -95,6 +95,11 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).startsWith(key + " was plugged in at "), maximumWaitMs);
         QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
+        // Another module under the same key, as by the dialog of a device.
+        QCOMPARE(plot.workbench.modules().replace(1, ModuleSettings(plot.workbench.modules().settings(1))), QString());
+        QTRY_VERIFY_WITH_TIMEOUT(shown(plot).startsWith(key + " was plugged in at "), maximumWaitMs);
+        QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
+        QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
         // "Refresh" empties the boxes, but no source.
         plot.container->findChild<QPushButton *>("btnRefresh")->click();
         QTest::qWait(2 * SourceWatch::settlingTimeMs);

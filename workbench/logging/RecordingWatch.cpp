@@ -243,9 +243,13 @@ void RecordingWatch::end(const QString &reason, bool isUnasked)
     const QString time = QLocale().toString(QTime::currentTime(), QStringLiteral("hh:mm:ss"));
     m_ending = tr("Recording into %1 ended at %2: %3").arg(QFileInfo(m_file.path()).fileName(), time, reason);
     emit changed();
+    if (isUnasked) { // its reason is known, and this watch may be about to go
+        emit ended();
+        return;
+    }
     // A container unchecks its box first, and shows the new source that was the reason afterwards.
     QTimer::singleShot(0, this, [this, time] {
-        const QString source = m_endedUnasked ? QString() : sourceReason();
+        const QString source = sourceReason();
         if (!source.isEmpty() && !m_ending.isEmpty()) {
             m_endedUnasked = true;
             m_ending = tr("Recording into %1 ended at %2: %3").arg(QFileInfo(m_file.path()).fileName(), time, source);

@@ -37,7 +37,10 @@ SourceWatch::SourceWatch(QWidget *container, const ModuleRack *rack, QObject *pa
 {
     connect(m_rack, &ModuleRack::changed, this, &SourceWatch::compareModules);
     connect(m_rack, &ModuleRack::removed, this, &SourceWatch::compareModules);
-    connect(m_rack, &ModuleRack::replaced, this, &SourceWatch::compareModules);
+    connect(m_rack, &ModuleRack::replaced, this, [this](int index) {
+        m_pluggedIn.removeAll(m_rack->settings(index).key); // another module, be it under the same key
+        compareModules();
+    });
 }
 
 QStringList SourceWatch::pluggedIn(const ModuleRack &rack)

@@ -28,9 +28,12 @@ Notices::Notices(Workbench *workbench, const AnswerWatch *answers, Recordings *r
     , m_pluggedIn(SourceWatch::pluggedIn(workbench->modules()))
 {
     const ModuleRack *const modules = &workbench->modules();
-    for (const auto signal : {&ModuleRack::changed, &ModuleRack::removed, &ModuleRack::replaced}) {
-        connect(modules, signal, this, &Notices::noteModules);
-    }
+    connect(modules, &ModuleRack::changed, this, &Notices::noteModules);
+    connect(modules, &ModuleRack::removed, this, &Notices::noteModules);
+    connect(modules, &ModuleRack::replaced, this, [this](int index) {
+        m_pluggedIn.removeAll(m_workbench->modules().settings(index).key); // another one, be it under the same key
+        noteModules();
+    });
     connect(modules, &ModuleRack::failed, this,
             [this](int, const QString &reason) { m_workbench->messages().note(QtWarningMsg, reason); });
     connect(recordings, &Recordings::changed, this, [this] {

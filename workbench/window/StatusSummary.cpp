@@ -38,6 +38,7 @@ StatusSummary::StatusSummary(QStatusBar *bar, Workbench *workbench, const Answer
     const ModuleRack *const modules = &m_workbench->modules();
     connect(modules, &ModuleRack::changed, this, &StatusSummary::showModuleCount);
     connect(modules, &ModuleRack::removed, this, &StatusSummary::showModuleCount);
+    connect(modules, &ModuleRack::replaced, this, &StatusSummary::showModuleCount);
     // What a container reports through the logger only, such as where its screenshot went, is shown for a while.
     connect(&m_workbench->messages(), &MessageLog::arrived, this, [this](const QVector<LogMessage> &messages) {
         for (const LogMessage &message : messages) {
