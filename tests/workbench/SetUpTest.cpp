@@ -196,6 +196,28 @@ private slots:
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(before));
     }
 
+    void whatCannotBeOpenedIsNotSaved()
+    {
+        const QString path = temporaryPath("kept.xyplot");
+        Scene scene = readSceneFile(shippedScenePath("phase")).scene;
+        QCOMPARE(writeSceneFile(scene, path), QString());
+        const qint64 before = QFileInfo(path).size();
+        while (scene.furtherContainers.size() < Scene::maximumContainers) {
+            scene.furtherContainers.append(SceneContainer());
+        }
+        QVERIFY(writeSceneFile(scene, path).contains("containers"));
+        QCOMPARE(QFileInfo(path).size(), before);
+    }
+
+    void takenOutModuleNeedsNothing()
+    {
+        GrowingPlot plot(QStringLiteral("phase"));
+        QCOMPARE(replaceBy(plot, R"({ "title": "T", "curves": [], "modules": [ { "kind": "recording", "key": "R",
+            "pluggedIn": false, "file": "/absent.csv" } ] })"),
+                 QStringList());
+        QVERIFY(!plot.workbench.modules().isPluggedIn(0));
+    }
+
     void menuSavesAndOpens()
     {
         GrowingPlot plot(QStringLiteral("phase"));

@@ -38,6 +38,12 @@ SimulationClock::Drive driveOf(const RunPlan &plan)
     return plan.isTimed ? SimulationClock::Drive::Exchanges : SimulationClock::Drive::WallClock;
 }
 
+/// Whether the set-up says which containers there are, and is carried out as a whole.
+bool isWhole(const Scene &scene)
+{
+    return !scene.plugin.isEmpty() || !scene.furtherContainers.isEmpty();
+}
+
 } // namespace
 
 WorkbenchRun::WorkbenchRun(const RunPlan &plan, const Terminal &terminal, SelfTest *selfTest)
@@ -64,12 +70,10 @@ int WorkbenchRun::exec()
     }
     quint32 seed = m_plan.scene.seed;
     for (const ModuleSettings &module : m_plan.scene.modules) {
-        const QString problem = m_workbench.modules().add(module, seed++);
+        const bool isPluggedIn = !m_plan.scene.takenOut.contains(module.key);
+        const QString problem = m_workbench.modules().add(module, seed++, isPluggedIn);
         if (!problem.isEmpty()) {
             return fail(problem);
-        }
-        if (m_plan.scene.takenOut.contains(module.key)) {
-            m_workbench.modules().setPluggedIn(m_workbench.modules().count() - 1, false);
         }
     }
     m_window = std::make_unique<MainWindow>(&m_workbench);
@@ -145,7 +149,7 @@ bool WorkbenchRun::addContainers()
 
 QString WorkbenchRun::setUp()
 {
-    if (!m_plan.scene.plugin.isEmpty()) { // it says which containers there are
+    if (isWhole(m_plan.scene)) {
         Scene scene = m_plan.scene;
         if (m_plan.isTimed) {
             scene.layout = {};
@@ -170,7 +174,7 @@ QString WorkbenchRun::setUp()
         }
     }
     const bool isWithoutPlot = !m_plan.isSceneAsked && !PlotterWindow::isPlot(m_container);
-    if (!m_plan.scene.plugin.isEmpty() || isWithoutPlot) {
+    if (isWhole(m_plan.scene) || isWithoutPlot) {
         return {};
     }
     return SceneRunner(m_container).apply(m_plan.scene);

@@ -25,12 +25,17 @@ ModuleRack::~ModuleRack()
     }
 }
 
-QString ModuleRack::add(const ModuleSettings &settings, quint32 seed)
+QString ModuleRack::add(const ModuleSettings &settings, quint32 seed, bool pluggedIn)
 {
     Place place;
     place.settings = settings;
     place.seed = seed;
-    QString problem = isTaken(settings.key) ? takenText(settings.key) : plugIn(place);
+    QString problem;
+    if (isTaken(settings.key)) {
+        problem = takenText(settings.key);
+    } else if (pluggedIn) {
+        problem = plugIn(place);
+    }
     if (problem.isEmpty()) {
         m_places.append(place);
         emit changed(count() - 1);

@@ -34,10 +34,10 @@ public:
     ~ModuleRack() override;
 
     /**
-     * Adds a place for \a settings and plugs its module in; \a seed fixes the noise of a simulated one.
+     * Adds a place for \a settings, with its module plugged in or not; \a seed fixes the noise of a simulated one.
      * \return an empty text, or one line that says why it cannot be made or that its key is taken; nothing is added then
      */
-    QString add(const ModuleSettings &settings, quint32 seed = 1);
+    QString add(const ModuleSettings &settings, quint32 seed = 1, bool pluggedIn = true);
 
     /// Takes the module at place \a index out and forgets the place; those behind it move up.
     void remove(int index);

@@ -2,6 +2,7 @@
 
 #include "setup/ContainerFields.h"
 #include "setup/ModuleFields.h"
+#include "setup/SceneReader.h"
 
 #include "host/ReplaceableFile.h"
 
@@ -62,8 +63,12 @@ QString writeSceneFile(const Scene &scene, const QString &path)
     if (!obstacle.isEmpty()) {
         return Text::tr("%1: cannot be saved: %2").arg(path, obstacle);
     }
-    QSaveFile file(path);
     const QByteArray text = sceneText(scene);
+    const QString mistake = readScene(text, path).error; // what cannot be opened again must not replace a file
+    if (!mistake.isEmpty()) {
+        return Text::tr("%1: cannot be saved: %2").arg(path, mistake);
+    }
+    QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
         return Text::tr("%1: cannot be saved: %2").arg(path, file.errorString());
     }

@@ -281,7 +281,8 @@ bool FileMenu::saveTo(const QString &path)
     QStringList losses;
     Scene scene = taken(&losses);
     if (m_path.isEmpty()) { // an example keeps its title to itself
-        scene.title = QFileInfo(path).completeBaseName();
+        const QFileInfo file(path);
+        scene.title = file.completeBaseName().trimmed().isEmpty() ? file.fileName() : file.completeBaseName();
     }
     const QString problem = writeSceneFile(scene, path);
     if (!problem.isEmpty()) {

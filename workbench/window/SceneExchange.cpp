@@ -36,11 +36,9 @@ QStringList addModules(ModuleRack &rack, const Scene &scene)
     QStringList errors;
     quint32 seed = scene.seed;
     for (const ModuleSettings &module : scene.modules) {
-        const QString problem = rack.add(module, seed++);
+        const QString problem = rack.add(module, seed++, !scene.takenOut.contains(module.key));
         if (!problem.isEmpty()) {
             errors.append(problem);
-        } else if (scene.takenOut.contains(module.key)) {
-            rack.setPluggedIn(rack.count() - 1, false);
         }
     }
     return errors;
