@@ -103,6 +103,8 @@ private slots:
         QVERIFY(!toolBar->actions().constFirst()->text().endsWith("(2)"));
         // Their settings are kept under their names: no two may have the same.
         QCOMPARE(window.main->addContainer()->name(), QStringLiteral("MinimalContainer 1"));
+        QCOMPARE(toolBar->actions().at(0)->shortcut(), QKeySequence("Alt+1"));
+        QCOMPARE(toolBar->actions().at(1)->shortcut(), QKeySequence("Alt+2"));
         QCOMPARE(window.main->addContainer()->name(), QStringLiteral("MinimalContainer 3"));
     }
 

@@ -121,6 +121,19 @@ void MainWindow::openContainer(ContainerInterface *container)
     subWindow->showMaximized();
 }
 
+/// Alt+1 is the first container that there is, and so on.
+void MainWindow::numberShortcuts()
+{
+    int number = 0;
+    const QList<ContainerInterface *> containers = m_workbench->containers();
+    for (ContainerInterface *const container : containers) {
+        QAction *const action = m_actions.value(container);
+        if (action != nullptr && ++number <= maximumShortcuts) {
+            action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
+        }
+    }
+}
+
 void MainWindow::removeContainer(ContainerInterface *container)
 {
     if (const QPointer<ContainerWindow> window = m_windows.take(container)) {
@@ -132,6 +145,7 @@ void MainWindow::removeContainer(ContainerInterface *container)
     for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action) {
         action.value()->setText(titleOf(action.key())); // those behind it count one less
     }
+    numberShortcuts();
     showActive();
 }
 
@@ -321,9 +335,7 @@ void MainWindow::offerContainer(ContainerInterface *container)
     action->setToolTip(action->statusTip());
     action->setCheckable(true); // checked while it is in front
     m_actions.insert(container, action);
-    if (number <= maximumShortcuts) {
-        action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(number)));
-    }
+    numberShortcuts();
     connect(action, &QAction::triggered, this, [this, container] {
         openContainer(container);
         showActive(); // a click on a checked action unchecks it

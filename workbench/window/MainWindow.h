@@ -75,6 +75,7 @@ protected:
 private:
     void makeMenus();
     void offerContainer(ContainerInterface *container);
+    void numberShortcuts();
     /// The container's own title, numbered from the second container of its kind on.
     QString titleOf(ContainerInterface *container) const;
     void bringToFront(ContainerInterface *container, ContainerWindow *window);
