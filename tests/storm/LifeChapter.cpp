@@ -63,18 +63,21 @@ void measure(const QString &tried, const QString &on, int count, const Allowed &
     constexpr double slackBytes = 200000.0;
     const bool isFault = objects > allowed.objects * count || bytes > allowed.heapBytes + slackBytes / count ||
                          descriptors > 0 || timers > 0 || !warnings.isEmpty();
-    Report::add({"life", tried, count, on,
-                 QStringLiteral("objects left %1 (allowed %2) %3; bytes per cycle %4 (allowed %5); descriptors left "
-                                "%6, timers left %7 (allowed 0) %8")
-                     .arg(objects)
-                     .arg(allowed.objects * count)
-                     .arg(objects > allowed.objects * count ? Watch::growth(before.objects, after.objects) : QString())
-                     .arg(bytes, 0, 'f', 0)
-                     .arg(allowed.heapBytes, 0, 'f', 0)
-                     .arg(descriptors)
-                     .arg(timers)
-                     .arg(warnings.join(QLatin1Char(' '))),
-                 isFault});
+    Report::add(
+        {"life", tried, count, on,
+         QStringLiteral("objects left %1 (allowed %2)%3; bytes per cycle %4 (allowed %5 and %9 kB in all for "
+                        "caches of Qt); descriptors left %6, timers left %7 (allowed 0)%8")
+             .arg(objects)
+             .arg(allowed.objects * count)
+             .arg(objects > allowed.objects * count ? QLatin1Char(' ') + Watch::growth(before.objects, after.objects)
+                                                    : QString())
+             .arg(bytes, 0, 'f', 0)
+             .arg(allowed.heapBytes, 0, 'f', 0)
+             .arg(descriptors)
+             .arg(timers)
+             .arg(warnings.isEmpty() ? QString() : QLatin1Char(' ') + warnings.join(QLatin1Char(' ')))
+             .arg(slackBytes / 1000.0, 0, 'f', 0),
+         isFault});
 }
 
 void settleQuickly()

@@ -100,7 +100,8 @@ void Chapters::slow(const Sizes &sizes)
                                                       measured.healthyPerSecond < share * usual);
             Report::add(
                 {"slow", each.name, milliseconds,
-                 QStringLiteral("%1 curves of this module, ms; another window with a healthy module").arg(curves),
+                 QStringLiteral("ms, with %1 curve(s) of this module and another window with a healthy one")
+                     .arg(curves),
                  QStringLiteral(
                      "longest stop of the event loop %1 ms; the healthy window got %2 samples/s; closing took %3 ms%4")
                      .arg(measured.longestStopMs)

@@ -76,8 +76,8 @@ private slots:
 
     void lostSourcesAreNamedUntilTheyAreChosenAgain()
     {
+        QStringList noted; // outlives the plot, which reports while it ends
         GrowingPlot plot(QStringLiteral("two-modules"));
-        QStringList noted;
         connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
             for (const LogMessage &message : messages) {
                 noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
@@ -121,10 +121,10 @@ private slots:
     {
         QFETCH(QString, reason);
         const QByteArray what = QTest::currentDataTag();
+        QStringList noted; // outlives the plot, which reports while it ends
         GrowingPlot plot;
         const QString path = temporaryPath("run.csv");
         plot.recordLines(path);
-        QStringList noted;
         connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
             for (const LogMessage &message : messages) {
                 noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
