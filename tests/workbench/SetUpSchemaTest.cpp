@@ -69,10 +69,9 @@ private:
 
     static bool fitsText(const QJsonValue &value, const QJsonObject &rule)
     {
-        const QString text = rule.value("pattern").toString();
-        const QRegularExpression pattern(text);
+        const QRegularExpression pattern(rule.value("pattern").toString());
         return (!rule.contains("enum") || rule.value("enum").toArray().contains(value)) &&
-               (!value.isString() || value.toString().contains(pattern));
+               (!value.isString() || pattern.match(value.toString()).hasMatch());
     }
 
     bool fitsList(const QJsonValue &value, const QJsonObject &rule) const
@@ -232,13 +231,14 @@ private slots:
         const QJsonObject definitions =
             objectIn(QStringLiteral(DOCUMENT_FOLDER "/setup.schema.json")).value("$defs").toObject();
         for (const QJsonValue &definition : definitions) {
-            QStringList words = definition.toObject().value("properties").toObject().keys();
             const QJsonObject properties = definition.toObject().value("properties").toObject();
-            for (const auto property : properties) {
-                const QJsonArray choices = property.toObject().value("enum").toArray();
-                for (const auto choice : choices) {
-                    if (choice.isString()) { // numbers are in a row
-                        words.append(choice.toString());
+            const QStringList names = properties.keys();
+            QStringList words = names;
+            for (const QString &name : names) {
+                const QJsonArray choices = properties.value(name).toObject().value("enum").toArray();
+                for (int index = 0; index < choices.size(); ++index) {
+                    if (choices.at(index).isString()) { // numbers are in a row
+                        words.append(choices.at(index).toString());
                     }
                 }
             }

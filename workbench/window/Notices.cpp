@@ -15,7 +15,7 @@ namespace
 
 QString sentence(const QString &line)
 {
-    return line.left(1).toUpper() + line.mid(1);
+    return line.isEmpty() ? line : line.at(0).toUpper() + line.mid(1);
 }
 
 } // namespace

@@ -45,8 +45,8 @@ QStringList textsIn(const QJsonValue &list)
 {
     QStringList texts;
     const QJsonArray array = list.toArray();
-    for (const auto text : array) {
-        texts.append(text.toString());
+    for (int index = 0; index < array.size(); ++index) {
+        texts.append(array.at(index).toString());
     }
     return texts;
 }
