@@ -69,9 +69,11 @@ private:
 
     static bool fitsText(const QJsonValue &value, const QJsonObject &rule)
     {
-        const QRegularExpression pattern(rule.value("pattern").toString());
+        static QHash<QString, QRegularExpression> patterns;
+        const QString text = rule.value("pattern").toString();
+        patterns[text].setPattern(text);
         return (!rule.contains("enum") || rule.value("enum").toArray().contains(value)) &&
-               (!value.isString() || pattern.match(value.toString()).hasMatch());
+               (!value.isString() || value.toString().contains(patterns[text]));
     }
 
     bool fitsList(const QJsonValue &value, const QJsonObject &rule) const
