@@ -5,9 +5,10 @@
 /**
  * A line over a serial port. See ModbusLink.
  *
- * Answers bear no number here: one that is late looks like the answer to the next request of the same length. But a device
- * answers in the order of the requests. So after a fault its line counts as out of step until it has answered a request
- * whose answer is of a length that none of the lost ones can have; then these can no longer come.
+ * Answers have no transaction number on this line: one that is late looks like the answer to the next request of the
+ * same length. But a device answers in the order of the requests. So after a fault its line counts as out of step until
+ * it has answered a request whose answer is of a length that none of the lost ones can have; then these can no longer
+ * come.
  */
 class SerialLink : public ModbusLink
 {
