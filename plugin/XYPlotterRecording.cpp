@@ -38,15 +38,17 @@ void XYPlotter::log(bool checked)
     const QPointer<XYPlotter> self(this);
     const QPointer<QObject> origin(sender());
     const QPointer<QCheckBox> box(ui->cbLog);
+    const bool isAskingAlready = askingForLogFile; // the box was clicked again while a dialog is open
     askingForLogFile = true;
     const QString fileName = QFileDialog::getSaveFileName(nullptr, tr("Save"), proposedFileName(), tr("csv (*.csv)"));
     if (self.isNull()) {
-        if (!box.isNull()) {
+        // Not before the first of several calls returns: the others are called by the box as well.
+        if (!box.isNull() && !isAskingAlready) {
             box->deleteLater();
         }
         return; // the plugin was destroyed while its dialog was open
     }
-    askingForLogFile = false;
+    askingForLogFile = isAskingAlready;
     qCDebug(debLowLevel) << "void XYPlotter::log(bool)"
                          << "fileName:" << fileName;
     if (fileName.isEmpty()) {

@@ -2,6 +2,7 @@
 #include "ScriptedCurve.h"
 #include "XYPlotter.h"
 
+#include <QAbstractButton>
 #include <QFileDialog>
 
 #include <array>
@@ -248,6 +249,24 @@ private slots:
             static_cast<QDialog *>(dialog)->done(QDialog::Accepted);
         });
         QVERIFY(!QFile::exists(temporaryPath("log.csv")));
+    }
+
+    void destructionWhileTwoDialogsAreOpen()
+    {
+        ScriptedCurve recorder(&m_root);
+        const QPointer<QAbstractButton> box = recorder.logBox();
+        recorder.clickLog([&](QFileDialog *outer) {
+            box->click(); // switches off
+            recorder.clickLog([&](QFileDialog *inner) {
+                delete recorder.window;
+                static_cast<QDialog *>(inner)->done(QDialog::Rejected);
+            });
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY2(!box.isNull(), "the first click has not returned yet");
+            static_cast<QDialog *>(outer)->done(QDialog::Rejected);
+        });
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(box.isNull());
     }
 
 private:
