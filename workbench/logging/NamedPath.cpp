@@ -16,7 +16,7 @@ QString namedPath(const QString &text)
         const int from = starts.next().capturedStart(1);
         int to = text.size();
         while (to > from && attempts++ < maximumAttempts) {
-            const QString path = text.mid(from, to - from).trimmed();
+            QString path = text.mid(from, to - from).trimmed();
             if (QFileInfo::exists(path)) {
                 return path;
             }
