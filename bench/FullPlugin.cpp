@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr int refreshIntervalMs = 250;
-constexpr int unknownCurve = -99; // forgetting a curve that does not exist redraws and does nothing else
+constexpr int absentCurve = -99; // forgetting a curve that does not exist redraws and does nothing else
 
 } // namespace
 
@@ -82,7 +82,7 @@ void FullPlugin::refreshAndPaint()
 
 void FullPlugin::redrawAndPaint()
 {
-    static_cast<Plotter *>(plot())->clearCurve(unknownCurve);
+    static_cast<Plotter *>(plot())->clearCurve(absentCurve);
     QCoreApplication::processEvents();
 }
 

@@ -19,7 +19,7 @@ namespace
 constexpr int maximumPrefixCharacters = 64;
 constexpr int maximumPicturesPerMillisecond = 1000;
 
-struct Text
+struct ExportPNGText
 {
     Q_DECLARE_TR_FUNCTIONS(BasicTools)
 };
@@ -69,25 +69,25 @@ bool openNewFile(QFile &file, const QString &pathWithoutSuffix)
 QString BasicTools::ExportPNG(QWidget *widget, QString prefix)
 {
     if (widget == nullptr) {
-        return Text::tr("There is no window to take a picture of.");
+        return ExportPNGText::tr("There is no window to take a picture of.");
     }
     const QPixmap picture = widget->grab();
     if (picture.isNull()) {
-        return Text::tr("The window is too small for a picture.");
+        return ExportPNGText::tr("The window is too small for a picture.");
     }
     const QString folder = pictureFolder();
     if (!QDir().mkpath(folder)) {
-        return Text::tr("The picture folder %1 cannot be made.").arg(folder);
+        return ExportPNGText::tr("The picture folder %1 cannot be made.").arg(folder);
     }
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("_yyyyMMdd_hhmmss_zzz"));
     QFile file;
     if (!openNewFile(file, folder + QLatin1Char('/') + harmlessPrefix(std::move(prefix)) + time)) {
-        return Text::tr("The picture %1 cannot be written: %2.").arg(file.fileName(), file.errorString());
+        return ExportPNGText::tr("The picture %1 cannot be written: %2.").arg(file.fileName(), file.errorString());
     }
     if (!picture.save(&file, "PNG") || !file.flush()) {
         const QString reason = file.errorString();
         file.remove();
-        return Text::tr("The picture %1 cannot be written: %2.").arg(file.fileName(), reason);
+        return ExportPNGText::tr("The picture %1 cannot be written: %2.").arg(file.fileName(), reason);
     }
     return file.fileName();
 }

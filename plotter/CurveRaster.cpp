@@ -36,7 +36,7 @@ void clearWideRegisters()
 #endif
 }
 
-constexpr double reachPixels = 1e300; // sums and differences of smaller coordinates do not overflow
+constexpr double coordinateReachPixels = 1e300; // sums and differences of smaller coordinates do not overflow
 
 /// A pen in device pixels, with positions from the upper left corner of its clip rectangle.
 struct DevicePen
@@ -60,7 +60,7 @@ struct DevicePen
 
 bool isUsable(const QPointF &point)
 {
-    return std::abs(point.x()) <= reachPixels && std::abs(point.y()) <= reachPixels;
+    return std::abs(point.x()) <= coordinateReachPixels && std::abs(point.y()) <= coordinateReachPixels;
 }
 
 } // namespace

@@ -25,7 +25,7 @@ constexpr int parameterNumbers = 256;
 constexpr int narrowFieldBits = 3; // fields up to this width are flags, not values to plot
 constexpr int fractionLimit = 4;   // a register with more fields than this is regarded as a set of flags
 
-struct Text
+struct ParameterTableText
 {
     Q_DECLARE_TR_FUNCTIONS(XYPlotter)
 };
@@ -105,7 +105,7 @@ public:
         row.command->setData(0, TableRole::MotorBank);
         row.command->setData(command, TableRole::Command);
         row.type->setCheckable(true);
-        row.type->setToolTip(Text::tr("\nSet checked for signed interpretation\n"));
+        row.type->setToolTip(ParameterTableText::tr("\nSet checked for signed interpretation\n"));
         row.type->setIcon(signIcon);
         row.type->setData(static_cast<int>(address), TableRole::Type);
         row.type->setData(bitOffset, TableRole::BitOffset);
@@ -126,7 +126,7 @@ void appendAxisParameters(RowWriter &writer, const QMap<QString, Parameter> &par
         }
         const auto row = writer.appendParameter(QStringLiteral("GAP"), commandAxisParameter, motor, *parameter);
         row.command->setStatusTip(QStringLiteral("KARO_GAP"));
-        row.name->setStatusTip(Text::tr("Axis parameter (Motor %1)").arg(motor));
+        row.name->setStatusTip(ParameterTableText::tr("Axis parameter (Motor %1)").arg(motor));
     }
 }
 
@@ -138,8 +138,8 @@ void appendUserVariables(RowWriter &writer, const QMap<QString, Parameter> &para
         }
         const auto row =
             writer.appendParameter(QStringLiteral("GGP"), commandGlobalParameter, userVariableBank, *parameter);
-        row.name->setToolTip(Text::tr("Bank 2"));
-        row.name->setStatusTip(Text::tr("User variables (Bank 2)"));
+        row.name->setToolTip(ParameterTableText::tr("Bank 2"));
+        row.name->setStatusTip(ParameterTableText::tr("User variables (Bank 2)"));
     }
 }
 
@@ -170,8 +170,8 @@ void appendInputsAndOutputs(RowWriter &writer, const QMap<QString, Parameter> &p
             continue;
         }
         const auto row = writer.appendParameter(QStringLiteral("GIO"), commandInputOutput, group.bank, parameter);
-        row.name->setToolTip(Text::tr(group.toolTip));
-        row.name->setStatusTip(Text::tr(group.statusTip));
+        row.name->setToolTip(ParameterTableText::tr(group.toolTip));
+        row.name->setStatusTip(ParameterTableText::tr(group.statusTip));
     }
 }
 
@@ -186,7 +186,8 @@ QList<Register *> fractionsOf(Register *candidate)
 
 void ParameterTable::fillAxisTable(QStandardItemModel *model, KAROModuleInterface *module, int motor)
 {
-    model->setHorizontalHeaderLabels({Text::tr("Cmd"), Text::tr("Type"), Text::tr("Name")});
+    model->setHorizontalHeaderLabels(
+        {ParameterTableText::tr("Cmd"), ParameterTableText::tr("Type"), ParameterTableText::tr("Name")});
     RowWriter writer(model);
     if (const auto *const axis = module->getParameterMapByName(QStringLiteral("axis%1").arg(motor))) {
         appendAxisParameters(writer, *axis, motor);
@@ -204,7 +205,8 @@ void ParameterTable::fillAxisTable(QStandardItemModel *model, KAROModuleInterfac
 void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Register *> &registers, int command,
                                        const QIcon &signIcon)
 {
-    model->setHorizontalHeaderLabels({Text::tr("Offset"), Text::tr("Mapped bits"), Text::tr("Title")});
+    model->setHorizontalHeaderLabels(
+        {ParameterTableText::tr("Offset"), ParameterTableText::tr("Mapped bits"), ParameterTableText::tr("Title")});
     RowWriter writer(model);
     for (Register *const entry : registers) {
         const QList<Register *> fractions = fractionsOf(entry);
@@ -225,7 +227,7 @@ void ParameterTable::fillRegisterTable(QStandardItemModel *model, const QList<Re
             const auto row =
                 writer.appendRegister(*entry, command, static_cast<int>(fraction->getOffset()), fractionWidth,
                                       entry->getTitle() + QStringLiteral(": ") + fraction->getTitle(), signIcon);
-            row.command->setToolTip(Text::tr("\nRegister ") + entry->getTitle() + QLatin1Char('\n'));
+            row.command->setToolTip(ParameterTableText::tr("\nRegister ") + entry->getTitle() + QLatin1Char('\n'));
             row.name->setToolTip(fraction->getDescription());
         }
     }

@@ -29,7 +29,7 @@ namespace
 
 constexpr int registerChannel = 1;
 constexpr int cellAlignment = 132; // horizontally and vertically centred
-constexpr int wholeWidthBits = 32;
+constexpr int wholeRegisterBits = 32;
 
 unsigned char lowByte(const QVariant &value)
 {
@@ -66,7 +66,7 @@ void bindSource(AxisCombo *source, const QModelIndex &index)
         const bool isSigned = cell(index, TableColumn::Type, Qt::CheckStateRole).toBool();
         source->setRequest(&source->request, lowByte(offset), lowByte(width), isSigned);
     } else {
-        source->setRequest(&source->request, 0, wholeWidthBits, false);
+        source->setRequest(&source->request, 0, wholeRegisterBits, false);
     }
 }
 

@@ -16,7 +16,7 @@ namespace
 constexpr double maximumRunSeconds = 86400.0;
 constexpr int maximumSidePixels = 8192;
 
-struct Text
+struct OptionsText
 {
     Q_DECLARE_TR_FUNCTIONS(Options)
 };
@@ -28,49 +28,53 @@ QList<QCommandLineOption> allOptions()
                                   value == nullptr ? QString() : QString::fromLatin1(value));
     };
     return {
-        option(
-            "scene",
-            Text::tr("Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from "
-                     "earlier runs has a part in it."),
-            "NAME|FILE"),
+        option("scene",
+               OptionsText::tr(
+                   "Set up a scene: a name from --list-scenes, or a file with a set-up. Nothing that was kept from "
+                   "earlier runs has a part in it."),
+               "NAME|FILE"),
         option("recording",
-               Text::tr("Play a recording: a CSV file that was logged, or any other with a header line. Its curves are "
-                        "shown, or those of --scene when that is given."),
+               OptionsText::tr(
+                   "Play a recording: a CSV file that was logged, or any other with a header line. Its curves are "
+                   "shown, or those of --scene when that is given."),
                "FILE"),
-        option(
-            "device",
-            Text::tr("Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or "
-                     "modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given "
-                     "more than once. Without --scene the first two values of an axis are drawn."),
-            "DEVICE"),
-        option("seconds", Text::tr("Run the scene (default: circle) that long, save a picture and end; default 5."),
-               "N"),
-        option("picture", Text::tr("Where to save that picture, a PNG of the whole container; default ./xy-plot.png."),
+        option("device",
+               OptionsText::tr(
+                   "Add a Modbus device: modbus-tcp:HOST:PORT/UNIT,MAP or "
+                   "modbus-rtu:PORT:BAUD[:PARITY[:STOPBITS]]/UNIT,MAP, where MAP is its register map; may be given "
+                   "more than once. Without --scene the first two values of an axis are drawn."),
+               "DEVICE"),
+        option("seconds",
+               OptionsText::tr("Run the scene (default: circle) that long, save a picture and end; default 5."), "N"),
+        option("picture",
+               OptionsText::tr("Where to save that picture, a PNG of the whole container; default ./xy-plot.png."),
                "FILE"),
         option("log",
-               Text::tr("Record the run to a CSV file, by the window's own box and dialog; an existing file is "
-                        "overwritten. A picture is then saved only with --picture."),
+               OptionsText::tr("Record the run to a CSV file, by the window's own box and dialog; an existing file is "
+                               "overwritten. A picture is then saved only with --picture."),
                "FILE"),
-        option("size", Text::tr("Size of the plot window in pixels; pictures have 1000x600 unless this is given."),
+        option("size",
+               OptionsText::tr("Size of the plot window in pixels; pictures have 1000x600 unless this is given."),
                "WxH"),
-        option("seed", Text::tr("Seed of all simulated noise, in place of the scene's own."), "N"),
-        option("plugin",
-               Text::tr("A container plugin to load, or a folder of them; may be given more than once. Without it, "
-                        "those that came with the program and those in the user's plugin folder are loaded."),
-               "FILE|FOLDER"),
+        option("seed", OptionsText::tr("Seed of all simulated noise, in place of the scene's own."), "N"),
+        option(
+            "plugin",
+            OptionsText::tr("A container plugin to load, or a folder of them; may be given more than once. Without it, "
+                            "those that came with the program and those in the user's plugin folder are loaded."),
+            "FILE|FOLDER"),
         option("palette",
-               Text::tr("Colours of the windows: light, dark or system; by default as chosen in the View menu."),
+               OptionsText::tr("Colours of the windows: light, dark or system; by default as chosen in the View menu."),
                "NAME"),
-        option("language", Text::tr("Language of the workbench: de or en; by default as chosen in the View menu."),
-               "CODE"),
-        option("settings", Text::tr("The settings file; scenes use one that is thrown away unless this is given."),
-               "FILE"),
-        option("list-scenes", Text::tr("List the shipped scenes and end."), nullptr),
-        option("list-plugins", Text::tr("List the plugins, whether they are of use, and end."), nullptr),
-        option("self-test", Text::tr("Look whether this program and its plugins are complete and work, and end."),
-               nullptr),
-        option("version", Text::tr("Show the version and end."), nullptr),
-        option("help", Text::tr("Show this text and end."), nullptr),
+        option("language",
+               OptionsText::tr("Language of the workbench: de or en; by default as chosen in the View menu."), "CODE"),
+        option("settings",
+               OptionsText::tr("The settings file; scenes use one that is thrown away unless this is given."), "FILE"),
+        option("list-scenes", OptionsText::tr("List the shipped scenes and end."), nullptr),
+        option("list-plugins", OptionsText::tr("List the plugins, whether they are of use, and end."), nullptr),
+        option("self-test",
+               OptionsText::tr("Look whether this program and its plugins are complete and work, and end."), nullptr),
+        option("version", OptionsText::tr("Show the version and end."), nullptr),
+        option("help", OptionsText::tr("Show this text and end."), nullptr),
     };
 }
 
@@ -83,7 +87,7 @@ QString textOf(const QCommandLineParser &parser, const char *name, QString &erro
     }
     QString text = parser.value(option);
     if (text.trimmed().isEmpty() && error.isEmpty()) {
-        error = Text::tr("--%1: expected a value, found none").arg(option);
+        error = OptionsText::tr("--%1: expected a value, found none").arg(option);
     }
     return text;
 }
@@ -94,7 +98,7 @@ void checkPicture(const QString &path, QString &error)
     static const QRegularExpression otherKind(QStringLiteral("\\.(jpe?g|bmp|gif|tiff?|webp|svg|pdf)$"),
                                               QRegularExpression::CaseInsensitiveOption);
     if (error.isEmpty() && otherKind.match(path).hasMatch()) {
-        error = Text::tr("--picture: expected the name of a PNG file, found \"%1\"").arg(path);
+        error = OptionsText::tr("--picture: expected the name of a PNG file, found \"%1\"").arg(path);
     }
 }
 
@@ -103,7 +107,7 @@ void readSeconds(const QString &text, Options &options, QString &error)
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
     if (!isNumber || !std::isfinite(seconds) || seconds <= 0.0 || seconds > maximumRunSeconds) {
-        error = Text::tr("--seconds: expected a number above 0 and up to %1, found \"%2\"")
+        error = OptionsText::tr("--seconds: expected a number above 0 and up to %1, found \"%2\"")
                     .arg(maximumRunSeconds)
                     .arg(text);
         return;
@@ -117,9 +121,10 @@ void readSize(const QString &text, Options &options, QString &error)
     const QRegularExpressionMatch match = pattern.match(text);
     const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
     if (!match.hasMatch() || size.isEmpty() || qMax(size.width(), size.height()) > maximumSidePixels) {
-        error = Text::tr("--size: expected WIDTHxHEIGHT with sides of 1 to %1, for example 1000x600, found \"%2\"")
-                    .arg(maximumSidePixels)
-                    .arg(text);
+        error =
+            OptionsText::tr("--size: expected WIDTHxHEIGHT with sides of 1 to %1, for example 1000x600, found \"%2\"")
+                .arg(maximumSidePixels)
+                .arg(text);
         return;
     }
     options.size = size;
@@ -130,7 +135,7 @@ void readSeed(const QString &text, Options &options, QString &error)
     bool isNumber = false;
     const quint32 seed = text.toUInt(&isNumber);
     if (!isNumber) {
-        error = Text::tr("--seed: expected a whole number from 0 to 4294967295, found \"%1\"").arg(text);
+        error = OptionsText::tr("--seed: expected a whole number from 0 to 4294967295, found \"%1\"").arg(text);
         return;
     }
     options.seed = seed;
@@ -140,7 +145,7 @@ void readPalette(const QString &text, Options &options, QString &error)
 {
     const std::optional<PaletteChoice> choice = paletteChoice(text);
     if (!choice) {
-        error = Text::tr("--palette: expected light, dark or system, found \"%1\"").arg(text);
+        error = OptionsText::tr("--palette: expected light, dark or system, found \"%1\"").arg(text);
         return;
     }
     options.palette = *choice;
@@ -149,7 +154,8 @@ void readPalette(const QString &text, Options &options, QString &error)
 void readLanguage(const QString &text, Options &options, QString &error)
 {
     if (!Language::codes().contains(text)) {
-        error = Text::tr("--language: expected %1, found \"%2\"").arg(Language::codes().join(Text::tr(" or ")), text);
+        error = OptionsText::tr("--language: expected %1, found \"%2\"")
+                    .arg(Language::codes().join(OptionsText::tr(" or ")), text);
         return;
     }
     options.language = text;
@@ -191,7 +197,7 @@ OptionsResult parseOptions(const QStringList &arguments)
     const QStringList files = parser.positionalArguments();
     options.file = files.value(0);
     if (files.size() > 1 || (files.size() == 1 && parser.isSet(QStringLiteral("scene")))) {
-        result.error = Text::tr("Unexpected argument \"%1\"").arg(files.constLast());
+        result.error = OptionsText::tr("Unexpected argument \"%1\"").arg(files.constLast());
         return result;
     }
     options.wantsHelp = parser.isSet(QStringLiteral("help"));
@@ -227,19 +233,20 @@ OptionsResult parseOptions(const QStringList &arguments)
 
 QString optionsHelp()
 {
-    QString text = Text::tr("Usage: xy-plot-workbench [options] [FILE]\n\n"
-                            "A stand-in host for container plugins, with simulated motor-controller modules.\n"
-                            "FILE is a set-up to open, as the File menu saves it.\n"
-                            "Without a display it runs a scene off screen, saves a picture of its window and ends.\n\n"
-                            "Options:\n");
+    QString text =
+        OptionsText::tr("Usage: xy-plot-workbench [options] [FILE]\n\n"
+                        "A stand-in host for container plugins, with simulated motor-controller modules.\n"
+                        "FILE is a set-up to open, as the File menu saves it.\n"
+                        "Without a display it runs a scene off screen, saves a picture of its window and ends.\n\n"
+                        "Options:\n");
     constexpr int columnWidth = 22;
     const QList<QCommandLineOption> options = allOptions();
     for (const QCommandLineOption &option : options) {
         const QString left = QStringLiteral("  --%1 %2").arg(option.names().constFirst(), option.valueName());
         text += left.leftJustified(columnWidth) + QLatin1Char(' ') + option.description() + QLatin1Char('\n');
     }
-    text +=
-        Text::tr("\nA signal (SIGINT, SIGTERM, SIGHUP) ends a run as closing the window does, with exit code 128 + its "
-                 "number.\nA second one ends it at once.\n");
+    text += OptionsText::tr(
+        "\nA signal (SIGINT, SIGTERM, SIGHUP) ends a run as closing the window does, with exit code 128 + its "
+        "number.\nA second one ends it at once.\n");
     return text;
 }

@@ -10,7 +10,7 @@
 namespace
 {
 
-struct Text
+struct PluginFoldersText
 {
     Q_DECLARE_TR_FUNCTIONS(PluginFolders)
 };
@@ -75,5 +75,5 @@ QStringList PluginFolders::files(const QStringList &asked)
 
 QString PluginFolders::noFilesText(const QStringList &asked)
 {
-    return Text::tr("%1: there is no plugin file in it").arg(asked.join(QStringLiteral(", ")));
+    return PluginFoldersText::tr("%1: there is no plugin file in it").arg(asked.join(QStringLiteral(", ")));
 }

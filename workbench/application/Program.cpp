@@ -28,7 +28,7 @@ constexpr int exitFailure = RunPlanResult::exitFailure;
 constexpr int exitUsage = RunPlanResult::exitUsage;
 constexpr int headlessFontPoints = 8;
 
-struct Text
+struct ProgramText
 {
     Q_DECLARE_TR_FUNCTIONS(Program)
 };
@@ -78,7 +78,7 @@ int listPlugins(const Options &options, const Terminal &terminal)
 std::optional<int> answerWithoutWindows(const OptionsResult &result, const Terminal &terminal)
 {
     if (!result.error.isEmpty()) {
-        terminal.printError(result.error + Text::tr(" (--help lists the options)"));
+        terminal.printError(result.error + ProgramText::tr(" (--help lists the options)"));
         return exitUsage;
     }
     if (result.options.wantsHelp) {
@@ -109,7 +109,7 @@ int run(Options options, bool isHeadless, const Terminal &terminal)
         return result.exitCode;
     }
     if (isHeadless && selfTest == nullptr) {
-        terminal.print(Text::tr("There is no display: \"%1\" runs off screen for %2 s.")
+        terminal.print(ProgramText::tr("There is no display: \"%1\" runs off screen for %2 s.")
                            .arg(result.plan.scene.shownTitle())
                            .arg(result.plan.seconds));
     }

@@ -16,7 +16,7 @@ namespace
 constexpr double defaultRunSeconds = 5.0;
 constexpr QSize defaultPictureSize(1000, 600); // wide enough for a square plot beside the tables
 
-struct Text
+struct RunPlanText
 {
     Q_DECLARE_TR_FUNCTIONS(RunPlan)
 };
@@ -51,8 +51,8 @@ void checkFiles(const RunPlan &plan, RunPlanResult &result)
         }
         for (int j = 0; j < i; ++j) {
             if (!files.at(j).second.isEmpty() && isSameFile(path, files.at(j).second)) {
-                result.error =
-                    Text::tr("%1 and %2 lead to the same file: %3").arg(files.at(j).first, files.at(i).first, path);
+                result.error = RunPlanText::tr("%1 and %2 lead to the same file: %3")
+                                   .arg(files.at(j).first, files.at(i).first, path);
                 result.exitCode = RunPlanResult::exitUsage;
                 return;
             }
@@ -60,7 +60,7 @@ void checkFiles(const RunPlan &plan, RunPlanResult &result)
         // A log is written on and on; the others are written beside the file that they then replace.
         const QString obstacle = i == 0 ? writeObstacle(path) : replaceObstacle(path);
         if (!obstacle.isEmpty()) {
-            result.error = Text::tr("%1: cannot save there: %2").arg(path, obstacle);
+            result.error = RunPlanText::tr("%1: cannot save there: %2").arg(path, obstacle);
             result.exitCode = RunPlanResult::exitFailure;
             return;
         }
@@ -77,7 +77,7 @@ void addRecording(const QString &path, RunPlanResult &result)
     for (const auto &[name, target] : written) {
         if (!target.isEmpty() && isSameFile(target, path)) {
             result.error =
-                Text::tr("%1 and %2 lead to the same file: %3").arg(QStringLiteral("--recording"), name, path);
+                RunPlanText::tr("%1 and %2 lead to the same file: %3").arg(QStringLiteral("--recording"), name, path);
             result.exitCode = RunPlanResult::exitUsage;
             return;
         }
@@ -165,7 +165,7 @@ RunPlanResult planRun(const Options &options, bool isHeadless)
     const QString path = scenePath(name);
     plan.scenePath = path;
     if (path.isEmpty()) {
-        result.error = Text::tr("no scene and no file is called \"%1\"; the scenes are: %2")
+        result.error = RunPlanText::tr("no scene and no file is called \"%1\"; the scenes are: %2")
                            .arg(name, shippedScenes().join(QStringLiteral(", ")));
         result.exitCode = RunPlanResult::exitUsage;
         return result;

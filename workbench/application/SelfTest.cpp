@@ -25,7 +25,7 @@ constexpr int hueTolerance = 12;        // degrees
 constexpr int minimumSaturation = 100;  // of 255
 constexpr int drawingSidePixels = 16;
 
-struct Text
+struct SelfTestText
 {
     Q_DECLARE_TR_FUNCTIONS(SelfTest)
 };
@@ -63,7 +63,7 @@ QString problemOfLines(const QList<QByteArray> &lines, int curves)
 {
     for (int i = 0; i < lines.size(); ++i) {
         if (!PlotterWindow::isLogLine(lines.at(i), i, curves)) {
-            return Text::tr("line %1 is \"%2\"").arg(i + 1).arg(QString::fromUtf8(lines.at(i)).simplified());
+            return SelfTestText::tr("line %1 is \"%2\"").arg(i + 1).arg(QString::fromUtf8(lines.at(i)).simplified());
         }
     }
     return {};
@@ -111,7 +111,7 @@ void SelfTest::checkDrawings()
                              .toImage()
                              .convertToFormat(QImage::Format_ARGB32);
     check(!arrow.isNull() && hasSeveralColors(arrow),
-          Text::tr("drawings: the SVG image plugin of Qt draws the arrow of the boxes"));
+          SelfTestText::tr("drawings: the SVG image plugin of Qt draws the arrow of the boxes"));
 }
 
 void SelfTest::noteEmptyPlot(ContainerInterface *container)
@@ -123,13 +123,14 @@ void SelfTest::checkPicture(const QString &path, int curves)
 {
     const QImage picture(path);
     if (!check(!picture.isNull() && picture.size() == m_emptyPlot.size(),
-               Text::tr("picture: %1x%2 pixels").arg(picture.width()).arg(picture.height()))) {
+               SelfTestText::tr("picture: %1x%2 pixels").arg(picture.width()).arg(picture.height()))) {
         return;
     }
     for (int curve = 0; curve < curves; ++curve) {
         const QColor &color = colorForIds[curve % curveColorCount];
         const int pixels = pixelsOfColor(picture, color) - pixelsOfColor(m_emptyPlot, color);
-        check(pixels >= minimumCurvePixels, Text::tr("curve %1: drawn with %2 pixels").arg(curve + 1).arg(pixels));
+        check(pixels >= minimumCurvePixels,
+              SelfTestText::tr("curve %1: drawn with %2 pixels").arg(curve + 1).arg(pixels));
     }
 }
 
@@ -137,7 +138,7 @@ void SelfTest::checkLog(const QString &path, int curves, int lines)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        check(false, Text::tr("log: %1: %2").arg(path, file.errorString()));
+        check(false, SelfTestText::tr("log: %1: %2").arg(path, file.errorString()));
         return;
     }
     QList<QByteArray> found = file.readAll().split(QByteArray(hostLineEnd).back());
@@ -145,9 +146,10 @@ void SelfTest::checkLog(const QString &path, int curves, int lines)
     const QString problem = problemOfLines(found, curves);
     const int dataLines = found.size() - PlotterWindow::logHeaderLines;
     check(dataLines >= minimumLines && dataLines == lines,
-          Text::tr("log: %1 lines below the header, %2 were recorded").arg(dataLines).arg(lines));
-    check(problem.isEmpty() && rest.isEmpty(),
-          problem.isEmpty() ? Text::tr("log: every line is whole and in its place") : Text::tr("log: %1").arg(problem));
+          SelfTestText::tr("log: %1 lines below the header, %2 were recorded").arg(dataLines).arg(lines));
+    check(problem.isEmpty() && rest.isEmpty(), problem.isEmpty()
+                                                   ? SelfTestText::tr("log: every line is whole and in its place")
+                                                   : SelfTestText::tr("log: %1").arg(problem));
 }
 
 void SelfTest::checkContainer(MainWindow &window, ContainerInterface *container)
@@ -155,5 +157,5 @@ void SelfTest::checkContainer(MainWindow &window, ContainerInterface *container)
     window.openContainer(container);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     check(container->isVisible() && hasSeveralColors(container->grab().toImage()),
-          Text::tr("container: \"%1\" opens and shows something").arg(container->windowTitle()));
+          SelfTestText::tr("container: \"%1\" opens and shows something").arg(container->windowTitle()));
 }

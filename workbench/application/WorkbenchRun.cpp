@@ -27,7 +27,7 @@ namespace
 
 constexpr int exitFailure = RunPlanResult::exitFailure;
 
-struct Text
+struct WorkbenchRunText
 {
     Q_DECLARE_TR_FUNCTIONS(WorkbenchRun)
 };
@@ -116,7 +116,8 @@ bool WorkbenchRun::loadPlugins()
         Language::useForPlugin(file);
         const QString problem = m_workbench.loadPlugin(file);
         if (m_selfTest != nullptr) {
-            m_selfTest->check(problem.isEmpty(), Text::tr("plugin: %1").arg(problem.isEmpty() ? file : problem));
+            m_selfTest->check(problem.isEmpty(),
+                              WorkbenchRunText::tr("plugin: %1").arg(problem.isEmpty() ? file : problem));
         } else if (!problem.isEmpty()) {
             m_terminal.printError(problem);
         }
@@ -134,9 +135,10 @@ bool WorkbenchRun::addContainers()
         if (m_window->addContainer(plugin) != nullptr) {
             continue;
         }
-        const QString problem = Text::tr("%1: this plugin makes no container").arg(m_workbench.pluginPath(plugin));
+        const QString problem =
+            WorkbenchRunText::tr("%1: this plugin makes no container").arg(m_workbench.pluginPath(plugin));
         if (m_selfTest != nullptr) {
-            m_selfTest->check(false, Text::tr("plugin: %1").arg(problem));
+            m_selfTest->check(false, WorkbenchRunText::tr("plugin: %1").arg(problem));
         } else {
             m_terminal.printError(problem);
         }
@@ -166,7 +168,7 @@ QString WorkbenchRun::setUp()
     if (m_plan.size.isValid()) {
         const QSize actualSize = m_window->resizeContainer(m_container, m_plan.size);
         if (actualSize != m_plan.size) {
-            return Text::tr("the plot window cannot be %1x%2, it needs at least %3x%4")
+            return WorkbenchRunText::tr("the plot window cannot be %1x%2, it needs at least %3x%4")
                 .arg(m_plan.size.width())
                 .arg(m_plan.size.height())
                 .arg(actualSize.width())
@@ -229,7 +231,7 @@ int WorkbenchRun::runTimed()
         }
     }
     if (m_selfTest == nullptr) {
-        m_terminal.print(Text::tr("Answers read: %1; the picture is %2")
+        m_terminal.print(WorkbenchRunText::tr("Answers read: %1; the picture is %2")
                              .arg(m_workbench.modules().answeredRequests())
                              .arg(m_plan.picture));
     }
@@ -258,13 +260,14 @@ int WorkbenchRun::runRecorded()
         }
     }
     if (watch->linesWithOldValues() > 0) {
-        m_terminal.printError(Text::tr("%1: lines with old values, because a module did not answer: %2")
+        m_terminal.printError(WorkbenchRunText::tr("%1: lines with old values, because a module did not answer: %2")
                                   .arg(watch->file().path())
                                   .arg(watch->linesWithOldValues()));
     }
     if (m_selfTest == nullptr) {
-        m_terminal.print(
-            Text::tr("Lines recorded: %1; the log is %2").arg(watch->file().dataLines()).arg(watch->file().path()));
+        m_terminal.print(WorkbenchRunText::tr("Lines recorded: %1; the log is %2")
+                             .arg(watch->file().dataLines())
+                             .arg(watch->file().path()));
     }
     return 0;
 }
@@ -280,7 +283,7 @@ int WorkbenchRun::testItself()
     if (EndSignals::instance() != nullptr && EndSignals::instance()->exitCodeOr(0) != 0) {
         return exitFailure; // a run that was cut short cannot be checked
     }
-    if (test.check(exitCode == 0, Text::tr("scene: \"%1\" ran for %2 s and was recorded")
+    if (test.check(exitCode == 0, WorkbenchRunText::tr("scene: \"%1\" ran for %2 s and was recorded")
                                       .arg(m_plan.scene.shownTitle())
                                       .arg(m_plan.seconds))) {
         const RecordingWatch *const watch = m_window->recordings()->watch(m_container);

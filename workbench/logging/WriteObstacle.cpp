@@ -18,7 +18,7 @@ namespace
 
 constexpr qint64 minimumFreeBytes = 4096; // a block: with less, not even a line is sure to fit
 
-struct Text
+struct WriteObstacleText
 {
     Q_DECLARE_TR_FUNCTIONS(WriteObstacle)
 };
@@ -69,23 +69,23 @@ QString writeObstacle(const QString &path)
     const QFileInfo file(path);
     const QFileInfo folder(file.absolutePath());
     if (file.isDir()) {
-        return Text::tr("it is a folder");
+        return WriteObstacleText::tr("it is a folder");
     }
     if (!folder.isDir()) {
-        return Text::tr("there is no such folder");
+        return WriteObstacleText::tr("there is no such folder");
     }
     if (file.exists() ? !file.isWritable() : !folder.isWritable()) {
-        return Text::tr("writing is not allowed");
+        return WriteObstacleText::tr("writing is not allowed");
     }
     if (isPipeWithoutReader(path)) {
-        return Text::tr("nobody reads from this pipe");
+        return WriteObstacleText::tr("nobody reads from this pipe");
     }
     const QStorageInfo storage(folder.absoluteFilePath());
     if (storage.isValid() && storage.isReadOnly()) {
-        return Text::tr("the file system is read-only");
+        return WriteObstacleText::tr("the file system is read-only");
     }
     if (storage.isValid() && storage.bytesTotal() > 0 && storage.bytesAvailable() < minimumFreeBytes) {
-        return Text::tr("the disk is full");
+        return WriteObstacleText::tr("the disk is full");
     }
     return {};
 }
@@ -94,7 +94,7 @@ QString replaceObstacle(const QString &path)
 {
     const QFileInfo file(path);
     if (file.exists() && !file.isFile() && !file.isDir()) {
-        return Text::tr("it is a device or a pipe, no file that could be replaced");
+        return WriteObstacleText::tr("it is a device or a pipe, no file that could be replaced");
     }
     return writeObstacle(path);
 }

@@ -11,7 +11,7 @@
 namespace
 {
 
-struct Text
+struct ModuleFactoryText
 {
     Q_DECLARE_TR_FUNCTIONS(ModuleFactory)
 };
@@ -26,7 +26,8 @@ struct FamilyFactory
     {
         const ModuleKind *const kind = findModuleKind(settings.kind);
         if (kind == nullptr) {
-            return {nullptr, Text::tr("%1: there is no kind of module called \"%2\"").arg(key, settings.kind)};
+            return {nullptr,
+                    ModuleFactoryText::tr("%1: there is no kind of module called \"%2\"").arg(key, settings.kind)};
         }
         auto module = std::make_unique<SimulatedModule>(*kind, key, context.handler, context.clock, context.seed);
         for (auto motion = settings.motions.cbegin(); motion != settings.motions.cend(); ++motion) {

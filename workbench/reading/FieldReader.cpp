@@ -10,7 +10,7 @@
 namespace
 {
 
-struct Text
+struct FieldReaderText
 {
     Q_DECLARE_TR_FUNCTIONS(FieldReader)
 };
@@ -47,7 +47,7 @@ void FieldReader::addError(const QString &place, const QString &name, const QStr
     const QString field = placeOf(place, name);
     if (!m_places.contains(field)) { // what follows from the first error would only confuse
         m_places.append(field);
-        m_errors.append(oneLine(Text::tr("%1: field \"%2\": expected %3").arg(m_fileName, field, expected)));
+        m_errors.append(oneLine(FieldReaderText::tr("%1: field \"%2\": expected %3").arg(m_fileName, field, expected)));
     }
 }
 
@@ -56,7 +56,7 @@ void FieldReader::allowOnly(const QJsonObject &object, const QString &place, con
     const QStringList present = object.keys();
     for (const QString &name : present) {
         if (!names.contains(name)) {
-            addError(place, name, Text::tr("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
+            addError(place, name, FieldReaderText::tr("no such field, only: %1").arg(names.join(QStringLiteral(", "))));
         }
     }
 }
@@ -65,7 +65,7 @@ QString FieldReader::text(const QJsonObject &object, const QString &place, const
 {
     const QJsonValue value = object.value(name);
     if (!value.isString() || value.toString().trimmed().isEmpty()) {
-        addError(place, name, Text::tr("a text that is not empty"));
+        addError(place, name, FieldReaderText::tr("a text that is not empty"));
     }
     return value.toString();
 }
@@ -75,7 +75,7 @@ QString FieldReader::text(const QJsonObject &object, const QString &place, const
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isString()) {
-        addError(place, name, Text::tr("a text"));
+        addError(place, name, FieldReaderText::tr("a text"));
     }
     return value.toString(defaultText);
 }
@@ -84,7 +84,7 @@ bool FieldReader::boolean(const QJsonObject &object, const QString &place, const
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !value.isBool()) {
-        addError(place, name, Text::tr("true or false"));
+        addError(place, name, FieldReaderText::tr("true or false"));
     }
     return value.toBool(defaultValue);
 }
@@ -93,7 +93,7 @@ double FieldReader::number(const QJsonObject &object, const QString &place, cons
 {
     const QJsonValue value = object.value(name);
     if (!value.isUndefined() && !(value.isDouble() && std::isfinite(value.toDouble()))) {
-        addError(place, name, Text::tr("a number"));
+        addError(place, name, FieldReaderText::tr("a number"));
     }
     return value.toDouble(defaultValue);
 }
@@ -106,8 +106,9 @@ QString FieldReader::choice(const QJsonObject &object, const QString &place, con
         return defaultText;
     }
     if (!choices.contains(value.toString())) {
-        addError(place, name,
-                 Text::tr("one of %1").arg(quotedList(nearestTexts(value.toString(), choices, choices.size()))));
+        addError(
+            place, name,
+            FieldReaderText::tr("one of %1").arg(quotedList(nearestTexts(value.toString(), choices, choices.size()))));
     }
     return value.toString();
 }
@@ -121,7 +122,7 @@ qint64 FieldReader::integer(const QJsonObject &object, const QString &place, con
     }
     const double number = value.toDouble();
     if (!value.isDouble() || std::floor(number) < number || number < double(minimum) || number > double(maximum)) {
-        addError(place, name, Text::tr("a whole number from %1 to %2").arg(minimum).arg(maximum));
+        addError(place, name, FieldReaderText::tr("a whole number from %1 to %2").arg(minimum).arg(maximum));
         return defaultValue;
     }
     return qint64(number);
@@ -131,7 +132,7 @@ QJsonObject FieldReader::object(const QJsonObject &object, const QString &place,
 {
     const QJsonValue value = object.value(name);
     if (!value.isObject() && (isRequired || !value.isUndefined())) {
-        addError(place, name, Text::tr("an object in braces"));
+        addError(place, name, FieldReaderText::tr("an object in braces"));
     }
     return value.toObject();
 }
@@ -141,13 +142,13 @@ QList<QJsonObject> FieldReader::objects(const QJsonObject &object, const QString
 {
     const QJsonValue value = object.value(name);
     if (!value.isArray() && (isRequired || !value.isUndefined())) {
-        addError(place, name, Text::tr("a list of objects in brackets"));
+        addError(place, name, FieldReaderText::tr("a list of objects in brackets"));
     }
     QList<QJsonObject> list;
     const QJsonArray elements = value.toArray();
     for (const QJsonValue &element : elements) {
         if (!element.isObject()) {
-            addError(QString(), placeOf(place, name, list.size()), Text::tr("an object in braces"));
+            addError(QString(), placeOf(place, name, list.size()), FieldReaderText::tr("an object in braces"));
         }
         list.append(element.toObject());
     }

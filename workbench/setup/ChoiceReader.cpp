@@ -14,7 +14,7 @@ namespace
 
 using PlotterWindow::Side;
 
-struct Text
+struct ChoiceReaderText
 {
     Q_DECLARE_TR_FUNCTIONS(ChoiceReader)
 };
@@ -65,10 +65,11 @@ void keepOneModule(SceneSource SceneCurve::*side, const QString &sideName, Chose
             module = source.module;
         }
         if (source.isChosen() && source.module != module) {
-            chosen.losses.append(Text::tr("curve %1, %2: its page shows the module \"%3\", but all curves share one "
-                                          "module per side, which is \"%4\"")
-                                     .arg(curve + 1)
-                                     .arg(sideName, source.module, module));
+            chosen.losses.append(
+                ChoiceReaderText::tr("curve %1, %2: its page shows the module \"%3\", but all curves share one "
+                                     "module per side, which is \"%4\"")
+                    .arg(curve + 1)
+                    .arg(sideName, source.module, module));
             source = {};
         }
     }

@@ -10,9 +10,8 @@ namespace
 {
 
 constexpr int maximumPosition = 32767; // widget pixels, to all sides
-constexpr int maximumSide = 16384;     // widget pixels
 
-struct Text
+struct ContainerFieldsText
 {
     Q_DECLARE_TR_FUNCTIONS(ContainerFields)
 };
@@ -49,10 +48,10 @@ SceneSource readSource(FieldReader &reader, const QJsonObject &curve, const QStr
     source.isSigned = reader.boolean(object, place, QStringLiteral("signed"), false);
     if (!keys.all.contains(source.module)) {
         reader.addError(place, QStringLiteral("module"),
-                        Text::tr("the key of one of the set-up's modules: %1")
+                        ContainerFieldsText::tr("the key of one of the set-up's modules: %1")
                             .arg(quotedList(nearestTexts(source.module, keys.all, keys.all.size()))));
     } else if (keys.takenOut.contains(source.module)) {
-        reader.addError(place, QStringLiteral("module"), Text::tr("a module that is plugged in"));
+        reader.addError(place, QStringLiteral("module"), ContainerFieldsText::tr("a module that is plugged in"));
     }
     return source;
 }
@@ -82,9 +81,10 @@ void requireSameModule(FieldReader &reader, const QString &place, const SceneSou
             continue;
         }
         if (first.module != source.module) {
-            reader.addError(place, QStringLiteral("module"),
-                            Text::tr("\"%1\" as for the first curve, because all curves share one module per side")
-                                .arg(first.module));
+            reader.addError(
+                place, QStringLiteral("module"),
+                ContainerFieldsText::tr("\"%1\" as for the first curve, because all curves share one module per side")
+                    .arg(first.module));
         }
         return;
     }
@@ -98,7 +98,7 @@ QList<SceneCurve> readCurves(FieldReader &reader, const QJsonObject &object, con
     const QString nameY = QStringLiteral("y");
     const QList<QJsonObject> list = reader.objects(object, place, name, true);
     if (list.size() > SceneContainer::maximumCurves) {
-        reader.addError(place, name, Text::tr("at most %1 curves").arg(SceneContainer::maximumCurves));
+        reader.addError(place, name, ContainerFieldsText::tr("at most %1 curves").arg(SceneContainer::maximumCurves));
     }
     QList<SceneCurve> curves;
     for (int i = 0; i < list.size(); ++i) {
@@ -144,17 +144,18 @@ WindowPlace readPlace(FieldReader &reader, const QJsonObject &object, const QStr
     }
     for (const QString &side : sides) {
         if (given > 0 && !window.contains(side)) {
-            reader.addError(place, side, Text::tr("a whole number, because position and size belong together"));
+            reader.addError(place, side,
+                            ContainerFieldsText::tr("a whole number, because position and size belong together"));
         }
     }
     const int x = int(reader.integer(window, place, sides.at(0), -maximumPosition, maximumPosition, 0));
     const int y = int(reader.integer(window, place, sides.at(1), -maximumPosition, maximumPosition, 0));
-    const int width = int(reader.integer(window, place, sides.at(2), 1, maximumSide, 1));
-    const int height = int(reader.integer(window, place, sides.at(3), 1, maximumSide, 1));
+    const int width = int(reader.integer(window, place, sides.at(2), 1, WindowPlace::maximumSide, 1));
+    const int height = int(reader.integer(window, place, sides.at(3), 1, WindowPlace::maximumSide, 1));
     result.geometry = given > 0 ? QRect(x, y, width, height) : QRect();
     if (given > 0 && result.state != WindowPlace::State::Normal) {
         reader.addError(place, QStringLiteral("state"),
-                        Text::tr("\"normal\", because the window has position and size"));
+                        ContainerFieldsText::tr("\"normal\", because the window has position and size"));
     }
     return result;
 }

@@ -13,10 +13,6 @@ namespace
 
 using Parity = ConnectionSettings::Parity;
 
-constexpr int maximumPort = 65535;
-constexpr int maximumTcpUnit = 255;
-constexpr int maximumSerialUnit = 247;
-
 const QString kindField = QStringLiteral("kind");
 const QString tcpKind = QStringLiteral("modbus-tcp");
 const QString rtuKind = QStringLiteral("modbus-rtu");
@@ -29,7 +25,7 @@ const QString stopBitsField = QStringLiteral("stopBits");
 const QString unitField = QStringLiteral("unit");
 const QString mapField = QStringLiteral("map");
 
-struct Text
+struct DeviceFieldsText
 {
     Q_DECLARE_TR_FUNCTIONS(DeviceFields)
 };
@@ -48,10 +44,16 @@ decltype(ModuleSettings::family) readTcp(FieldReader &reader, const QJsonObject 
     ConnectionSettings &connection = device.connection;
     connection.medium = ConnectionSettings::Medium::Tcp;
     connection.host = reader.text(object, place, hostField);
-    connection.port = quint16(reader.integer(object, place, portField, 1, maximumPort, connection.port));
-    connection.unit = int(reader.integer(object, place, unitField, 0, maximumTcpUnit, connection.unit));
-    if (connection.unit > maximumSerialUnit && connection.unit != maximumTcpUnit) {
-        reader.addError(place, unitField, Text::tr("0 to %1, or %2").arg(maximumSerialUnit).arg(maximumTcpUnit));
+    connection.port =
+        quint16(reader.integer(object, place, portField, 1, ConnectionSettings::maximumPort, connection.port));
+    connection.unit =
+        int(reader.integer(object, place, unitField, 0, ConnectionSettings::maximumTcpUnit, connection.unit));
+    if (connection.unit > ConnectionSettings::maximumSerialUnit &&
+        connection.unit != ConnectionSettings::maximumTcpUnit) {
+        reader.addError(place, unitField,
+                        DeviceFieldsText::tr("0 to %1, or %2")
+                            .arg(ConnectionSettings::maximumSerialUnit)
+                            .arg(ConnectionSettings::maximumTcpUnit));
     }
     device.mapFile = reader.text(object, place, mapField);
     return device;
@@ -70,12 +72,13 @@ decltype(ModuleSettings::family) readRtu(FieldReader &reader, const QJsonObject 
         for (const int baud : ConnectionSettings::standardBauds()) {
             bauds.append(QString::number(baud));
         }
-        reader.addError(place, baudField, Text::tr("one of %1").arg(bauds.join(QStringLiteral(", "))));
+        reader.addError(place, baudField, DeviceFieldsText::tr("one of %1").arg(bauds.join(QStringLiteral(", "))));
     }
     connection.parity = parities().value(
         reader.choice(object, place, parityField, parities().keys(), parities().key(connection.parity)));
     connection.stopBits = int(reader.integer(object, place, stopBitsField, 1, 2, connection.stopBits));
-    connection.unit = int(reader.integer(object, place, unitField, 1, maximumSerialUnit, connection.unit));
+    connection.unit =
+        int(reader.integer(object, place, unitField, 1, ConnectionSettings::maximumSerialUnit, connection.unit));
     device.mapFile = reader.text(object, place, mapField);
     return device;
 }

@@ -7,7 +7,7 @@
 namespace
 {
 
-decltype(ModuleSettings::family) read(FieldReader &reader, const QJsonObject &object, const QString &place)
+decltype(ModuleSettings::family) readRecording(FieldReader &reader, const QJsonObject &object, const QString &place)
 {
     using Settings = RecordingSettings;
     Settings settings;
@@ -21,7 +21,7 @@ decltype(ModuleSettings::family) read(FieldReader &reader, const QJsonObject &ob
     return settings;
 }
 
-QJsonObject write(const ModuleSettings &module)
+QJsonObject writeRecording(const ModuleSettings &module)
 {
     const auto *const settings = std::get_if<RecordingSettings>(&module.family);
     if (settings == nullptr) {
@@ -41,8 +41,8 @@ ModuleFields recordingFields()
     return {{QStringLiteral("recording")},
             {QStringLiteral("file"), QStringLiteral("beside"), QStringLiteral("playing"), QStringLiteral("repeated"),
              QStringLiteral("speedTenths")},
-            read,
-            write};
+            readRecording,
+            writeRecording};
 }
 
 void resolveRecordings(QList<ModuleSettings> &modules, const QString &folder)

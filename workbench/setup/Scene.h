@@ -43,6 +43,8 @@ struct WindowPlace
         Closed
     };
 
+    static constexpr int maximumSide = 16384; ///< of any window, widget pixels
+
     State state = State::Maximised;
     QRect geometry; ///< of the window when it is neither maximised nor minimised; invalid where the workspace decides
 };

@@ -23,9 +23,8 @@ namespace
 {
 
 constexpr qint64 maximumSceneBytes = 1024 * 1024;
-constexpr int maximumSide = 16384; // of the window, widget pixels
 
-struct Text
+struct SceneReaderText
 {
     Q_DECLARE_TR_FUNCTIONS(SceneReader)
 };
@@ -35,7 +34,7 @@ ContainerFields::Keys readModules(FieldReader &reader, const QJsonObject &root, 
     const QString name = QStringLiteral("modules");
     const QList<QJsonObject> modules = reader.objects(root, QString(), name, true);
     if (modules.size() > Scene::maximumModules) {
-        reader.addError(QString(), name, Text::tr("at most %1 modules").arg(Scene::maximumModules));
+        reader.addError(QString(), name, SceneReaderText::tr("at most %1 modules").arg(Scene::maximumModules));
     }
     ContainerFields::Keys keys;
     for (int i = 0; i < modules.size(); ++i) {
@@ -43,7 +42,7 @@ ContainerFields::Keys readModules(FieldReader &reader, const QJsonObject &root, 
         bool isPluggedIn = true;
         const ModuleSettings module = readModule(reader, modules.at(i), place, isPluggedIn);
         if (keys.all.contains(module.key)) {
-            reader.addError(place, QStringLiteral("key"), Text::tr("a key that no other module has"));
+            reader.addError(place, QStringLiteral("key"), SceneReaderText::tr("a key that no other module has"));
         }
         keys.all.append(module.key);
         if (!isPluggedIn) {
@@ -62,19 +61,20 @@ void readContainers(FieldReader &reader, const QJsonObject &root, const Containe
     if (!root.contains(name)) {
         static_cast<SceneContainer &>(scene) = ContainerFields::read(reader, root, QString(), keys);
         if (root.contains(front)) {
-            reader.addError(QString(), front, Text::tr("no such field without \"containers\""));
+            reader.addError(QString(), front, SceneReaderText::tr("no such field without \"containers\""));
         }
         return;
     }
     const QStringList singles = ContainerFields::namesInScene();
     for (const QString &single : singles) {
         if (root.contains(single)) {
-            reader.addError(QString(), single, Text::tr("no such field beside \"containers\", whose entries have it"));
+            reader.addError(QString(), single,
+                            SceneReaderText::tr("no such field beside \"containers\", whose entries have it"));
         }
     }
     const QList<QJsonObject> containers = reader.objects(root, QString(), name, true);
     if (containers.isEmpty() || containers.size() > Scene::maximumContainers) {
-        reader.addError(QString(), name, Text::tr("1 to %1 containers").arg(Scene::maximumContainers));
+        reader.addError(QString(), name, SceneReaderText::tr("1 to %1 containers").arg(Scene::maximumContainers));
     }
     for (int i = 0; i < containers.size(); ++i) {
         const SceneContainer container =
@@ -96,14 +96,14 @@ WindowLayout readLayout(FieldReader &reader, const QJsonObject &root)
     reader.allowOnly(object, name,
                      {QStringLiteral("width"), QStringLiteral("height"), QStringLiteral("maximised"), docks});
     WindowLayout layout;
-    const int width = int(reader.integer(object, name, QStringLiteral("width"), 1, maximumSide, -1));
-    const int height = int(reader.integer(object, name, QStringLiteral("height"), 1, maximumSide, -1));
+    const int width = int(reader.integer(object, name, QStringLiteral("width"), 1, WindowPlace::maximumSide, -1));
+    const int height = int(reader.integer(object, name, QStringLiteral("height"), 1, WindowPlace::maximumSide, -1));
     layout.size = QSize(width, height);
     layout.isMaximised = reader.boolean(object, name, QStringLiteral("maximised"), false);
     const QByteArray text = reader.text(object, name, docks, QString()).toLatin1();
     layout.docks = QByteArray::fromBase64(text);
     if (layout.docks.toBase64() != text) { // what is no base64 is skipped
-        reader.addError(name, docks, Text::tr("a text in base64, as the workbench has written it"));
+        reader.addError(name, docks, SceneReaderText::tr("a text in base64, as the workbench has written it"));
     }
     return layout;
 }

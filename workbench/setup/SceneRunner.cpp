@@ -18,7 +18,7 @@
 namespace
 {
 
-struct Text
+struct SceneRunnerText
 {
     Q_DECLARE_TR_FUNCTIONS(SceneRunner)
 };
@@ -104,7 +104,7 @@ void SceneRunner::chooseCurve(int curve)
     }
     const QList<QRadioButton *> buttons = frame->findChildren<QRadioButton *>();
     if (curve >= buttons.size()) {
-        fail(Text::tr("the plot window has %1 curves, the set-up needs more").arg(buttons.size()));
+        fail(SceneRunnerText::tr("the plot window has %1 curves, the set-up needs more").arg(buttons.size()));
         return;
     }
     buttons.at(curve)->click();
@@ -116,14 +116,17 @@ void SceneRunner::chooseSource(int curve, PlotterWindow::Side side, const SceneS
     if (!source.isChosen()) {
         return;
     }
-    m_place = Text::tr("curve %1, %2: ").arg(curve + 1).arg(QLatin1Char(side == PlotterWindow::Side::X ? 'X' : 'Y'));
+    m_place = SceneRunnerText::tr("curve %1, %2: ")
+                  .arg(curve + 1)
+                  .arg(QLatin1Char(side == PlotterWindow::Side::X ? 'X' : 'Y'));
     const PlotterWindow::SelectorPage names = PlotterWindow::selectorPage(curve, side);
     const QWidget *const stack = find<QStackedWidget>(m_container, names.stack);
     const QWidget *const page = stack == nullptr ? nullptr : find<QWidget>(stack, names.page);
     auto *const modules = page == nullptr ? nullptr : find<QComboBox>(page, names.modules);
     const int entry = modules == nullptr ? -1 : entriesOf(modules).indexOf(source.module);
     if (modules != nullptr && entry < 0) {
-        fail(Text::tr("the module \"%1\" is not offered, only: %2").arg(source.module, quotedList(entriesOf(modules))));
+        fail(SceneRunnerText::tr("the module \"%1\" is not offered, only: %2")
+                 .arg(source.module, quotedList(entriesOf(modules))));
     }
     if (entry >= 0) {
         modules->setCurrentIndex(entry);
@@ -145,7 +148,7 @@ bool SceneRunner::chooseMotor(QComboBox *motors, const SceneSource &source)
     }
     const int entry = motors->isHidden() ? -1 : entriesOf(motors).indexOf(source.motor);
     if (entry < 0) {
-        fail(Text::tr("the module \"%1\" has no motor \"%2\", only: %3")
+        fail(SceneRunnerText::tr("the module \"%1\" has no motor \"%2\", only: %3")
                  .arg(source.module, source.motor,
                       motors->isHidden() ? QStringLiteral("\"\"") : quotedList(entriesOf(motors))));
         return false;
@@ -162,16 +165,17 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
     if (model == nullptr || row < 0) {
         const QString nearest = quotedList(nearestTexts(source.value, names));
         fail(source.motor.isEmpty()
-                 ? Text::tr("the module \"%1\" has no value \"%2\"; the nearest are: %3")
+                 ? SceneRunnerText::tr("the module \"%1\" has no value \"%2\"; the nearest are: %3")
                        .arg(source.module, source.value, nearest)
-                 : Text::tr("the module \"%1\" has no value \"%2\" under its motor \"%3\"; the nearest are: %4")
+                 : SceneRunnerText::tr(
+                       "the module \"%1\" has no value \"%2\" under its motor \"%3\"; the nearest are: %4")
                        .arg(source.module, source.value, source.motor, nearest));
         return;
     }
     table->scrollTo(model->index(row, PlotterWindow::nameColumn));
     MouseClick::at(table->viewport(), middleOf(table, model->index(row, PlotterWindow::nameColumn)));
     if (table->currentIndex().row() != row) {
-        fail(Text::tr("the click on \"%1\" did not choose it").arg(source.value));
+        fail(SceneRunnerText::tr("the click on \"%1\" did not choose it").arg(source.value));
     }
     const QModelIndex box = model->index(row, PlotterWindow::signColumn);
     const auto isTicked = [&box] { return box.data(Qt::CheckStateRole).toInt() == Qt::Checked; };
@@ -181,7 +185,7 @@ void SceneRunner::chooseRow(QTableView *table, const SceneSource &source)
     table->scrollTo(box);
     MouseClick::at(table->viewport(), checkBoxOf(table, box));
     if (isTicked() != source.isSigned) {
-        fail(Text::tr("the value \"%1\" cannot be read as signed").arg(source.value));
+        fail(SceneRunnerText::tr("the value \"%1\" cannot be read as signed").arg(source.value));
     }
 }
 
@@ -195,7 +199,9 @@ void SceneRunner::setCurveBoxes(const QList<SceneCurve> &curves)
         }
     }
     if (boxes.size() < curves.size()) {
-        fail(Text::tr("the plot has boxes for %1 curves, the set-up needs %2").arg(boxes.size()).arg(curves.size()));
+        fail(SceneRunnerText::tr("the plot has boxes for %1 curves, the set-up needs %2")
+                 .arg(boxes.size())
+                 .arg(curves.size()));
     }
 }
 
@@ -219,7 +225,7 @@ template<typename Widget> Widget *SceneRunner::find(const QWidget *parent, const
 {
     auto *const widget = parent->findChild<Widget *>(name);
     if (widget == nullptr) {
-        fail(Text::tr("the container has no %1 called \"%2\", which a set-up needs")
+        fail(SceneRunnerText::tr("the container has no %1 called \"%2\", which a set-up needs")
                  .arg(QString::fromLatin1(Widget::staticMetaObject.className()), name));
     }
     return widget;

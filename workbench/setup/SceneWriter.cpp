@@ -15,7 +15,7 @@
 namespace
 {
 
-struct Text
+struct SceneWriterText
 {
     Q_DECLARE_TR_FUNCTIONS(SceneWriter)
 };
@@ -61,16 +61,16 @@ QString writeSceneFile(const Scene &scene, const QString &path)
 {
     const QString obstacle = obstacleToReplacing(path);
     if (!obstacle.isEmpty()) {
-        return Text::tr("%1: cannot be saved: %2").arg(path, obstacle);
+        return SceneWriterText::tr("%1: cannot be saved: %2").arg(path, obstacle);
     }
     const QByteArray text = sceneText(scene);
     const QString mistake = readScene(text, path).error; // what cannot be opened again must not replace a file
     if (!mistake.isEmpty()) {
-        return Text::tr("%1: cannot be saved: %2").arg(path, mistake);
+        return SceneWriterText::tr("%1: cannot be saved: %2").arg(path, mistake);
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
-        return Text::tr("%1: cannot be saved: %2").arg(path, file.errorString());
+        return SceneWriterText::tr("%1: cannot be saved: %2").arg(path, file.errorString());
     }
     return {};
 }

@@ -13,7 +13,7 @@ namespace
 
 constexpr int maximumAnswerTimeMs = 1000;
 
-struct Text
+struct SimulationFieldsText
 {
     Q_DECLARE_TR_FUNCTIONS(SimulationFields)
 };
@@ -37,10 +37,12 @@ MotionProgram readMotion(FieldReader &reader, const QJsonObject &axis, const QSt
     motion.phaseDegrees = reader.number(axis, place, QStringLiteral("phaseDegrees"), motion.phaseDegrees);
     motion.offset = reader.number(axis, place, QStringLiteral("offset"), motion.offset);
     if (motion.amplitude < 0.0) {
-        reader.addError(place, QStringLiteral("amplitude"), Text::tr("a number of microsteps, 0 or more"));
+        reader.addError(place, QStringLiteral("amplitude"),
+                        SimulationFieldsText::tr("a number of microsteps, 0 or more"));
     }
     if (motion.periodSeconds <= 0.0) {
-        reader.addError(place, QStringLiteral("periodSeconds"), Text::tr("a number of seconds above 0"));
+        reader.addError(place, QStringLiteral("periodSeconds"),
+                        SimulationFieldsText::tr("a number of seconds above 0"));
     }
     return motion;
 }
@@ -61,10 +63,10 @@ QJsonObject writeMotion(int axis, const MotionProgram &motion)
 QString expectedAxis(const QString &kind, int axes)
 {
     if (axes == 0) {
-        return Text::tr("no motion, because %1 has no axes").arg(kind);
+        return SimulationFieldsText::tr("no motion, because %1 has no axes").arg(kind);
     }
-    return axes == 1 ? Text::tr("0, because %1 has this axis only").arg(kind)
-                     : Text::tr("a whole number from 0 to %1, the axes of %2").arg(axes - 1).arg(kind);
+    return axes == 1 ? SimulationFieldsText::tr("0, because %1 has this axis only").arg(kind)
+                     : SimulationFieldsText::tr("a whole number from 0 to %1, the axes of %2").arg(axes - 1).arg(kind);
 }
 
 void readAxes(FieldReader &reader, const QJsonObject &object, const QString &place, SimulationSettings &settings)
@@ -84,13 +86,14 @@ void readAxes(FieldReader &reader, const QJsonObject &object, const QString &pla
             reader.addError(axisPlace, QStringLiteral("axis"), expectedAxis(settings.kind, axisCount));
         }
         if (settings.motions.contains(axis)) {
-            reader.addError(axisPlace, QStringLiteral("axis"), Text::tr("an axis that has no motion yet"));
+            reader.addError(axisPlace, QStringLiteral("axis"),
+                            SimulationFieldsText::tr("an axis that has no motion yet"));
         }
         settings.motions.insert(axis, readMotion(reader, axes.at(i), axisPlace));
     }
 }
 
-decltype(ModuleSettings::family) read(FieldReader &reader, const QJsonObject &object, const QString &place)
+decltype(ModuleSettings::family) readSimulation(FieldReader &reader, const QJsonObject &object, const QString &place)
 {
     SimulationSettings settings;
     settings.kind = object.value(QStringLiteral("kind")).toString();
@@ -102,7 +105,7 @@ decltype(ModuleSettings::family) read(FieldReader &reader, const QJsonObject &ob
     return settings;
 }
 
-QJsonObject write(const ModuleSettings &module)
+QJsonObject writeSimulation(const ModuleSettings &module)
 {
     const auto *const settings = std::get_if<SimulationSettings>(&module.family);
     if (settings == nullptr) {
@@ -132,6 +135,6 @@ ModuleFields simulationFields()
     return {
         kinds,
         {QStringLiteral("axes"), QStringLiteral("moving"), QStringLiteral("silent"), QStringLiteral("answerTimeMs")},
-        read,
-        write};
+        readSimulation,
+        writeSimulation};
 }

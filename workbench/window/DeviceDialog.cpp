@@ -22,9 +22,6 @@ namespace
 
 constexpr int fieldWidth = 36; // average characters
 constexpr int resultLines = 3;
-constexpr int maximumPort = 65535;
-constexpr int maximumTcpUnit = 255;
-constexpr int maximumSerialUnit = 247;
 constexpr int maximumNameCharacters = 40;
 
 using Medium = ConnectionSettings::Medium;
@@ -154,7 +151,8 @@ void DeviceDialog::makeFields()
     } else {
         makeRtuFields(form);
     }
-    m_unit = explained(m_medium == Medium::Tcp ? numberBox(0, maximumTcpUnit) : numberBox(1, maximumSerialUnit),
+    m_unit = explained(m_medium == Medium::Tcp ? numberBox(0, ConnectionSettings::maximumTcpUnit)
+                                               : numberBox(1, ConnectionSettings::maximumSerialUnit),
                        tr("The number of the device, also called slave address. Devices with a network port of their "
                           "own mostly take 1 or 255."));
     form->addRow(tr("&Unit:"), m_unit);
@@ -195,7 +193,8 @@ void DeviceDialog::makeTcpFields(QFormLayout *form)
     m_host = explained(new QLineEdit, tr("Name or address of the device, such as 192.168.0.10"));
     m_host->setMinimumWidth(fieldWidth * m_host->fontMetrics().averageCharWidth());
     form->addRow(tr("&Host:"), m_host);
-    m_port = explained(numberBox(1, maximumPort), tr("The TCP port of the device; 502 is the usual one"));
+    m_port = explained(numberBox(1, ConnectionSettings::maximumPort),
+                       tr("The TCP port of the device; 502 is the usual one"));
     form->addRow(tr("&Port:"), m_port);
 }
 

@@ -23,7 +23,7 @@ enum Column
 };
 
 constexpr double nsPerUs = 1000.0;
-constexpr int minimumHeightPixels = 48; // widget pixels
+constexpr int minimumTableHeightPixels = 48; // widget pixels
 
 /// Mean duration of all exchanges in µs; 0 before the first one.
 double meanDurationUs(const CommandHandlerInterface::Statistics &statistics)
@@ -44,7 +44,7 @@ ExchangePanel::ExchangePanel(const ModuleRack *rack, const AnswerWatch *watch, Q
     m_table->headerItem()->setToolTip(Unanswered, tr("Requests that got no answer in time"));
     m_table->setRootIsDecorated(false);
     m_table->setUniformRowHeights(true);
-    m_table->setMinimumHeight(minimumHeightPixels);
+    m_table->setMinimumHeight(minimumTableHeightPixels);
     m_table->header()->setStretchLastSection(false);
     m_table->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     for (int column = PerSecond; column < ColumnCount; ++column) {

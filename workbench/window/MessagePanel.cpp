@@ -22,7 +22,7 @@
 namespace
 {
 
-constexpr int marginWidth = 4;        // widget pixels
+constexpr int panelMarginWidth = 4;   // widget pixels
 constexpr int minimumViewHeight = 48; // widget pixels
 
 } // namespace
@@ -32,7 +32,7 @@ MessagePanel::MessagePanel(MessageLog *log, QWidget *parent)
 {
     m_filter->setSourceModel(m_model);
     auto *const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(marginWidth, marginWidth, marginWidth, marginWidth);
+    layout->setContentsMargins(panelMarginWidth, panelMarginWidth, panelMarginWidth, panelMarginWidth);
     layout->addLayout(makeControls());
     makeView();
     layout->addWidget(m_view, 1);

@@ -14,8 +14,8 @@
 namespace
 {
 
-constexpr int minimumWidthPixels = 175; // widget pixels
-constexpr int marginWidth = 4;          // widget pixels
+constexpr int minimumPanelWidthPixels = 175; // widget pixels
+constexpr int listMarginWidth = 4;           // widget pixels
 
 } // namespace
 
@@ -24,7 +24,7 @@ ModulePanel::ModulePanel(ModuleRack *rack, const AnswerWatch *watch, QWidget *pa
 {
     auto *const list = new QWidget;
     m_layout = new QVBoxLayout(list);
-    m_layout->setContentsMargins(marginWidth, marginWidth, marginWidth, marginWidth);
+    m_layout->setContentsMargins(listMarginWidth, listMarginWidth, listMarginWidth, listMarginWidth);
     m_layout->addStretch(1);
     m_scrollArea = new QScrollArea;
     m_scrollArea->setWidgetResizable(true);
@@ -32,7 +32,7 @@ ModulePanel::ModulePanel(ModuleRack *rack, const AnswerWatch *watch, QWidget *pa
     m_scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scrollArea->setAccessibleName(tr("Modules"));
     m_scrollArea->setWidget(list);
-    m_scrollArea->setMinimumWidth(minimumWidthPixels);
+    m_scrollArea->setMinimumWidth(minimumPanelWidthPixels);
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_scrollArea);
@@ -58,7 +58,7 @@ void ModulePanel::addRow(int index)
 void ModulePanel::fitWidth()
 {
     const int scrollBarWidth = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    m_scrollArea->setMinimumWidth(qMax(minimumWidthPixels, m_layout->minimumSize().width() + scrollBarWidth));
+    m_scrollArea->setMinimumWidth(qMax(minimumPanelWidthPixels, m_layout->minimumSize().width() + scrollBarWidth));
 }
 
 /// Every row behind one that is gone has another place, and a row is made for the family of its module.

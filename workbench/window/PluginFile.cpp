@@ -10,7 +10,7 @@
 namespace
 {
 
-struct Text
+struct PluginFileText
 {
     Q_DECLARE_TR_FUNCTIONS(PluginFile)
 };
@@ -26,7 +26,7 @@ QString PluginFile::load(const QString &path)
 {
     const QString shownPath = QFileInfo(path).filePath();
     if (!QFileInfo::exists(path)) {
-        return Text::tr("%1: there is no such plugin file").arg(shownPath);
+        return PluginFileText::tr("%1: there is no such plugin file").arg(shownPath);
     }
     m_loader.setFileName(QFileInfo(path).absoluteFilePath());
     // Missing symbols have to show at loading, not in the middle of a session; and unloading has to be real.
@@ -44,18 +44,18 @@ QString PluginFile::checkMetaData() const
     const QJsonObject metaData = m_loader.metaData();
     const QString iid = metaData.value(QStringLiteral("IID")).toString();
     if (iid.isEmpty()) {
-        return Text::tr("this file is no plugin");
+        return PluginFileText::tr("this file is no plugin");
     }
     if (iid != QLatin1String(ContainerInterface_iid)) {
-        return Text::tr("this plugin is made for the interface \"%1\", not for \"%2\"")
+        return PluginFileText::tr("this plugin is made for the interface \"%1\", not for \"%2\"")
             .arg(iid, QLatin1String(ContainerInterface_iid));
     }
     if (metaData.value(QStringLiteral("className")).toString().isEmpty()) {
-        return Text::tr("this plugin does not name its class");
+        return PluginFileText::tr("this plugin does not name its class");
     }
     const QString name = metaData.value(QStringLiteral("MetaData")).toObject().value(QStringLiteral("name")).toString();
     if (name != QLatin1String("Container")) {
-        return Text::tr("this plugin calls itself \"%1\", not \"Container\"").arg(name);
+        return PluginFileText::tr("this plugin calls itself \"%1\", not \"Container\"").arg(name);
     }
     return {};
 }
@@ -63,18 +63,18 @@ QString PluginFile::checkMetaData() const
 QString PluginFile::loadRoot()
 {
     if (!m_loader.load()) {
-        return Text::tr("this plugin cannot be loaded: %1").arg(m_loader.errorString());
+        return PluginFileText::tr("this plugin cannot be loaded: %1").arg(m_loader.errorString());
     }
     QObject *const instance = m_loader.instance();
     const QString className = m_loader.metaData().value(QStringLiteral("className")).toString();
     m_root = qobject_cast<ContainerInterface *>(instance);
     if (m_root == nullptr) {
         m_loader.unload();
-        return Text::tr("this plugin's object \"%1\" is no container").arg(className);
+        return PluginFileText::tr("this plugin's object \"%1\" is no container").arg(className);
     }
     if (!m_root->inherits(className.toLatin1().constData())) {
         unload();
-        return Text::tr("this plugin's object is no \"%1\", as which it is announced").arg(className);
+        return PluginFileText::tr("this plugin's object is no \"%1\", as which it is announced").arg(className);
     }
     return {};
 }

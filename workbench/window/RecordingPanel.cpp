@@ -16,7 +16,7 @@
 namespace
 {
 
-constexpr int marginWidth = 4; // widget pixels
+constexpr int recordingMarginWidth = 4; // widget pixels
 
 QString countsOf(const RecordingWatch &watch)
 {
@@ -45,7 +45,8 @@ RecordingPanel::RecordingPanel(Recordings *recordings, QWidget *parent) : QWidge
 {
     auto *const list = new QWidget;
     m_layout = new QVBoxLayout(list);
-    m_layout->setContentsMargins(marginWidth, marginWidth, marginWidth, marginWidth);
+    m_layout->setContentsMargins(recordingMarginWidth, recordingMarginWidth, recordingMarginWidth,
+                                 recordingMarginWidth);
     m_hint = new QLabel(tr("No container has been opened yet."));
     m_layout->addWidget(m_hint);
     m_layout->addStretch(1);

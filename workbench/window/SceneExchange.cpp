@@ -20,7 +20,7 @@
 namespace
 {
 
-struct Text
+struct SceneExchangeText
 {
     Q_DECLARE_TR_FUNCTIONS(SceneExchange)
 };
@@ -70,7 +70,7 @@ QStringList tryContainer(ContainerInterface *root, PluginHandler *handler, const
     const std::unique_ptr<PluginInterface> clone(root->clone(QStringLiteral("aside"), handler));
     auto *const container = qobject_cast<ContainerInterface *>(clone.get());
     if (container == nullptr) {
-        return {Text::tr("the plugin %1 makes no container").arg(classOf(root))};
+        return {SceneExchangeText::tr("the plugin %1 makes no container").arg(classOf(root))};
     }
     auto *const window = new ContainerWindow(container);
     window->setAttribute(Qt::WA_DontShowOnScreen);
@@ -130,7 +130,7 @@ QStringList SceneExchange::replaceBy(const Scene &scene)
     const Scene before = taken();
     errors = setUp(scene);
     if (!errors.isEmpty()) {
-        errors.append(Text::tr("All was set up again as it was, without the points."));
+        errors.append(SceneExchangeText::tr("All was set up again as it was, without the points."));
         errors += setUp(before);
     }
     return errors;
@@ -168,7 +168,8 @@ QStringList SceneExchange::tryAside(const Scene &scene) const
     }
     QMainWindow window;
     if (!scene.layout.docks.isEmpty() && !window.restoreState(scene.layout.docks)) {
-        errors.append(Text::tr("the field \"docks\" of the window is not as the workbench has written it"));
+        errors.append(
+            SceneExchangeText::tr("the field \"docks\" of the window is not as the workbench has written it"));
     }
     return errors;
 }
@@ -238,7 +239,7 @@ int SceneExchange::pluginOf(const SceneContainer &container, QStringList &errors
     }
     const int plugin = container.plugin.isEmpty() ? 0 : names.indexOf(container.plugin);
     if (plugin < 0) {
-        errors.append(Text::tr("no plugin \"%1\" is loaded, only: %2")
+        errors.append(SceneExchangeText::tr("no plugin \"%1\" is loaded, only: %2")
                           .arg(container.plugin, quotedList(nearestTexts(container.plugin, names, names.size()))));
     }
     return plugin;

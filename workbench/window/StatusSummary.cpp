@@ -13,7 +13,7 @@ namespace
 
 constexpr int minimumStateWidth = 160; // widget pixels
 constexpr int maximumKeyWidth = 20;    // average characters
-constexpr int marginWidth = 6;         // widget pixels
+constexpr int panelMarginWidth = 6;    // widget pixels
 constexpr int messageTimeMs = 8000;
 
 } // namespace
@@ -30,7 +30,7 @@ StatusSummary::StatusSummary(QStatusBar *bar, Workbench *workbench, const Answer
     , m_moduleCount(new QLabel)
 {
     for (QLabel *const label : {m_recordingState, m_answerRate, m_moduleCount}) {
-        label->setContentsMargins(marginWidth, 0, marginWidth, 0);
+        label->setContentsMargins(panelMarginWidth, 0, panelMarginWidth, 0);
         bar->addPermanentWidget(label);
     }
     connect(m_recordings, &Recordings::changed, this, &StatusSummary::showRecordings);

@@ -5,8 +5,6 @@
 namespace
 {
 
-constexpr int maximumUnit = 247;   // the numbers above are reserved
-constexpr int unitOfTheHost = 255; // over TCP: the device that has the connection, and no other behind it
 
 QChar parityLetter(ConnectionSettings::Parity parity)
 {
@@ -46,8 +44,8 @@ QString ConnectionSettings::problem() const
         if (port == 0) {
             return tr("The port has to be 1 to 65535.");
         }
-        if (unit != unitOfTheHost && (unit < 0 || unit > maximumUnit)) {
-            return tr("The unit has to be 0 to %1, or %2.").arg(maximumUnit).arg(unitOfTheHost);
+        if (unit != maximumTcpUnit && (unit < 0 || unit > maximumSerialUnit)) {
+            return tr("The unit has to be 0 to %1, or %2.").arg(maximumSerialUnit).arg(maximumTcpUnit);
         }
         return {};
     }
@@ -60,8 +58,8 @@ QString ConnectionSettings::problem() const
     if (stopBits != 1 && stopBits != 2) {
         return tr("There are 1 or 2 stop bits.");
     }
-    if (unit < 1 || unit > maximumUnit) { // 0 is for all devices at once
-        return tr("The unit has to be 1 to %1.").arg(maximumUnit);
+    if (unit < 1 || unit > maximumSerialUnit) { // 0 is for all devices at once
+        return tr("The unit has to be 1 to %1.").arg(maximumSerialUnit);
     }
     return {};
 }

@@ -26,6 +26,10 @@ public:
         Odd
     };
 
+    static constexpr int maximumPort = 65535;
+    static constexpr int maximumSerialUnit = 247; ///< the numbers above are reserved
+    static constexpr int maximumTcpUnit = 255;    ///< the device that has the connection, and no other behind it
+
     Medium medium = Medium::Tcp;
     int unit = 1; ///< 1 to 247; over TCP also 0 and 255
 

@@ -14,7 +14,7 @@ namespace
 
 constexpr int headBytes = 1 << 20;
 
-struct Text
+struct RecordingFileText
 {
     Q_DECLARE_TR_FUNCTIONS(RecordingFile)
 };
@@ -34,7 +34,7 @@ RecordingFile::Result RecordingFile::open(const QString &path)
     std::unique_ptr<RecordingFile> file(new RecordingFile);
     const QString problem = file->openFile(path);
     if (!problem.isEmpty()) {
-        result.error = Text::tr("%1: %2").arg(path, problem);
+        result.error = RecordingFileText::tr("%1: %2").arg(path, problem);
         return result;
     }
     result.file = std::move(file);
@@ -45,21 +45,21 @@ QString RecordingFile::openFile(const QString &path)
 {
     const QFileInfo info(path);
     if (!info.exists()) {
-        return Text::tr("there is no such file");
+        return RecordingFileText::tr("there is no such file");
     }
     if (!info.isFile()) { // opening a FIFO would wait for its writer
-        return info.isDir() ? Text::tr("expected a file, found a folder")
-                            : Text::tr("expected a file, found a device or a pipe");
+        return info.isDir() ? RecordingFileText::tr("expected a file, found a folder")
+                            : RecordingFileText::tr("expected a file, found a device or a pipe");
     }
     m_file.setFileName(info.absoluteFilePath());
     if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return Text::tr("cannot be read: %1").arg(m_file.errorString());
+        return RecordingFileText::tr("cannot be read: %1").arg(m_file.errorString());
     }
     m_size = m_file.size();
     m_modified = info.lastModified();
     if (m_size > maximumBytes) {
         constexpr qint64 bytesPerMegabyte = 1 << 20;
-        return Text::tr("expected at most %1 MiB, found %2")
+        return RecordingFileText::tr("expected at most %1 MiB, found %2")
             .arg(maximumBytes / bytesPerMegabyte)
             .arg(m_size / bytesPerMegabyte);
     }
@@ -154,16 +154,16 @@ QString RecordingFile::change() const
     const QFileInfo info(path());
     const QString name = info.fileName();
     if (!info.exists()) {
-        return Text::tr("%1 was removed; what was opened can still be played").arg(name);
+        return RecordingFileText::tr("%1 was removed; what was opened can still be played").arg(name);
     }
     if (m_file.size() < m_size) {
-        return Text::tr("%1 was cut off; not all of it can be played").arg(name);
+        return RecordingFileText::tr("%1 was cut off; not all of it can be played").arg(name);
     }
     if (m_file.size() > m_size) {
-        return Text::tr("%1 has grown; take it out and plug it in again to play all of it").arg(name);
+        return RecordingFileText::tr("%1 has grown; take it out and plug it in again to play all of it").arg(name);
     }
     if (info.lastModified() != m_modified) {
-        return Text::tr("%1 was written to since it was opened").arg(name);
+        return RecordingFileText::tr("%1 was written to since it was opened").arg(name);
     }
     return {};
 }
@@ -197,11 +197,11 @@ bool RecordingFile::load(int block)
     const QByteArray bytes = m_file.seek(begin) ? m_file.read(end - begin) : QByteArray();
     const QString name = QFileInfo(path()).fileName();
     if (bytes.size() < end - begin) {
-        m_trouble = Text::tr("%1 has become shorter since it was opened").arg(name);
+        m_trouble = RecordingFileText::tr("%1 has become shorter since it was opened").arg(name);
         return false;
     }
     if (!decode(block, bytes)) {
-        m_trouble = Text::tr("%1 has changed since it was opened").arg(name);
+        m_trouble = RecordingFileText::tr("%1 has changed since it was opened").arg(name);
         return false;
     }
     m_trouble.clear();

@@ -14,7 +14,7 @@
 namespace
 {
 
-struct Text
+struct RecordingFormatText
 {
     Q_DECLARE_TR_FUNCTIONS(RecordingFormat)
 };
@@ -106,10 +106,11 @@ public:
     RecordingFormatResult read()
     {
         if (m_lines.isEmpty()) {
-            setError(1, 0, Text::tr("a header line with the names of the columns"),
-                     m_head.size() < RecordingFormat::maximumLineBytes
-                         ? Text::tr("an empty file")
-                         : Text::tr("a line of more than %1 bytes").arg(RecordingFormat::maximumLineBytes));
+            setError(
+                1, 0, RecordingFormatText::tr("a header line with the names of the columns"),
+                m_head.size() < RecordingFormat::maximumLineBytes
+                    ? RecordingFormatText::tr("an empty file")
+                    : RecordingFormatText::tr("a line of more than %1 bytes").arg(RecordingFormat::maximumLineBytes));
             return m_result;
         }
         m_format.separator = separatorOf(m_lines);
@@ -162,7 +163,7 @@ void FormatReader::readLog()
     const QStringList modules = textsOf(0);
     const QStringList names = m_lines.size() > 1 ? textsOf(1) : QStringList(QString());
     if (names.constFirst() != QLatin1String("Counter")) {
-        setError(m_lines.size() > 1 ? m_lines.at(1).number : 2, 1, Text::tr("\"Counter\""),
+        setError(m_lines.size() > 1 ? m_lines.at(1).number : 2, 1, RecordingFormatText::tr("\"Counter\""),
                  QLatin1Char('"') + names.constFirst() + QLatin1Char('"'));
         return;
     }
@@ -170,21 +171,23 @@ void FormatReader::readLog()
     setDataBegin(2);
     const int curves = curvesInLines();
     if (curves == 0) {
-        setError(m_format.dataLine, 0, Text::tr("lines with a counter and two values for each curve"),
-                 m_lines.size() > 2 ? Text::tr("none") : Text::tr("the end of the file"));
+        setError(m_format.dataLine, 0, RecordingFormatText::tr("lines with a counter and two values for each curve"),
+                 m_lines.size() > 2 ? RecordingFormatText::tr("none") : RecordingFormatText::tr("the end of the file"));
         return;
     }
     if (curves > RecordingFormat::maximumColumns / 2) {
-        setError(m_format.dataLine, 0, Text::tr("at most %1 columns").arg(RecordingFormat::maximumColumns),
+        setError(m_format.dataLine, 0,
+                 RecordingFormatText::tr("at most %1 columns").arg(RecordingFormat::maximumColumns),
                  QString::number(2 * curves));
         return;
     }
     const int named = (fieldCountOf(m_lines.at(1), m_format.separator) - 1) / 2;
     if (named != curves) {
-        m_format.notes.append(Text::tr("The header names %1 curves and the lines hold %2: the names may be those of "
-                                       "other curves.")
-                                  .arg(named)
-                                  .arg(curves));
+        m_format.notes.append(
+            RecordingFormatText::tr("The header names %1 curves and the lines hold %2: the names may be those of "
+                                    "other curves.")
+                .arg(named)
+                .arg(curves));
     }
     m_format.fieldCount = 1 + 2 * curves;
     for (int field = 1; field < m_format.fieldCount; ++field) {
@@ -223,8 +226,8 @@ void FormatReader::readTable()
 {
     if (hasNumber(0)) {
         const QString found = textsOf(0).join(QStringLiteral(" ")).left(40);
-        setError(m_lines.constFirst().number, 1, Text::tr("a header line with the names of the columns"),
-                 Text::tr("the numbers \"%1\"").arg(found));
+        setError(m_lines.constFirst().number, 1, RecordingFormatText::tr("a header line with the names of the columns"),
+                 RecordingFormatText::tr("the numbers \"%1\"").arg(found));
         return;
     }
     // The export of a plot window has the captions of the modules above the names.
@@ -232,7 +235,8 @@ void FormatReader::readTable()
     const int headerLines = hasModules ? 2 : 1;
     setDataBegin(headerLines);
     if (m_lines.size() <= headerLines) {
-        setError(m_format.dataLine, 0, Text::tr("lines with numbers"), Text::tr("the end of the file"));
+        setError(m_format.dataLine, 0, RecordingFormatText::tr("lines with numbers"),
+                 RecordingFormatText::tr("the end of the file"));
         return;
     }
     addTableColumns(hasModules ? textsOf(0) : QStringList(), textsOf(headerLines - 1), headerLines);
@@ -279,11 +283,11 @@ void FormatReader::addTableColumns(const QStringList &modules, const QStringList
         m_format.columns.append(column);
     }
     if (!textColumns.isEmpty()) {
-        m_format.notes.append(
-            Text::tr("Columns that hold text and are left out: %1.").arg(textColumns.join(QStringLiteral(", "))));
+        m_format.notes.append(RecordingFormatText::tr("Columns that hold text and are left out: %1.")
+                                  .arg(textColumns.join(QStringLiteral(", "))));
     }
     if (left > 0) {
-        m_format.notes.append(Text::tr("Of the columns, the first %1 are offered and %2 are left out.")
+        m_format.notes.append(RecordingFormatText::tr("Of the columns, the first %1 are offered and %2 are left out.")
                                   .arg(RecordingFormat::maximumColumns)
                                   .arg(left));
     }
@@ -295,7 +299,8 @@ void FormatReader::addTableColumns(const QStringList &modules, const QStringList
         const HeadLine &first = m_lines.at(headerLines);
         CsvLine fields;
         fields.split(first.begin, first.end, m_format.separator);
-        setError(first.number, 1, Text::tr("a number"), QLatin1Char('"') + fields.text(0).left(40) + QLatin1Char('"'));
+        setError(first.number, 1, RecordingFormatText::tr("a number"),
+                 QLatin1Char('"') + fields.text(0).left(40) + QLatin1Char('"'));
     }
 }
 
@@ -322,12 +327,14 @@ RecordingFormatResult readRecordingFormat(const QByteArray &head, bool isWhole)
 {
     RecordingFormatResult result;
     if (head.startsWith("\xFF\xFE") || head.startsWith("\xFE\xFF")) {
-        result.error = recordingProblem(1, 1, Text::tr("text in UTF-8"), Text::tr("text in UTF-16"));
+        result.error =
+            recordingProblem(1, 1, RecordingFormatText::tr("text in UTF-8"), RecordingFormatText::tr("text in UTF-16"));
         return result;
     }
     const int zero = head.indexOf('\0');
     if (zero >= 0) {
-        result.error = recordingProblem(1 + head.left(zero).count('\n'), 0, Text::tr("text"), Text::tr("a zero byte"));
+        result.error = recordingProblem(1 + head.left(zero).count('\n'), 0, RecordingFormatText::tr("text"),
+                                        RecordingFormatText::tr("a zero byte"));
         return result;
     }
     constexpr int markBytes = 3;
@@ -336,7 +343,9 @@ RecordingFormatResult readRecordingFormat(const QByteArray &head, bool isWhole)
 
 QString recordingProblem(int line, int column, const QString &expected, const QString &found)
 {
-    return column == 0
-               ? Text::tr("line %1: expected %2, found %3").arg(line).arg(expected, found)
-               : Text::tr("line %1, column %2: expected %3, found %4").arg(line).arg(column).arg(expected, found);
+    return column == 0 ? RecordingFormatText::tr("line %1: expected %2, found %3").arg(line).arg(expected, found)
+                       : RecordingFormatText::tr("line %1, column %2: expected %3, found %4")
+                             .arg(line)
+                             .arg(column)
+                             .arg(expected, found);
 }

@@ -15,7 +15,7 @@ namespace
 
 constexpr int chunkBytes = 1 << 20;
 
-struct Text
+struct RecordingIndexText
 {
     Q_DECLARE_TR_FUNCTIONS(RecordingIndex)
 };
@@ -74,8 +74,8 @@ public:
         readChunks();
         if (m_result.error.isEmpty() && m_result.index.rowCount == 0) {
             m_result.error = m_firstDamage.isEmpty()
-                                 ? recordingProblem(m_format.dataLine, 0, Text::tr("lines with numbers"),
-                                                    Text::tr("the end of the file"))
+                                 ? recordingProblem(m_format.dataLine, 0, RecordingIndexText::tr("lines with numbers"),
+                                                    RecordingIndexText::tr("the end of the file"))
                                  : m_firstDamage;
         }
         finish();
@@ -136,12 +136,14 @@ bool IndexBuilder::takeLine(const char *begin, const char *end, qint64 offset, b
 {
     const int line = m_line++;
     if (end - begin > RecordingFormat::maximumLineBytes) {
-        m_result.error = recordingProblem(line, 0, Text::tr("at most %1 bytes").arg(RecordingFormat::maximumLineBytes),
-                                          Text::tr("more"));
+        m_result.error =
+            recordingProblem(line, 0, RecordingIndexText::tr("at most %1 bytes").arg(RecordingFormat::maximumLineBytes),
+                             RecordingIndexText::tr("more"));
         return false;
     }
     if (std::memchr(begin, 0, static_cast<std::size_t>(end - begin)) != nullptr) {
-        m_result.error = recordingProblem(line, 0, Text::tr("text"), Text::tr("a zero byte"));
+        m_result.error =
+            recordingProblem(line, 0, RecordingIndexText::tr("text"), RecordingIndexText::tr("a zero byte"));
         return false;
     }
     switch (m_decoder.decode(begin, end)) {
@@ -159,7 +161,8 @@ bool IndexBuilder::takeLine(const char *begin, const char *end, qint64 offset, b
         return false;
     }
     if (!hasLineEnd) {
-        m_result.index.notes.append(Text::tr("Line %1, the last one, is cut off and left out.").arg(line));
+        m_result.index.notes.append(
+            RecordingIndexText::tr("Line %1, the last one, is cut off and left out.").arg(line));
         return true;
     }
     m_firstDamage = m_damagedLines++ == 0 ? m_decoder.problem(line) : m_firstDamage;
@@ -208,7 +211,7 @@ void IndexBuilder::finish()
         }
     }
     if (m_damagedLines > 0) {
-        index.notes.prepend(Text::tr("Lines that are damaged and left out: %1. The first is %2.")
+        index.notes.prepend(RecordingIndexText::tr("Lines that are damaged and left out: %1. The first is %2.")
                                 .arg(m_damagedLines)
                                 .arg(m_firstDamage));
     }

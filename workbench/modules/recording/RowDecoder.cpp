@@ -5,7 +5,7 @@
 namespace
 {
 
-struct Text
+struct RowDecoderText
 {
     Q_DECLARE_TR_FUNCTIONS(RowDecoder)
 };
@@ -31,7 +31,7 @@ RowDecoder::Outcome RowDecoder::decode(const char *begin, const char *end)
         return Outcome::Blank;
     }
     if (!m_fields.split(begin, end, m_format->separator)) {
-        fail(m_fields.count() - 1, Text::tr("a closing quote"));
+        fail(m_fields.count() - 1, RowDecoderText::tr("a closing quote"));
         return Outcome::Damaged;
     }
     const bool isWhole = hasRightCount() && (!m_format->isLog || readCounter()) && readColumns();
@@ -63,11 +63,12 @@ bool RowDecoder::hasRightCount()
     const bool hasEnd = count == m_format->fieldCount + 1 && isEmpty(m_fields.at(count - 1));
     if (m_format->isLog) {
         return hasEnd || (count == m_format->fieldCount && !m_format->endsWithSeparator) ||
-               fail(-1, Text::tr("%1 fields").arg(m_format->fieldCount + (m_format->endsWithSeparator ? 1 : 0)));
+               fail(-1,
+                    RowDecoderText::tr("%1 fields").arg(m_format->fieldCount + (m_format->endsWithSeparator ? 1 : 0)));
     }
     for (int field = m_format->fieldCount; field < count; ++field) {
         if (!isEmpty(m_fields.at(field))) {
-            return fail(field, Text::tr("no more than %1 columns").arg(m_format->fieldCount));
+            return fail(field, RowDecoderText::tr("no more than %1 columns").arg(m_format->fieldCount));
         }
     }
     return true;
@@ -80,7 +81,7 @@ bool RowDecoder::readCounter()
     constexpr double maximumCounter = 1e15; // whole numbers without rounding
     if (number.kind != FieldNumber::Kind::Number || number.decimals > 0 || number.value < 0.0 ||
         number.value > maximumCounter) {
-        return fail(0, Text::tr("a counter"));
+        return fail(0, RowDecoderText::tr("a counter"));
     }
     m_counter = static_cast<qint64>(number.value);
     return true;
@@ -98,13 +99,14 @@ bool RowDecoder::readColumns()
         const CsvLine::Field &field = m_fields.at(fieldIndex);
         number = fieldNumber(field.begin, field.end, m_format->mayHaveDecimalComma);
         if (number.kind == FieldNumber::Kind::Text) {
-            return fail(fieldIndex, Text::tr("a number"));
+            return fail(fieldIndex, RowDecoderText::tr("a number"));
         }
         if (number.decimalMark != 0) {
             m_decimalMark = m_decimalMark == 0 ? number.decimalMark : m_decimalMark;
             if (number.decimalMark != m_decimalMark) {
-                return fail(fieldIndex, Text::tr("the decimal mark of the lines before (\"%1\") and no digit grouping")
-                                            .arg(QLatin1Char(m_decimalMark)));
+                return fail(fieldIndex,
+                            RowDecoderText::tr("the decimal mark of the lines before (\"%1\") and no digit grouping")
+                                .arg(QLatin1Char(m_decimalMark)));
             }
         }
     }
