@@ -14,3 +14,9 @@ int *planted(Readings &readings)
         sum += value;
     return sum > 0 ? new int(sum) : 0; // 0 as a pointer
 }
+
+int plantedPath(bool isEmpty)
+{
+    const int *first = nullptr;
+    return isEmpty ? *first : 0; // a null pointer, on one path
+}
