@@ -462,6 +462,10 @@
         <translation>Verbunden, nicht abgefragt</translation>
     </message>
     <message>
+        <source>Connected and answering, not plotted</source>
+        <translation>Verbunden, antwortet, nicht dargestellt</translation>
+    </message>
+    <message>
         <source>Connected, %1 answers/s, values %2 ms old</source>
         <translation>Verbunden, %1 Antworten/s, Werte %2 ms alt</translation>
     </message>

@@ -254,6 +254,24 @@ private slots:
         QCOMPARE(triedWords(serial), QStringLiteral("false ") + serial.connection.problem());
     }
 
+    /// A device that is in the list already, and has been in trouble when it was last read.
+    void tryingFindsThatTroubleHasPassed()
+    {
+        ModbusServer server;
+        const DeviceSettings device = deviceAt(server.port(), serverMapFile());
+        PluginHandler handler;
+        ModuleRack rack(&handler, SimulationClock::Drive::Exchanges, 1);
+        QCOMPARE(rack.add({QStringLiteral("DEV0/server"), device}), QString());
+        const auto state = [&rack] { return rack.moduleAs<ModbusModule>(0)->state(); };
+        QVERIFY(waitUntil([&] { return state().isKnownToAnswer; }));
+        constexpr int busy = 6;
+        server.exception = busy;
+        QVERIFY(waitUntil([&] { return state().trouble.contains(QStringLiteral("device busy")); }));
+        server.exception = 0;
+        const QString words = triedWords(device);
+        QVERIFY2(words.startsWith(QStringLiteral("true Unit 1 answers")), qPrintable(words));
+    }
+
     void dialogAddsAndChanges()
     {
         PluginHandler handler;
@@ -283,7 +301,7 @@ private slots:
         QVERIFY(QDir::isAbsolutePath(rack.device(0)->mapFile)); // for set-ups that are saved in other folders
         QVERIFY(waitUntil([&] {
             watch.poll(0);
-            return labelText(panel, "deviceState") == QStringLiteral("Connected, not asked");
+            return labelText(panel, "deviceState") == QStringLiteral("Connected and answering, not plotted");
         }));
         {
             DeviceDialog dialog(&rack, 0);
