@@ -34,7 +34,9 @@ const char serverMap[] = R"({
         { "name": "V", "table": "coil", "address": 6, "group": "variable" },
         { "name": "R", "table": "holding register", "address": 300, "type": "uint16", "group": "register" },
         { "name": "S", "table": "holding register", "address": 302, "type": "uint16", "group": "register",
-          "fields": [ { "name": "F", "bit": 4, "width": 8, "unit": "A" } ] } ]
+          "fields": [ { "name": "F", "bit": 4, "width": 8, "unit": "A" } ] },
+        { "name": "E", "table": "holding register", "address": 304, "type": "uint16", "group": "register",
+          "readAhead": false } ]
 })";
 
 const QString examples = QStringLiteral(SOURCE_FOLDER "/examples/modbus/");
@@ -223,6 +225,10 @@ private slots:
         QCOMPARE(combos[2].reply.value(), 1); // 6 is a multiple of 3
         QCOMPARE(combos[3].reply.value(), qint32(ModbusServer::marker(ModbusTable::HoldingRegister, 300)));
         QVERIFY(combos[4].reply.status() == Command::Status::Refused);
+        const auto sent = server.takeRequests();
+        QVERIFY(std::none_of(sent.cbegin(), sent.cend(), [](const RegisterSpan &request) {
+            return request.table == ModbusTable::HoldingRegister && request.address <= 304 && 304 < request.end();
+        }));
     }
 
     void tryingSaysWhatAnswered()
@@ -270,6 +276,10 @@ private slots:
         server.exception = 0;
         const QString words = triedWords(device);
         QVERIFY2(words.startsWith(QStringLiteral("true Unit 1 answers")), qPrintable(words));
+        QVERIFY(waitUntil([&] { return state().isKnownToAnswer; }));
+        server.isSilent = true; // what was read ahead just now is no answer to the test
+        const QString silent = triedWords(device);
+        QVERIFY2(silent.contains(QStringLiteral("No answer")), qPrintable(silent));
     }
 
     void dialogAddsAndChanges()
