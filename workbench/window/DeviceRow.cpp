@@ -96,7 +96,7 @@ QString DeviceRow::stateText() const
         return isConnecting(state) ? state.trouble : tr("Not connected, trying again");
     }
     if (!state.trouble.isEmpty()) {
-        return tr("Connected, without answers");
+        return tr("Connected, without values");
     }
     if (!isAsked(state)) {
         return state.isKnownToAnswer ? tr("Connected and answering, not plotted") : tr("Connected, not asked");

@@ -19,6 +19,7 @@ bool isFinal(Kind kind)
     case Kind::UnknownHost:
     case Kind::Refused:
     case Kind::NoRoute:
+    case Kind::Forbidden:
     case Kind::NoPort:
     case Kind::NoPermission:
     case Kind::PortInUse:

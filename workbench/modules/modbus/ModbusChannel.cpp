@@ -146,5 +146,8 @@ bool ModbusChannel::transact(const Command &request, Command &reply, const QDead
 ModbusChannel::State ModbusChannel::state() const
 {
     const ModbusConnection::DeviceState state = m_connection->state(m_unit);
-    return {state.isConnected, state.trouble.words(), state.isKnownToAnswer, state.ageMs, state.answersPerSecond};
+    const bool isRefusing = state.refusal != 0 && state.trouble.kind == ConnectionTrouble::Kind::None;
+    const ConnectionTrouble refusal{ConnectionTrouble::Kind::Exception, state.refusal, {}};
+    return {state.isConnected, (isRefusing ? refusal : state.trouble).words(), state.isKnownToAnswer, state.ageMs,
+            state.answersPerSecond};
 }

@@ -32,7 +32,7 @@ public:
     struct State
     {
         bool isConnected = false;     ///< the line is; on a serial line, the port is open
-        QString trouble;              ///< what keeps the device from answering, one line; empty when nothing does
+        QString trouble;              ///< what keeps the device from giving a value, one line; empty when nothing does
         bool isKnownToAnswer = false; ///< the device has answered what was read last, asked or ahead
         qint64 ageMs = -1;            ///< of the oldest value that is given out now; -1 before the first answer
         double answersPerSecond = 0;  ///< how often the device really answers, whatever is asked of this channel

@@ -172,6 +172,9 @@ ModbusConnection::DeviceState ModbusConnection::state(int unit) const
     for (const LineGroup &group : device.groups) {
         if (group.isAsked(nowNs) && !group.newest.spans.isEmpty()) {
             oldestNs = oldestNs > 0 ? std::min(oldestNs, group.newest.timeNs) : group.newest.timeNs;
+            for (const SpanAnswer &answer : group.newest.spans) {
+                state.refusal = answer.exception != 0 ? answer.exception : state.refusal;
+            }
         }
     }
     if (oldestNs == 0) {

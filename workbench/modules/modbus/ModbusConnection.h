@@ -54,6 +54,7 @@ public:
         bool isConnected = false;     ///< the line is; on a serial line, the port is open
         bool isKnownToAnswer = false; ///< the device has answered what was read last, be it by the survey
         ConnectionTrouble trouble;    ///< of what is read now; a device that nobody reads has none of its own
+        int refusal = 0;              ///< exception by which the device refuses a value that is asked; 0 for none
         qint64 troubleNs = 0;         ///< when it was found, of the monotonic clock
         qint64 ageMs = -1;            ///< of the oldest of the newest answers to what is asked; -1 before the first one
         double answersPerSecond = 0;  ///< complete rounds
