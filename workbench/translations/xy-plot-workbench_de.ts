@@ -128,6 +128,10 @@
         <translation>Der Rechner lehnt die Verbindung ab: An diesem Port wartet kein Server.</translation>
     </message>
     <message>
+        <source>This computer does not let the connection out: is it a rule of its firewall?</source>
+        <translation>Dieser Rechner lässt die Verbindung nicht hinaus: verbietet es eine Regel seiner Firewall?</translation>
+    </message>
+    <message>
         <source>There is no route to the host.</source>
         <translation>Es gibt keinen Weg zum Rechner.</translation>
     </message>
@@ -454,12 +458,16 @@
         <translation>Nicht verbunden, wird wieder versucht</translation>
     </message>
     <message>
-        <source>Connected, without answers</source>
-        <translation>Verbunden, ohne Antworten</translation>
+        <source>Connected, without values</source>
+        <translation>Verbunden, ohne Werte</translation>
     </message>
     <message>
         <source>Connected, not asked</source>
         <translation>Verbunden, nicht abgefragt</translation>
+    </message>
+    <message>
+        <source>Connected and answering, not plotted</source>
+        <translation>Verbunden, antwortet, nicht dargestellt</translation>
     </message>
     <message>
         <source>Connected, %1 answers/s, values %2 ms old</source>

@@ -31,6 +31,11 @@ bool isConnecting(const ModbusChannel::State &state)
     return state.trouble == ConnectionTrouble{ConnectionTrouble::Kind::Connecting, 0, {}}.words();
 }
 
+bool isAsked(const ModbusChannel::State &state)
+{
+    return state.ageMs >= 0 && state.ageMs <= recentMs;
+}
+
 } // namespace
 
 DeviceRow::DeviceRow(ModuleRack *rack, const AnswerWatch *watch, int index, const DeviceSettings &settings)
@@ -64,7 +69,11 @@ QString DeviceRow::trouble() const
 {
     const auto *const module = rack()->moduleAs<ModbusModule>(index());
     const ModbusChannel::State state = module == nullptr ? ModbusChannel::State() : module->state();
-    return state.trouble.isEmpty() || isConnecting(state) ? ModuleRow::trouble() : state.trouble;
+    if (!state.trouble.isEmpty() && !isConnecting(state)) {
+        return state.trouble;
+    }
+    // What curves have last met is old news of a device that answers now, though no curve asks for it.
+    return isAsked(state) || !state.isKnownToAnswer ? ModuleRow::trouble() : QString();
 }
 
 QPushButton *DeviceRow::makeButton(const QString &text, const QString &toolTip)
@@ -87,10 +96,10 @@ QString DeviceRow::stateText() const
         return isConnecting(state) ? state.trouble : tr("Not connected, trying again");
     }
     if (!state.trouble.isEmpty()) {
-        return tr("Connected, without answers");
+        return tr("Connected, without values");
     }
-    if (state.ageMs < 0 || state.ageMs > recentMs) {
-        return tr("Connected, not asked");
+    if (!isAsked(state)) {
+        return state.isKnownToAnswer ? tr("Connected and answering, not plotted") : tr("Connected, not asked");
     }
     const QLocale locale;
     return tr("Connected, %1 answers/s, values %2 ms old")

@@ -34,7 +34,9 @@ const char serverMap[] = R"({
         { "name": "V", "table": "coil", "address": 6, "group": "variable" },
         { "name": "R", "table": "holding register", "address": 300, "type": "uint16", "group": "register" },
         { "name": "S", "table": "holding register", "address": 302, "type": "uint16", "group": "register",
-          "fields": [ { "name": "F", "bit": 4, "width": 8, "unit": "A" } ] } ]
+          "fields": [ { "name": "F", "bit": 4, "width": 8, "unit": "A" } ] },
+        { "name": "E", "table": "holding register", "address": 304, "type": "uint16", "group": "register",
+          "readAhead": false } ]
 })";
 
 const QString examples = QStringLiteral(SOURCE_FOLDER "/examples/modbus/");
@@ -254,6 +256,39 @@ private slots:
         QCOMPARE(triedWords(serial), QStringLiteral("false ") + serial.connection.problem());
     }
 
+    /// A device that is in the list already, and has been in trouble when it was last read.
+    void tryingFindsThatTroubleHasPassed()
+    {
+        ModbusServer server;
+        const DeviceSettings device = deviceAt(server.port(), serverMapFile());
+        PluginHandler handler;
+        ModuleRack rack(&handler, SimulationClock::Drive::Exchanges, 1);
+        QCOMPARE(rack.add({QStringLiteral("DEV0/server"), device}), QString());
+        const auto state = [&rack] { return rack.moduleAs<ModbusModule>(0)->state(); };
+        QVector<RegisterSpan> sent;
+        const auto isSent = [&sent](int address) {
+            return std::any_of(sent.cbegin(), sent.cend(), [address](const RegisterSpan &request) {
+                return request.table == ModbusTable::HoldingRegister && request.address <= address &&
+                       address < request.end();
+            });
+        };
+        QVERIFY(waitUntil([&] {
+            sent += server.takeRequests();
+            return isSent(302);
+        }));
+        QVERIFY(!isSent(304)); // which the map excludes from what is read ahead
+        constexpr int busy = 6;
+        server.exception = busy;
+        QVERIFY(waitUntil([&] { return state().trouble.contains(QStringLiteral("device busy")); }));
+        server.exception = 0;
+        const QString words = triedWords(device);
+        QVERIFY2(words.startsWith(QStringLiteral("true Unit 1 answers")), qPrintable(words));
+        QVERIFY(waitUntil([&] { return state().isKnownToAnswer; }));
+        server.isSilent = true; // what was read ahead just now is no answer to the test
+        const QString silent = triedWords(device);
+        QVERIFY2(silent.contains(QStringLiteral("No answer")), qPrintable(silent));
+    }
+
     void dialogAddsAndChanges()
     {
         PluginHandler handler;
@@ -283,7 +318,7 @@ private slots:
         QVERIFY(QDir::isAbsolutePath(rack.device(0)->mapFile)); // for set-ups that are saved in other folders
         QVERIFY(waitUntil([&] {
             watch.poll(0);
-            return labelText(panel, "deviceState") == QStringLiteral("Connected, not asked");
+            return labelText(panel, "deviceState") == QStringLiteral("Connected and answering, not plotted");
         }));
         {
             DeviceDialog dialog(&rack, 0);

@@ -3,7 +3,9 @@
 #include <QImage>
 #include <QPair>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSet>
+#include <QStandardPaths>
 
 #include <arpa/inet.h>
 #include <cmath>
@@ -19,6 +21,8 @@ constexpr int runLimitMs = 90000;
 constexpr double periodSeconds = 2.0;
 constexpr double amplitude = 100000.0; // increments, of the server's motor
 constexpr double twoPi = 6.283185307179586;
+
+const QString examples = QStringLiteral(SOURCE_FOLDER "/examples/modbus/");
 
 using Pair = QPair<qint32, qint32>;
 
@@ -84,6 +88,15 @@ QSet<Pair> recordedPairs(const QString &path)
 
 } // namespace
 
+/// Without these programs a test is skipped, unless the environment has REQUIRE_MODBUS_SERVERS=1.
+#define SKIP_WITHOUT(program, name)                                                                                    \
+    do {                                                                                                               \
+        if ((program).isEmpty()) {                                                                                     \
+            QVERIFY2(!qEnvironmentVariableIsSet("REQUIRE_MODBUS_SERVERS"), name " is missing");                        \
+            QSKIP(name " is missing: cmake/install-dependencies.sh test-servers");                                     \
+        }                                                                                                              \
+    } while (false)
+
 /// The example server and its register map, as a newcomer meets them: started, drawn and recorded.
 class ExampleServerTest : public GuardedTest
 {
@@ -93,55 +106,115 @@ private slots:
     void circleIsDrawnAndLogged()
     {
         const QString python = pythonWithServer();
-        if (python.isEmpty()) {
-            QVERIFY2(!qEnvironmentVariableIsSet("REQUIRE_MODBUS_SERVERS"), "pymodbus is missing");
-            QSKIP("pymodbus is missing: cmake/install-dependencies.sh test-servers");
-        }
-        const QString port = QString::number(freePort());
+        SKIP_WITHOUT(python, "pymodbus");
         const QString record = temporaryPath(QStringLiteral("record.csv"));
-        const QString log = temporaryPath(QStringLiteral("log.csv"));
         const QString picture = temporaryPath(QStringLiteral("picture.png"));
-        const QString folder = QStringLiteral(SOURCE_FOLDER "/examples/modbus/");
-
         QProcess server;
-        server.start(python,
-                     {folder + QStringLiteral("motor-server.py"), QStringLiteral("--tcp"), port,
-                      QStringLiteral("--period"), QString::number(periodSeconds), QStringLiteral("--record"), record});
-        QVERIFY(server.waitForReadyRead(startLimitMs));
-        QProcess workbench;
-        workbench.setProcessChannelMode(QProcess::MergedChannels);
-        workbench.start(QStringLiteral(PROGRAM),
-                        {QStringLiteral("--plugin"), QStringLiteral(PLUGIN), QStringLiteral("--device"),
-                         QStringLiteral("modbus-tcp:127.0.0.1:%1/1,%2servo-drive.json").arg(port, folder),
-                         QStringLiteral("--seconds"), QStringLiteral("4"), QStringLiteral("--log"), log,
-                         QStringLiteral("--picture"), picture, QStringLiteral("--language"), QStringLiteral("en")});
-        QVERIFY(workbench.waitForFinished(runLimitMs));
-        QVERIFY2(workbench.exitCode() == 0, workbench.readAll().constData());
+        const QString port =
+            started(&server, python,
+                    {QStringLiteral("--period"), QString::number(periodSeconds), QStringLiteral("--record"), record});
+        const QList<QByteArray> lines = loggedLines(port, examples + QStringLiteral("servo-drive.json"),
+                                                    QStringLiteral("4"), {QStringLiteral("--picture"), picture});
         server.kill();
         QVERIFY(server.waitForFinished());
 
         const QSet<Pair> answered = recordedPairs(record);
-        const QList<QByteArray> lines = linesOf(log);
         QVERIFY(lines.at(1).contains("Actual position [increments];Actual velocity [increments/s]"));
         QSet<int> quadrants;
-        int logged = 0;
+        const QVector<Pair> pairs = pairsIn(lines);
+        for (const Pair &pair : pairs) {
+            const QString text = QStringLiteral("%1;%2").arg(pair.first).arg(pair.second);
+            QVERIFY2(answered.contains(pair), qPrintable(text)); // both of one answer
+            const double x = pair.first / amplitude;
+            const double y = pair.second / (amplitude * twoPi / periodSeconds);
+            QVERIFY2(std::abs(std::hypot(x, y) - 1.0) < 1e-4, qPrintable(text));
+            quadrants.insert((x < 0 ? 1 : 0) + (y < 0 ? 2 : 0));
+        }
+        QVERIFY2(pairs.size() >= 20, qPrintable(QString::number(pairs.size())));
+        QCOMPARE(quadrants.size(), 4);
+        QVERIFY(!QImage(picture).isNull());
+    }
+
+    /// One register holds still, the other one counts up: what is logged lies between what is read before and after.
+    void anotherClientReadsWhatIsLogged()
+    {
+        const QString python = pythonWithServer();
+        SKIP_WITHOUT(python, "pymodbus");
+        const QString client = QStandardPaths::findExecutable(QStringLiteral("mbpoll"));
+        SKIP_WITHOUT(client, "mbpoll");
+        const QString map = temporaryPath(QStringLiteral("map.json"));
+        QFile file(map);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(R"({ "title": "Clock", "values": [
+            { "name": "Status word", "table": "holding register", "address": 7, "type": "uint16", "axis": 0 },
+            { "name": "Operating time", "table": "input register", "address": 300, "type": "uint32", "scale": 0.01,
+              "unit": "s", "axis": 0 } ] })");
+        file.close();
+        QProcess server;
+        const QString port = started(&server, python, {QStringLiteral("--map"), map});
+        const auto polled = [&](const char *type, const char *address) {
+            QProcess process;
+            process.start(client, {"-1", "-0", "-q", "-B", "-t", type, "-r", address, "-p", port, "127.0.0.1"});
+            REQUIRE(process.waitForFinished());
+            const QString text = QString::fromLatin1(process.readAllStandardOutput());
+            const auto match =
+                QRegularExpression(QStringLiteral("\\[%1\\]:\\s*([0-9]+)").arg(QLatin1String(address))).match(text);
+            REQUIRE(match.hasMatch());
+            return match.captured(1).toInt();
+        };
+        const int still = polled("4", "7");
+        int last = polled("3:int", "300");
+        const QVector<Pair> pairs = pairsIn(loggedLines(port, map, QStringLiteral("2"), {}));
+        const int after = polled("3:int", "300");
+        QVERIFY2(still > 0 && pairs.size() >= 20, qPrintable(QString::number(pairs.size())));
+        for (const Pair &pair : pairs) {
+            QCOMPARE(pair.first, still);
+            QVERIFY(pair.second >= last && pair.second <= after);
+            last = pair.second;
+        }
+        server.kill();
+        QVERIFY(server.waitForFinished());
+    }
+
+private:
+    /// Starts the server at a free port, which is returned.
+    static QString started(QProcess *server, const QString &python, const QStringList &options)
+    {
+        QString port = QString::number(freePort());
+        server->start(python, QStringList{examples + QStringLiteral("motor-server.py"), QStringLiteral("--tcp"), port} +
+                                  options);
+        REQUIRE(server->waitForReadyRead(startLimitMs));
+        return port;
+    }
+
+    /// What the program logs of the device's first curve.
+    QList<QByteArray> loggedLines(const QString &port, const QString &map, const QString &seconds,
+                                  const QStringList &options) const
+    {
+        const QString log = temporaryPath(QStringLiteral("log.csv"));
+        QProcess workbench;
+        workbench.setProcessChannelMode(QProcess::ForwardedChannels);
+        workbench.start(QStringLiteral(PROGRAM),
+                        QStringList{QStringLiteral("--plugin"), QStringLiteral(PLUGIN), QStringLiteral("--device"),
+                                    QStringLiteral("modbus-tcp:127.0.0.1:%1/1,%2").arg(port, map),
+                                    QStringLiteral("--seconds"), seconds, QStringLiteral("--log"), log,
+                                    QStringLiteral("--language"), QStringLiteral("en")} +
+                            options);
+        REQUIRE(workbench.waitForFinished(runLimitMs) && workbench.exitCode() == 0);
+        return linesOf(log);
+    }
+
+    static QVector<Pair> pairsIn(const QList<QByteArray> &lines)
+    {
+        QVector<Pair> pairs;
         const QList<QByteArray> dataLines = lines.mid(2);
         for (const QByteArray &line : dataLines) {
             const QList<QByteArray> columns = line.split(';');
-            if (columns.size() < 3) {
-                continue;
+            if (columns.size() >= 3) {
+                pairs.append({columns.at(1).toInt(), columns.at(2).toInt()});
             }
-            const Pair pair(columns.at(1).toInt(), columns.at(2).toInt());
-            QVERIFY2(answered.contains(pair), line.constData()); // both of one answer
-            const double x = pair.first / amplitude;
-            const double y = pair.second / (amplitude * twoPi / periodSeconds);
-            QVERIFY2(std::abs(std::hypot(x, y) - 1.0) < 1e-4, line.constData());
-            quadrants.insert((x < 0 ? 1 : 0) + (y < 0 ? 2 : 0));
-            ++logged;
         }
-        QVERIFY2(logged >= 20, workbench.readAll().constData());
-        QCOMPARE(quadrants.size(), 4);
-        QVERIFY(!QImage(picture).isNull());
+        return pairs;
     }
 };
 

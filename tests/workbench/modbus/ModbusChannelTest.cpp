@@ -168,6 +168,7 @@ void ModbusChannelTest::refusedAndUnknownValuesKeepTheirReplies()
         QCOMPARE(int{combo.reply.motorBank()}, 2);
     }
     QVERIFY(!channel.isSilenced());
+    QVERIFY(channel.state().trouble.contains(QLatin1String("illegal data address")));
     QCOMPARE(channel.statistics().answeredExchanges, 0ULL); // one of the values is an old one
 }
 

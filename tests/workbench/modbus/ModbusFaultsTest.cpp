@@ -37,9 +37,9 @@ struct FaultyDevice
         }
         line->lateMs = isSerial ? 450 : 650; // later than it is waited for
         // Both requests have the same length, so that an answer to one could be taken for that to the other.
-        probe = std::make_unique<ModbusProbe>(isSerial ? ModbusProbe::serial(line->clientPort(), fastBaud)
-                                                       : ModbusProbe::tcp(line->port()),
-                                              Spans{pairAt(10), pairAt(400)});
+        probe = std::make_unique<ModbusProbe>(
+            isSerial ? ModbusProbe::serial(line->clientPort(), fastBaud) : ModbusProbe::tcp(line->port()),
+            Spans{pairAt(10), pairAt(400)}, SurveyedSpans{{pairAt(20), pairAt(800), pairAt(1200)}, {}}); // no 1200
     }
 
     /// Whether the device goes on to answer. Copies of answers are recognised by their transaction numbers,

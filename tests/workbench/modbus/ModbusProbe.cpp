@@ -19,8 +19,9 @@ ModbusLookup lookupOf(const QVector<RegisterSpan> &spans)
 
 } // namespace
 
-ModbusProbe::ModbusProbe(const ConnectionSettings &settings, const QVector<RegisterSpan> &spans)
-    : channel(settings, lookupOf(spans)), m_spans(spans), m_combos(spans.size())
+ModbusProbe::ModbusProbe(const ConnectionSettings &settings, const QVector<RegisterSpan> &spans,
+                         const SurveyedSpans &surveyed)
+    : channel(settings, lookupOf(spans), surveyed), m_spans(spans), m_combos(spans.size())
 {
     for (int index = 0; index < m_combos.size(); ++index) {
         m_combos[index].request.setType(static_cast<unsigned short>(index));

@@ -11,7 +11,8 @@ class ModbusProbe
 {
 public:
     /// \param spans what the requests of type 0, 1, ... ask for: pairs of registers
-    ModbusProbe(const ConnectionSettings &settings, const QVector<RegisterSpan> &spans);
+    ModbusProbe(const ConnectionSettings &settings, const QVector<RegisterSpan> &spans,
+                const SurveyedSpans &surveyed = {});
 
     /// Exchanges all spans as one group; returns whether it was answered. A wrong answer is put down in mistake().
     bool ask();

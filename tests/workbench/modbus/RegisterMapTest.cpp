@@ -239,6 +239,8 @@ private slots:
             {"step of 0", "0.1 }", "0 }", "values[2].resolution"},
             {"scale of 0", "\"uint16\"", "\"uint16\", \"scale\": 0", "values[1].scale"},
             {"coil with a type", "\"address\": 0 }", "\"address\": 0, \"type\": \"int16\" }", "values[3].type"},
+            {"readAhead in words", "\"address\": 0 }", "\"address\": 0, \"readAhead\": \"no\" }",
+             "values[3].readAhead\": expected true or false"},
             {"axis and group", "\"int32\"", "\"int32\", \"group\": \"register\"", "values[0].group"},
             {"gap between axes", "\"int32\", \"axis\": 0", "\"int32\", \"axis\": 2", "axis 1 has no value"},
             {"no axis for the module's values", ", \"axis\": 0", ", \"group\": \"variable\"", "\"register\", because"},

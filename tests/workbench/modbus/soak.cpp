@@ -47,8 +47,10 @@ struct Device
 
     void connect()
     {
-        probe = std::make_unique<ModbusProbe>(settings, QVector<RegisterSpan>{{ModbusTable::HoldingRegister, 10, 2},
-                                                                              {ModbusTable::HoldingRegister, 400, 2}});
+        const auto pairAt = [](quint16 address) { return RegisterSpan{ModbusTable::HoldingRegister, address, 2}; };
+        probe = std::make_unique<ModbusProbe>(
+            settings, QVector<RegisterSpan>{pairAt(10), pairAt(400)},
+            SurveyedSpans{{pairAt(10), pairAt(20), pairAt(400), pairAt(800), pairAt(998), pairAt(1200)}, {}});
         lastAnswer.start();
     }
 

@@ -18,6 +18,8 @@ QString ConnectionTrouble::words() const
         return tr("The host refuses the connection: no server listens at this port.");
     case Kind::NoRoute:
         return tr("There is no route to the host.");
+    case Kind::Forbidden:
+        return tr("This computer does not let the connection out: is it a rule of its firewall?");
     case Kind::ConnectTimeout:
         return tr("The host does not react.");
     case Kind::NoPort:

@@ -23,6 +23,7 @@ public:
         UnknownHost,      ///< no address for the name; detail has the resolver's words
         Refused,          ///< the host has no server at the port
         NoRoute,          ///< no way to the host
+        Forbidden,        ///< by a rule of this computer
         ConnectTimeout,   ///< the host does not react
         NoPort,           ///< there is no such device file
         NoPermission,     ///< for the device file; detail is the group that has it, if any

@@ -1,5 +1,6 @@
 #include "modules/modbus/DeviceTest.h"
 
+#include "modules/modbus/ModbusClock.h"
 #include "modules/modbus/ModbusConnection.h"
 #include "modules/modbus/RegisterMapRows.h"
 
@@ -18,6 +19,7 @@ bool isFinal(Kind kind)
     case Kind::UnknownHost:
     case Kind::Refused:
     case Kind::NoRoute:
+    case Kind::Forbidden:
     case Kind::NoPort:
     case Kind::NoPermission:
     case Kind::PortInUse:
@@ -44,7 +46,7 @@ DeviceTest::DeviceTest(const DeviceSettings &settings, QObject *parent)
 DeviceTest::~DeviceTest()
 {
     if (m_connection != nullptr) {
-        m_connection->removeUnit(m_settings.connection.unit);
+        m_connection->removeUnit(m_settings.connection.unit, m_use);
     }
 }
 
@@ -52,9 +54,10 @@ void DeviceTest::start()
 {
     if (m_settings.connection.problem().isEmpty()) {
         m_connection = ModbusConnection::of(m_settings.connection);
-        m_connection->addUnit(m_settings.connection.unit);
+        m_use = m_connection->addUnit(m_settings.connection.unit);
     }
     m_clock.start();
+    m_startNs = modbusNowNs();
     m_timer.start(lookIntervalMs);
 }
 
@@ -69,14 +72,18 @@ void DeviceTest::look()
     qint64 waitedNs = 0;
     bool wasFirst = false;
     const auto outcome = m_connection->newest(unit, {m_span}, 0, 0, &answer, &waitedNs, &wasFirst);
-    if (outcome == ModbusConnection::Outcome::Answered && !answer.spans.isEmpty()) {
+    // What was known before is no sign that the device answers now.
+    if (outcome == ModbusConnection::Outcome::Answered && answer.timeNs >= m_startNs) {
         const ModbusConnection::SpanAnswer &span = answer.spans.constFirst();
         finish(span.exception == 0 && m_map.error.isEmpty(), answerWords(span.exception, span.words.constData()));
         return;
     }
-    const ConnectionTrouble trouble = m_connection->state(unit).trouble;
+    const ModbusConnection::DeviceState state = m_connection->state(unit);
+    const ConnectionTrouble &trouble = state.trouble;
+    const bool isNew = state.troubleNs >= m_startNs;
     const bool isLate = m_clock.hasExpired(patienceMs);
-    if (isFinal(trouble.kind) || (isLate && trouble.kind != Kind::None && trouble.kind != Kind::Connecting)) {
+    if ((isFinal(trouble.kind) && isNew) ||
+        (isLate && trouble.kind != Kind::None && trouble.kind != Kind::Connecting)) {
         finish(false, trouble.words());
     } else if (isLate) {
         finish(false, tr("Nothing came within %1 s.").arg(patienceMs / 1000));
@@ -87,7 +94,7 @@ void DeviceTest::finish(bool isAnswered, const QString &words)
 {
     m_timer.stop();
     if (m_connection != nullptr) {
-        m_connection->removeUnit(m_settings.connection.unit);
+        m_connection->removeUnit(m_settings.connection.unit, m_use);
         m_connection.reset();
     }
     emit finished(isAnswered, words);

@@ -46,6 +46,8 @@ private:
     const RegisterMapResult m_map;
     RegisterSpan m_span;
     std::shared_ptr<ModbusConnection> m_connection; // while it runs
+    int m_use = 0;                                  // of the device, by this test
+    qint64 m_startNs = 0;                           // of the monotonic clock
     QElapsedTimer m_clock;
     QTimer m_timer;
 };

@@ -1,11 +1,13 @@
 // What the thread of a line does.
 
 #include "modules/modbus/LineState.h"
+#include "modules/modbus/LineSurvey.h"
 #include "modules/modbus/ModbusClock.h"
 #include "modules/modbus/ReadPlan.h"
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -19,26 +21,8 @@ using SpanAnswers = QVector<ModbusConnection::SpanAnswer>;
 constexpr qint64 minimumRoundNs = modbusNsPerMs;
 constexpr qint64 idleCheckNs = 250 * modbusNsPerMs;
 constexpr qint64 rateIntervalNs = 1000 * modbusNsPerMs;
-constexpr int firstPauseMs = 50;
 constexpr int longestConnectPauseMs = 500; // an attempt takes up to ModbusLink::connectTimeoutMs besides
 constexpr double nsPerSecond = 1e9;
-/// Exceptions by which a device says that it has no such value. After any other it may answer later.
-constexpr int lastRefusal = 4;
-
-/// The first attempt after a fault comes at once, the next ones after pauses that double.
-qint64 pauseNs(int failures, int longestMs)
-{
-    if (failures <= 1) {
-        return 0;
-    }
-    const int doublings = std::min(failures - 2, 10);
-    return std::min(firstPauseMs << doublings, longestMs) * modbusNsPerMs;
-}
-
-bool isRefusal(const ConnectionTrouble &trouble)
-{
-    return trouble.kind == Kind::Exception && trouble.number <= lastRefusal;
-}
 
 /// The thread's own side of a line.
 class LineThread
@@ -48,6 +32,7 @@ public:
         : m_line(std::move(line))
         , m_link(ModbusLink::of(m_line->settings, m_line->stop, [this] { noteEnd(); }))
         , m_cost(LineCost::of(m_line->settings))
+        , m_survey(m_cost)
     {
     }
 
@@ -56,14 +41,24 @@ public:
         while (!isEnding()) {
             if (!m_link->isOpen()) {
                 connect();
-            } else if (const std::optional<int> unit = nextUnit()) {
-                askUnit(*unit);
+            } else if (const std::optional<Turn> turn = nextTurn()) {
+                if (turn->survey) {
+                    readAhead(*turn->survey);
+                } else {
+                    askUnit(turn->unit);
+                }
             }
         }
         m_link->close();
     }
 
 private:
+    struct Turn
+    {
+        int unit = 0;
+        std::optional<LineSurvey::Turn> survey; // else it is a round of the unit
+    };
+
     struct Round
     {
         ConnectionTrouble trouble;
@@ -90,7 +85,7 @@ private:
     {
         {
             std::unique_lock<std::mutex> lock(m_line->mutex);
-            m_line->wake.wait_for(lock, std::chrono::nanoseconds(pauseNs(m_failures, longestConnectPauseMs)),
+            m_line->wake.wait_for(lock, std::chrono::nanoseconds(linePauseNs(m_failures, longestConnectPauseMs)),
                                   [this] { return m_line->isEnding; });
             if (m_line->isEnding) {
                 return;
@@ -103,52 +98,38 @@ private:
         ++m_failures;
         {
             const std::lock_guard<std::mutex> lock(m_line->mutex);
+            const qint64 nowNs = modbusNowNs();
             m_line->isConnected = m_link->isOpen();
             m_line->trouble = trouble;
+            m_line->troubleNs = nowNs;
             for (auto &entry : m_line->units) {
                 LineUnit &unit = entry.second;
                 if (trouble.kind != Kind::None) {
-                    dropAnswers(&unit);
-                } else if (!isAsked(unit, modbusNowNs())) {
+                    unit.dropAnswers();
+                } else if (!unit.isAsked(nowNs) && !unit.isSurveyed()) {
                     unit.trouble = {}; // else it is silent until it has answered
                 }
+            }
+            if (trouble.kind != Kind::None) {
+                m_survey.forget();
             }
         }
         m_line->news.notify_all();
     }
 
-    static void dropAnswers(LineUnit *unit)
-    {
-        for (LineGroup &group : unit->groups) {
-            group.newest = {};
-            group.number = 0;
-            group.lastGiven = 0;
-        }
-    }
-
-    /// The device whose turn it is; nothing when the line has to be looked at again, after a wait if need be.
-    std::optional<int> nextUnit()
+    /// What is to be read now; nothing when the line has to be looked at again, after a wait if need be.
+    std::optional<Turn> nextTurn()
     {
         std::unique_lock<std::mutex> lock(m_line->mutex);
         const qint64 nowNs = modbusNowNs();
         qint64 dueNs = nowNs + idleCheckNs;
-        std::optional<int> chosen;
-        qint64 longestAgoNs = nowNs + 1;
-        for (auto &entry : m_line->units) {
-            LineUnit &unit = entry.second;
-            if (!isAsked(unit, nowNs)) {
-                continue;
-            }
-            const qint64 begunNs = m_begunNs[entry.first];
-            const qint64 unitDueNs = std::max(unit.nextTryNs, begunNs + minimumRoundNs);
-            dueNs = std::min(dueNs, unitDueNs);
-            if (unitDueNs <= nowNs && begunNs < longestAgoNs) {
-                chosen = entry.first;
-                longestAgoNs = begunNs;
-            }
+        LineSurvey::Queue queue;
+        const std::optional<int> unit = nextUnit(nowNs, &dueNs, &queue);
+        if (const auto survey = m_survey.next(m_line.get(), m_refused, queue, nowNs, &dueNs)) {
+            return Turn{survey->unit, survey};
         }
-        if (chosen) {
-            return chosen;
+        if (unit) {
+            return Turn{*unit, {}};
         }
         if (!m_hasEnd && !m_line->isEnding) {
             m_line->wake.wait_for(lock, std::chrono::nanoseconds(dueNs - nowNs));
@@ -158,15 +139,37 @@ private:
         return {};
     }
 
-    static bool isAskedFor(const LineGroup &group, qint64 nowNs)
+    /// The device whose round is due; none until \a dueNs at the earliest, which it lowers. With the mutex locked.
+    std::optional<int> nextUnit(qint64 nowNs, qint64 *dueNs, LineSurvey::Queue *queue)
     {
-        return nowNs - group.lastAskedNs <= ModbusConnection::expiryMs * modbusNsPerMs;
-    }
-
-    static bool isAsked(const LineUnit &unit, qint64 nowNs)
-    {
-        return std::any_of(unit.groups.cbegin(), unit.groups.cend(),
-                           [nowNs](const LineGroup &group) { return isAskedFor(group, nowNs); });
+        std::optional<int> chosen;
+        qint64 longestAgoNs = nowNs + 1;
+        queue->retryNs = std::numeric_limits<qint64>::max();
+        for (const auto &entry : m_line->units) {
+            const LineUnit &unit = entry.second;
+            if (!unit.isAsked(nowNs)) {
+                continue;
+            }
+            const qint64 begunNs = m_begunNs[entry.first];
+            const qint64 unitDueNs = std::max(unit.nextTryNs, begunNs + minimumRoundNs);
+            *dueNs = std::min(*dueNs, unitDueNs);
+            queue->isAsked = true;
+            if (unit.trouble.kind != Kind::None) {
+                queue->retryNs = std::min(queue->retryNs, unitDueNs);
+            }
+            if (unitDueNs > nowNs) {
+                continue;
+            }
+            queue->isAwaited = queue->isAwaited ||
+                               std::any_of(unit.groups.cbegin(), unit.groups.cend(), [nowNs](const LineGroup &group) {
+                                   return group.number == 0 && group.isAsked(nowNs);
+                               });
+            if (begunNs < longestAgoNs) {
+                chosen = entry.first;
+                longestAgoNs = begunNs;
+            }
+        }
+        return chosen;
     }
 
     void publishLineTrouble(const ConnectionTrouble &trouble)
@@ -178,10 +181,13 @@ private:
             const std::lock_guard<std::mutex> lock(m_line->mutex);
             m_line->isConnected = false;
             m_line->trouble = trouble;
+            m_line->troubleNs = modbusNowNs();
             for (auto &entry : m_line->units) {
-                dropAnswers(&entry.second);
+                entry.second.dropAnswers();
                 entry.second.trouble = trouble;
+                entry.second.troubleNs = m_line->troubleNs;
             }
+            m_survey.forget();
         }
         m_line->news.notify_all();
     }
@@ -189,24 +195,17 @@ private:
     QVector<RegisterSpan> spansOf(int number) const
     {
         const std::lock_guard<std::mutex> lock(m_line->mutex);
-        QVector<RegisterSpan> spans;
         const auto found = m_line->units.find(number);
-        if (found == m_line->units.end()) {
-            return spans;
-        }
-        const qint64 nowNs = modbusNowNs();
-        for (const LineGroup &group : found->second.groups) {
-            if (isAskedFor(group, nowNs)) {
-                spans += group.spans;
-            }
-        }
-        return spans;
+        return found == m_line->units.end() ? QVector<RegisterSpan>() : found->second.askedSpans(modbusNowNs());
     }
 
     void askUnit(int number)
     {
         m_begunNs[number] = modbusNowNs();
         const QVector<RegisterSpan> spans = spansOf(number);
+        if (spans.isEmpty()) {
+            return; // nobody asks any more, and a round without a request shows nothing of the device
+        }
         const Round round = readRound(number, spans);
         {
             const std::lock_guard<std::mutex> lock(m_line->mutex);
@@ -214,14 +213,31 @@ private:
             m_line->isConnected = m_link->isOpen();
             if (found != m_line->units.end()) {
                 publish(spans, round, &found->second);
+                m_survey.noteRound(number, round.trouble.kind == Kind::None, modbusNowNs());
             }
+        }
+        m_line->news.notify_all();
+    }
+
+    void readAhead(const LineSurvey::Turn &turn)
+    {
+        const qint64 begunNs = modbusNowNs();
+        QVector<quint16> words;
+        const ConnectionTrouble trouble = m_link->read(turn.unit, turn.request, &words);
+        {
+            const std::lock_guard<std::mutex> lock(m_line->mutex);
+            m_line->isConnected = m_link->isOpen();
+            m_survey.publish(m_line.get(), turn, trouble, words, begunNs, modbusNowNs());
+        }
+        if (trouble.kind == Kind::None || isRefusal(trouble)) {
+            m_failures = 0;
         }
         m_line->news.notify_all();
     }
 
     Round readRound(int number, const QVector<RegisterSpan> &spans)
     {
-        const ReadPlan plan(spans, m_cost, m_refused[number]);
+        const ReadPlan plan(spans, m_cost, m_refused[number] + m_survey.apart(number));
         Round round;
         round.answers.resize(spans.size());
         for (int index = 0; index < plan.requests().size(); ++index) {
@@ -279,15 +295,14 @@ private:
     {
         const qint64 nowNs = modbusNowNs();
         if (round.trouble.kind != Kind::None) {
-            unit->trouble = round.trouble;
-            ++unit->failures;
-            unit->nextTryNs = nowNs + pauseNs(unit->failures, ModbusConnection::longestPauseMs);
+            unit->noteFailure(round.trouble, nowNs);
             return;
         }
         m_failures = 0;
-        unit->trouble = {};
-        unit->failures = 0;
-        unit->nextTryNs = 0;
+        unit->noteSuccess();
+        for (int index = 0; index < spans.size(); ++index) {
+            unit->known.insert(LineUnit::keyOf(spans.at(index)), {round.answers.at(index), nowNs});
+        }
         for (LineGroup &group : unit->groups) {
             SpanAnswers answers;
             for (const RegisterSpan &span : qAsConst(group.spans)) {
@@ -327,6 +342,7 @@ private:
     bool m_hasEnd = false; // guarded by the line's mutex
     const std::unique_ptr<ModbusLink> m_link;
     const LineCost m_cost;
+    LineSurvey m_survey;                            // used with the mutex locked, but for what only this thread changes
     int m_failures = 0;                             // to bring the line into use, in a row
     std::map<int, qint64> m_begunNs;                // last round of each device
     std::map<int, QVector<RegisterSpan>> m_refused; // requests that each device has refused

@@ -23,32 +23,59 @@ WaitBudget &firstBudget()
     return budget;
 }
 
-void fillReply(CommandCombo *combo, const std::optional<ModbusValue> &value, const ModbusConnection::SpanAnswer &answer)
+void setRequest(Command &reply, const Command &request)
 {
-    const Command &request = combo->request;
-    Command &reply = combo->reply;
     reply.setAddress(request.address());
     reply.setCommand(request.command());
     reply.setType(request.type());
     reply.setMotorBank(request.motorBank());
-    if (value && answer.exception == 0 && answer.words.size() == value->span.count) {
+}
+
+bool isReplyTo(const Command &reply, const Command &request)
+{
+    return reply.address() == request.address() && reply.command() == request.command() &&
+           reply.type() == request.type() && reply.motorBank() == request.motorBank();
+}
+
+bool isValue(const std::optional<ModbusValue> &value, const ModbusConnection::SpanAnswer &answer)
+{
+    return value && answer.exception == 0 && answer.words.size() == value->span.count;
+}
+
+void fillReply(CommandCombo *combo, const std::optional<ModbusValue> &value, const ModbusConnection::SpanAnswer &answer)
+{
+    Command &reply = combo->reply;
+    setRequest(reply, combo->request);
+    if (isValue(value, answer)) {
         reply.setValue(value->decode(answer.words.constData()));
     } else {
         reply.setStatus(Command::Status::Refused);
     }
 }
 
+/// A value of another row would be a wrong one, an old value of this row is not.
+void fillOldValue(CommandCombo *combo, const std::optional<ModbusValue> &value,
+                  const ModbusConnection::SpanAnswer &answer)
+{
+    if (isValue(value, answer) && !isReplyTo(combo->reply, combo->request)) {
+        setRequest(combo->reply, combo->request);
+        combo->reply.setValue(value->decode(answer.words.constData()));
+    }
+}
+
 } // namespace
 
-ModbusChannel::ModbusChannel(const ConnectionSettings &settings, ModbusLookup lookup)
-    : m_unit(settings.unit), m_lookup(std::move(lookup)), m_connection(ModbusConnection::of(settings))
+ModbusChannel::ModbusChannel(const ConnectionSettings &settings, ModbusLookup lookup, const SurveyedSpans &spans)
+    : m_unit(settings.unit)
+    , m_lookup(std::move(lookup))
+    , m_connection(ModbusConnection::of(settings))
+    , m_use(m_connection->addUnit(m_unit, spans))
 {
-    m_connection->addUnit(m_unit);
 }
 
 ModbusChannel::~ModbusChannel()
 {
-    m_connection->removeUnit(m_unit);
+    m_connection->removeUnit(m_unit, m_use);
 }
 
 void ModbusChannel::sendCommandCombos(QList<CommandCombo *> combos)
@@ -81,6 +108,7 @@ bool ModbusChannel::fill(const QList<CommandCombo *> &combos, bool *isWhole)
         values.append(value);
     }
     ModbusConnection::Answer answer;
+    bool isAnswered = true;
     if (!spans.isEmpty()) {
         const qint64 nowNs = modbusNowNs();
         qint64 waitedNs = 0;
@@ -93,19 +121,18 @@ bool ModbusChannel::fill(const QList<CommandCombo *> &combos, bool *isWhole)
         if (outcome != ModbusConnection::Outcome::Awaited) {
             setSilenced(outcome == ModbusConnection::Outcome::Silent);
         }
-        if (outcome != ModbusConnection::Outcome::Answered) {
-            return false;
-        }
+        isAnswered = outcome == ModbusConnection::Outcome::Answered;
     }
     int span = 0;
     for (int index = 0; index < combos.size(); ++index) {
         const bool isKnown = values.at(index).has_value();
-        fillReply(combos.at(index), values.at(index), isKnown ? answer.spans.at(span) : ModbusConnection::SpanAnswer());
+        const auto fill = isAnswered ? fillReply : fillOldValue;
+        fill(combos.at(index), values.at(index), isKnown ? answer.spans.value(span) : ModbusConnection::SpanAnswer());
         span += isKnown ? 1 : 0;
     }
     *isWhole = std::none_of(answer.spans.cbegin(), answer.spans.cend(),
                             [](const ModbusConnection::SpanAnswer &each) { return each.exception != 0; });
-    return true;
+    return isAnswered;
 }
 
 bool ModbusChannel::transact(const Command &request, Command &reply, const QDeadlineTimer &deadline)
@@ -119,5 +146,8 @@ bool ModbusChannel::transact(const Command &request, Command &reply, const QDead
 ModbusChannel::State ModbusChannel::state() const
 {
     const ModbusConnection::DeviceState state = m_connection->state(m_unit);
-    return {state.isConnected, state.trouble.words(), state.ageMs, state.answersPerSecond};
+    const bool isRefusing = state.refusal != 0 && state.trouble.kind == ConnectionTrouble::Kind::None;
+    const ConnectionTrouble refusal{ConnectionTrouble::Kind::Exception, state.refusal, {}};
+    return {state.isConnected, (isRefusing ? refusal : state.trouble).words(), state.isKnownToAnswer, state.ageMs,
+            state.answersPerSecond};
 }

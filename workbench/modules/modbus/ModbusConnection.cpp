@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 #include <system_error>
 #include <thread>
 
@@ -18,10 +19,9 @@ constexpr qint64 rateExpiryNs = 1500 * modbusNsPerMs;
 LineGroup &groupOf(LineUnit &unit, const QVector<RegisterSpan> &spans, qint64 nowNs)
 {
     auto &groups = unit.groups;
-    const qint64 expiryNs = ModbusConnection::expiryMs * modbusNsPerMs;
-    groups.erase(std::remove_if(groups.begin(), groups.end(),
-                                [=](const LineGroup &group) { return nowNs - group.lastAskedNs > expiryNs; }),
-                 groups.end());
+    groups.erase(
+        std::remove_if(groups.begin(), groups.end(), [nowNs](const LineGroup &group) { return !group.isAsked(nowNs); }),
+        groups.end());
     auto found =
         std::find_if(groups.begin(), groups.end(), [&spans](const LineGroup &group) { return group.spans == spans; });
     if (found == groups.end()) {
@@ -69,6 +69,7 @@ ModbusConnection::ModbusConnection(const ConnectionSettings &settings)
         std::thread([line = m_line] { runLine(line); }).detach();
     } catch (const std::system_error &error) {
         m_line->trouble = {ConnectionTrouble::Kind::SystemError, error.code().value(), {}};
+        m_line->troubleNs = std::numeric_limits<qint64>::max(); // nothing will be found that is newer
     }
 }
 
@@ -82,17 +83,27 @@ ModbusConnection::~ModbusConnection()
     m_line->wake.notify_all();
 }
 
-void ModbusConnection::addUnit(int unit)
+int ModbusConnection::addUnit(int unit, const SurveyedSpans &spans)
 {
     const std::lock_guard<std::mutex> lock(m_line->mutex);
-    ++m_line->units[unit].users;
+    const int use = ++m_line->lastUse;
+    LineUnit &device = m_line->units[unit];
+    device.uses.emplace(use, spans);
+    device.usesVersion = use;
+    m_line->wake.notify_all();
+    return use;
 }
 
-void ModbusConnection::removeUnit(int unit)
+void ModbusConnection::removeUnit(int unit, int use)
 {
     const std::lock_guard<std::mutex> lock(m_line->mutex);
     const auto found = m_line->units.find(unit);
-    if (found != m_line->units.end() && --found->second.users == 0) {
+    if (found == m_line->units.end()) {
+        return;
+    }
+    found->second.uses.erase(use);
+    found->second.usesVersion = ++m_line->lastUse;
+    if (found->second.uses.empty()) {
         m_line->units.erase(found);
     }
 }
@@ -118,10 +129,18 @@ ModbusConnection::Outcome ModbusConnection::newest(int unit, const QVector<Regis
         m_line->news.wait_for(lock, std::chrono::nanoseconds(limitNs), isSettled);
         *waitedNs = modbusNowNs() - startNs;
     }
+    const bool isKnown = group.number > 0 || !group.newest.spans.isEmpty();
+    if (!isKnown) {
+        *answer = device.lastAnswers(spans);
+        const qint64 oldestNs = modbusNowNs() - surveyLimitMs * modbusNsPerMs;
+        if (answer->timeNs > oldestNs) {
+            group.newest = *answer; // the next one is that of a round
+        }
+    }
     if (isSilent(*m_line, device)) {
         return Outcome::Silent;
     }
-    if (group.number == 0) {
+    if (group.newest.spans.isEmpty()) {
         return Outcome::Awaited;
     }
     group.lastGiven = group.number;
@@ -135,19 +154,33 @@ ModbusConnection::DeviceState ModbusConnection::state(int unit) const
     DeviceState state;
     state.isConnected = m_line->isConnected;
     state.trouble = m_line->trouble;
+    state.troubleNs = m_line->troubleNs;
     const auto found = m_line->units.find(unit);
     if (found == m_line->units.end()) {
         return state;
     }
     const LineUnit &device = found->second;
-    if (state.trouble.kind == ConnectionTrouble::Kind::None) {
-        state.trouble = device.trouble;
-    }
     const qint64 nowNs = modbusNowNs();
-    if (device.lastRoundNs == 0) {
+    state.isKnownToAnswer = device.isKnownToAnswer;
+    // What was found when somebody still read the device may have passed meanwhile. It is not forgotten: it sets the pace
+    // at which the device is tried when it is asked again.
+    if (state.trouble.kind == ConnectionTrouble::Kind::None && (device.isAsked(nowNs) || device.isSurveyed())) {
+        state.trouble = device.trouble;
+        state.troubleNs = device.troubleNs;
+    }
+    qint64 oldestNs = device.lastRoundNs;
+    for (const LineGroup &group : device.groups) {
+        if (group.isAsked(nowNs) && !group.newest.spans.isEmpty()) {
+            oldestNs = oldestNs > 0 ? std::min(oldestNs, group.newest.timeNs) : group.newest.timeNs;
+            for (const SpanAnswer &answer : group.newest.spans) {
+                state.refusal = answer.exception != 0 ? answer.exception : state.refusal;
+            }
+        }
+    }
+    if (oldestNs == 0) {
         return state;
     }
-    state.ageMs = (nowNs - device.lastRoundNs) / modbusNsPerMs;
+    state.ageMs = (nowNs - oldestNs) / modbusNsPerMs;
     if (nowNs - device.lastRoundNs < rateExpiryNs) {
         const double countedNs = static_cast<double>(device.lastRoundNs - device.countedSinceNs);
         state.answersPerSecond = device.roundsPerSecond > 0 || countedNs <= 0

@@ -2,7 +2,7 @@
 
 #include "modules/modbus/ConnectionSettings.h"
 #include "modules/modbus/ConnectionTrouble.h"
-#include "modules/modbus/RegisterSpan.h"
+#include "modules/modbus/UnitSurvey.h"
 
 #include <QVector>
 
@@ -19,6 +19,11 @@ struct LineState;
  * one group are always of the same round. After a fault a device counts as silent until a round succeeds; it is tried
  * again at once, then after pauses of up to a second.
  *
+ * Beside that the thread surveys the devices that were added: it reads their values ahead when the line has time, so that
+ * a group has an answer when it is asked for the first time. One answer of the survey that is recent and holds all spans
+ * of a group is given out until the first round has one. What the survey has read by several requests is of several
+ * times, and no answer to a group: it only shows what the device had where nothing else is known.
+ *
  * GUI thread. No function and no destructor waits for the line; the thread ends by itself when what it does ends, also
  * after the program's end was reached.
  */
@@ -26,6 +31,7 @@ class ModbusConnection
 {
 public:
     static constexpr int expiryMs = 1000;       ///< a group that was not exchanged for this long is no longer asked
+    static constexpr int surveyLimitMs = 2000;  ///< an answer of the survey that is older is given out no more
     static constexpr int longestPauseMs = 1000; ///< between two attempts to reach a silent device
 
     /// What a round brought for one span: words, or the code of the exception by which the device refused it.
@@ -45,10 +51,13 @@ public:
     /// How a device is doing.
     struct DeviceState
     {
-        bool isConnected = false; ///< the line is; on a serial line, the port is open
-        ConnectionTrouble trouble;
-        qint64 ageMs = -1;           ///< of the newest answer; -1 before the first one
-        double answersPerSecond = 0; ///< complete rounds
+        bool isConnected = false;     ///< the line is; on a serial line, the port is open
+        bool isKnownToAnswer = false; ///< the device has answered what was read last, be it by the survey
+        ConnectionTrouble trouble;    ///< of what is read now; a device that nobody reads has none of its own
+        int refusal = 0;              ///< exception by which the device refuses a value that is asked; 0 for none
+        qint64 troubleNs = 0;         ///< when it was found, of the monotonic clock
+        qint64 ageMs = -1;            ///< of the oldest of the newest answers to what is asked; -1 before the first one
+        double answersPerSecond = 0;  ///< complete rounds
     };
 
     enum class Outcome
@@ -65,9 +74,10 @@ public:
     ModbusConnection(const ModbusConnection &) = delete;
     ModbusConnection &operator=(const ModbusConnection &) = delete;
 
-    /// A device that may be asked for. Its groups and its state are kept from the first call to the matching removal.
-    void addUnit(int unit);
-    void removeUnit(int unit);
+    /// A device that may be asked for, with what is read of it ahead. Its groups and its state are kept until the last of
+    /// those who have added it remove it. Returns a number for that.
+    int addUnit(int unit, const SurveyedSpans &spans = {});
+    void removeUnit(int unit, int use);
 
     /**
      * The newest answer to the group of \a spans, which all have to be readable.
@@ -76,6 +86,8 @@ public:
      * \a waitNs; at most \a firstWaitNs when the group was not exchanged within the last second. A silent device is not
      * waited for.
      *
+     * \param answer also gets, unless there is an answer, what is known of a group that has had none: the last answer
+     *        to each span, without words where there is none
      * \param waitedNs what it has waited; \a wasFirst says for which of the two
      */
     Outcome newest(int unit, const QVector<RegisterSpan> &spans, qint64 waitNs, qint64 firstWaitNs, Answer *answer,

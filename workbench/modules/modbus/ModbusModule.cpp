@@ -17,6 +17,15 @@ QString nameFromKey(const QString &key)
     return key.section(QLatin1Char('/'), -1);
 }
 
+SurveyedSpans surveyedSpans(const RegisterMap &map)
+{
+    SurveyedSpans spans;
+    for (const RegisterMap::Value &value : map.values) {
+        (value.isReadAhead ? spans.ahead : spans.apart).append(value.span);
+    }
+    return spans;
+}
+
 } // namespace
 
 ModbusModule::ModbusModule(const QString &key, PluginHandler *handler, const ConnectionSettings &connection,
@@ -34,7 +43,7 @@ ModbusModule::ModbusModule(const QString &key, PluginHandler *handler, const Con
                   .replace(QLatin1Char(';'), QLatin1Char('_')))
     , m_axes(map.axisCount())
     , m_address(static_cast<unsigned char>(connection.unit))
-    , m_channel(connection, lookupIn(rows, m_address))
+    , m_channel(connection, lookupIn(rows, m_address), surveyedSpans(map))
 {
     for (const RegisterMapRow &row : rows) {
         if (row.group == RegisterMap::Group::Register) {

@@ -44,8 +44,9 @@ struct RegisterMap
         RegisterSpan span{};
         NumberFormat format;
         Group group = Group::Variable;
-        int axis = 0;          ///< for Group::Axis: 0 to below maximumAxes
-        QVector<Field> fields; ///< only of integers without scale and offset
+        int axis = 0;            ///< for Group::Axis: 0 to below maximumAxes
+        bool isReadAhead = true; ///< before anybody asks for it
+        QVector<Field> fields;   ///< only of integers without scale and offset
     };
 
     QString title;

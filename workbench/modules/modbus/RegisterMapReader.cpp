@@ -52,6 +52,7 @@ const QString resolutionField = QStringLiteral("resolution");
 const QString axisField = QStringLiteral("axis");
 const QString groupField = QStringLiteral("group");
 const QString fieldsField = QStringLiteral("fields");
+const QString readAheadField = QStringLiteral("readAhead");
 const QString countsFromField = QStringLiteral("countsFrom");
 
 constexpr int tableEntries = 65536;
@@ -119,6 +120,7 @@ public:
         m_value.span.count = quint16(m_value.format.words());
         readAddress();
         readGroup();
+        m_value.isReadAhead = m_reader.boolean(m_object, m_place, readAheadField, true);
         return m_value;
     }
 
@@ -344,7 +346,7 @@ QStringList RegisterMapFormat::valueFields()
             addressField,   typeField,        unitField,
             byteOrderField, wordOrderField,   scaleField,
             offsetField,    axisField,        groupField,
-            fieldsField,    resolutionField};
+            fieldsField,    resolutionField,  readAheadField};
 }
 
 QStringList RegisterMapFormat::bitFieldFields()

@@ -43,6 +43,9 @@ ConnectionTrouble troubleOfConnect(int error)
     case EHOSTUNREACH:
     case ENETUNREACH:
         return {Kind::NoRoute, 0, {}};
+    case EACCES:
+    case EPERM:
+        return {Kind::Forbidden, 0, {}};
     case ETIMEDOUT:
         return {Kind::ConnectTimeout, 0, {}};
     default:

@@ -1,0 +1,132 @@
+#include "FaultyLine.h"
+#include "GuardedTest.h"
+#include "ModbusProbe.h"
+#include "PluginHarness.h"
+#include "XYPlotter.h"
+#include "modules/modbus/ModbusModule.h"
+#include "modules/modbus/RegisterMapReader.h"
+
+#include <memory>
+
+namespace
+{
+
+constexpr int curveCount = 4;
+constexpr int sampleIntervalMs = 14; // of the plugin
+constexpr int distance = 130;        // of two values: none are read by one request
+
+quint16 marker(int value)
+{
+    return ModbusServer::marker(ModbusTable::HoldingRegister, 10 + value * distance);
+}
+
+/// "V0" to "V7" hold still, "C0" to "C7" behind them count the requests.
+RegisterMap serverMap()
+{
+    QString values;
+    for (int value = 0; value < 2 * curveCount; ++value) {
+        values += QStringLiteral(
+                      R"(%1{"name": "V%2", "table": "holding register", "address": %3, "type": "uint16", "axis": 0},
+                              {"name": "C%2", "table": "input register", "address": %4, "type": "uint16", "axis": 0})")
+                      .arg(values.isEmpty() ? "" : ",")
+                      .arg(value)
+                      .arg(10 + value * distance)
+                      .arg(11 + value * distance);
+    }
+    const RegisterMapResult result =
+        readRegisterMap(QStringLiteral(R"({"title": "T", "values": [%1]})").arg(values).toUtf8(), QString());
+    REQUIRE(result.error.isEmpty());
+    return result.map;
+}
+
+} // namespace
+
+/// Devices on slow lines in the plot.
+class ModbusPlotTest : public GuardedTest
+{
+    Q_OBJECT
+
+private slots:
+    void everyPointHasValuesOfTheDevice_data()
+    {
+        QTest::addColumn<int>("baud");
+        QTest::newRow("9600") << 9600;
+        QTest::newRow("19200") << 19200;
+    }
+
+    /// Four curves that are chosen at once, recorded, and then given other values. A choice empties the curve and ends the
+    /// recording.
+    void everyPointHasValuesOfTheDevice()
+    {
+        QFETCH(int, baud);
+        FaultyLine line;
+        line.baud = baud;
+        ModbusServer server(line.serverPort(), baud);
+        XYPlotter root;
+        PluginHarness harness(&root);
+        auto module = std::make_unique<ModbusModule>(QStringLiteral("DEV0/map"), &harness.handler,
+                                                     ModbusProbe::serial(line.clientPort(), baud), serverMap());
+        REQUIRE(harness.handler.addModulePlugin(module.get()));
+        const ModbusModule *const device = module.release();
+        harness.open();
+        QVector<RegisterSpan> sent;
+        QVERIFY(waitUntil([&] {
+            sent += server.takeRequests();
+            return device->state().isKnownToAnswer && sent.size() >= 4 * curveCount;
+        }));
+        QTest::qSleep(100);
+
+        for (int phase = 0; phase < 2; ++phase) {
+            const QString path = temporaryPath(QStringLiteral("log%1.csv").arg(phase));
+            for (int curve = 0; curve < curveCount; ++curve) {
+                const QString number = QString::number(curve + phase * curveCount);
+                QVERIFY(harness.choose(curve, 'X', QStringLiteral("DEV0/map"), QString(), QLatin1Char('V') + number));
+                QVERIFY(harness.choose(curve, 'Y', QStringLiteral("DEV0/map"), QString(), QLatin1Char('C') + number));
+                if (!harness.curveBox(curve)->isChecked()) {
+                    harness.curveBox(curve)->click();
+                }
+            }
+            for (int tick = 0; tick < 70; ++tick) {
+                harness.sampleTick();
+                if (tick == 0) {
+                    harness.startLog(path); // which has columns for the curves that have points
+                }
+                QTest::qSleep(sampleIntervalMs);
+            }
+            for (int curve = 0; curve < curveCount; ++curve) {
+                const QVector<QPointF> points = harness.points(curve);
+                QVERIFY(points.size() > 2);
+                for (int index = 0; index < points.size(); ++index) {
+                    QCOMPARE(points.at(index).x(), double(marker(curve + phase * curveCount)));
+                    QVERIFY(points.at(index).y() > 0);
+                    QVERIFY(index == 0 || points.at(index).y() >= points.at(index - 1).y());
+                }
+            }
+            checkLog(path, phase * curveCount);
+        }
+    }
+
+private:
+    /// All lines have values of the curves, the first curve's X being that of the value \a first.
+    static void checkLog(const QString &path, int first)
+    {
+        QFile log(path);
+        REQUIRE(log.open(QIODevice::ReadOnly));
+        const QList<QByteArray> lines = log.readAll().split('\n').mid(2);
+        int logged = 0;
+        for (const QByteArray &text : lines) {
+            const QList<QByteArray> columns = text.trimmed().split(';');
+            for (int curve = 0; columns.size() > 2 * curve + 2; ++curve) {
+                const QByteArray x = columns.at(2 * curve + 1);
+                if (!x.isEmpty()) {
+                    QCOMPARE(x.toInt(), int{marker(first + curve)});
+                    ++logged;
+                }
+            }
+        }
+        QVERIFY2(logged > curveCount, qPrintable(QString::number(logged)));
+    }
+};
+
+GUARDED_TEST_MAIN(ModbusPlotTest)
+#include "ModbusPlotTest.moc"
