@@ -1,20 +1,12 @@
-#include "GuardedTest.h"
-#include "PlotterWindow.h"
+#include "GrowingPlot.h"
 #include "modules/recording/RecordedModule.h"
 #include "reading/FieldReader.h"
 #include "setup/ModuleFields.h"
-#include "setup/SceneRunner.h"
-#include "window/MainWindow.h"
 #include "window/PlaybackRow.h"
 #include "window/RecordingOpener.h"
-#include "window/Workbench.h"
 
-#include "host/ContainerInterface.h"
-
-#include <QCheckBox>
 #include <QComboBox>
 #include <QJsonDocument>
-#include <QLabel>
 #include <QPushButton>
 #include <QSlider>
 #include <QToolButton>
@@ -23,21 +15,17 @@
 namespace
 {
 
-constexpr int maximumWaitMs = 30000;
+Scene emptyPlot()
+{
+    Scene scene;
+    scene.modules = {{"SIM0/Stepper", SimulationSettings{"stepper-3"}}};
+    return scene;
+}
 
 /// The main window with the real plugin, one simulated module, and an empty plot.
-struct Bench
+struct Bench : GrowingPlot
 {
-    Bench()
-    {
-        REQUIRE(workbench.loadPlugin(PLUGIN).isEmpty());
-        REQUIRE(workbench.modules().add({"SIM0/Stepper", SimulationSettings{"stepper-3"}}).isEmpty());
-        window = std::make_unique<MainWindow>(&workbench);
-        window->show();
-        container = window->addContainer();
-        window->openContainer(container);
-        opener = window->findChild<RecordingOpener *>();
-    }
+    Bench() : GrowingPlot(emptyPlot()) {}
 
     RecordedModule *module() const
     {
@@ -68,18 +56,10 @@ struct Bench
 
     QStringList labels() const
     {
-        QStringList texts;
-        const QList<QLabel *> found = window->findChild<PlaybackRow *>()->findChildren<QLabel *>();
-        for (const QLabel *const label : found) {
-            texts.append(label->text());
-        }
-        return texts;
+        return labelsIn(window->findChild<PlaybackRow *>());
     }
 
-    Workbench workbench{SimulationClock::Drive::WallClock, 14};
-    std::unique_ptr<MainWindow> window;
-    ContainerInterface *container = nullptr;
-    RecordingOpener *opener = nullptr;
+    RecordingOpener *const opener = window->findChild<RecordingOpener *>();
 };
 
 } // namespace
@@ -116,7 +96,7 @@ private slots:
         const SceneSource live{"SIM0/Stepper", "Axis 1", "Actual position [microsteps]", false};
         SceneContainer choices;
         choices.curves = {{live, live, true}};
-        QCOMPARE(SceneRunner(bench.container).apply(choices), QString());
+        bench.choose(choices);
         const QStringList before = bench.chosen(bench.container, 0);
         QCOMPARE(bench.opener->open(log(3000)), QString());
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs); // in a window of its own
@@ -160,7 +140,7 @@ private slots:
     void columnsOfOtherFilesAreShownOverTheFirst()
     {
         Bench bench;
-        QCOMPARE(bench.opener->open(written("t;a;b\n1;2;3\n2;3;4\n")), QString());
+        QCOMPARE(bench.opener->open(written("run.csv", "t;a;b\n1;2;3\n2;3;4\n")), QString());
         QTRY_COMPARE_WITH_TIMEOUT(bench.chosen(bench.container, 1), QStringList({"REC0/run", "", "t", "b"}),
                                   maximumWaitMs);
         QCOMPARE(bench.chosen(bench.container, 0), QStringList({"REC0/run", "", "t", "a"}));
@@ -169,7 +149,7 @@ private slots:
     void badFileChangesNothing()
     {
         Bench bench;
-        const QString problem = bench.opener->open(written("t;a\n1;off\nx;2\n"));
+        const QString problem = bench.opener->open(written("run.csv", "t;a\n1;off\nx;2\n"));
         QVERIFY2(problem.contains("line 3, column 1: expected a number, found \"x\""), qPrintable(problem));
         QCOMPARE(bench.workbench.modules().count(), 1);
         QCOMPARE(bench.workbench.containers().size(), 1);
@@ -274,20 +254,13 @@ private slots:
     }
 
 private:
-    QString written(const QByteArray &bytes) const
-    {
-        QFile file(temporaryPath("run.csv"));
-        REQUIRE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return file.fileName();
-    }
-
     QString log(int rows) const
     {
         QByteArray bytes = "Module:;M1;M1;M2;M2;\r\nCounter;pos [raw];speed;pos [raw];current [mA];\r\n";
         for (int row = 1; row <= rows; ++row) {
             bytes += QStringLiteral("%1;%1;2;3;%1;\r\n").arg(row).toLatin1();
         }
-        return written(bytes);
+        return written("run.csv", bytes);
     }
 };
 

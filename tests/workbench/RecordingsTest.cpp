@@ -169,12 +169,6 @@ private slots:
         GrowingPlot plot;
         const QString path = temporaryPath("run.csv");
         plot.recordLines(path);
-        QStringList noted;
-        connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
-            for (const LogMessage &message : messages) {
-                noted.append(message.text);
-            }
-        });
         if (how == "truncated") {
             QVERIFY(QFile::resize(path, 40));
         } else {
@@ -194,7 +188,7 @@ private slots:
             }
         }
         plot.workbench.messages().deliver();
-        QCOMPARE(noted.filter(expected).size(), 1);
+        QCOMPARE(plot.noted.filter(expected).size(), 1);
         QVERIFY(plot.recordingPanel().contains("symbol"));
         QCOMPARE(plot.recordingPanel().filter(expected).size(), 2); // the headline, and the last failure
     }
@@ -212,16 +206,6 @@ private slots:
         setrlimit(RLIMIT_FSIZE, &usual);
         std::signal(SIGXFSZ, ignored);
         QVERIFY2(plot.watch->problem().contains("its header could not be written"), qPrintable(plot.watch->problem()));
-    }
-
-    void boxOfAReopenedWindowIsReported()
-    {
-        const GrowingPlot plot;
-        plot.recordLines(temporaryPath("run.csv"));
-        plot.container->parentWidget()->close();
-        plot.window->openContainer(plot.container);
-        QVERIFY2(plot.watch->problem().contains("since the window was opened again"),
-                 qPrintable(plot.watch->problem()));
     }
 
     void troubleComesBeforeWhatGoesWell()
