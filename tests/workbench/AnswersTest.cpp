@@ -1,6 +1,7 @@
 #include "GuardedTest.h"
 #include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
+#include "window/DeviceDialog.h"
 #include "window/ExchangePanel.h"
 #include "window/ModulePanel.h"
 
@@ -216,7 +217,10 @@ private slots:
     {
         Rack rack;
         rack.watch.poll(0);
-        for (int i = 0; i < 7; ++i) {
+        rack.modules.setAnswerTime(1, 5);
+        rack.ask(second); // the longest one
+        rack.modules.setAnswerTime(1, 0);
+        for (int i = 1; i < 7; ++i) {
             rack.ask(second);
         }
         rack.modules.setSilent(1, true);
@@ -232,6 +236,24 @@ private slots:
         rack.watch.poll(2000);
         QCOMPARE(rack.cells(1), QStringList({second, "-", "-", "-", "-", "-"}));
         QVERIFY(rack.exchanges.findChild<QTreeWidget *>()->topLevelItem(1)->isDisabled());
+    }
+
+    void deviceIsEditedAsItIs()
+    {
+        DeviceSettings device;
+        device.connection.medium = ConnectionSettings::Medium::Rtu;
+        device.connection.serialPort = QStringLiteral("/dev/ttyS9");
+        device.connection.baud = 9600;
+        device.connection.parity = ConnectionSettings::Parity::Odd;
+        device.connection.stopBits = 2;
+        device.connection.unit = 3;
+        device.mapFile = QStringLiteral("/maps/m.json");
+        Rack rack;
+        QCOMPARE(rack.modules.add({QStringLiteral("Drive"), device}, 0, false), QString());
+        const ModuleSettings shown = DeviceDialog(&rack.modules, 2).settings();
+        QCOMPARE(shown.key, QStringLiteral("Drive"));
+        QVERIFY(std::get<DeviceSettings>(shown.family).connection == device.connection);
+        QCOMPARE(std::get<DeviceSettings>(shown.family).mapFile, device.mapFile);
     }
 
     void answersAreCountedNotQuestions()

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -85,18 +86,16 @@ private slots:
         const Window window;
         window.main->openContainer(window.container);
         ContainerInterface *const second = window.main->addContainer();
+        QPixmap drawing(16, 16);
+        drawing.fill(Qt::red);
+        second->setWindowIcon(drawing); // the first one's is the application's
         window.main->openContainer(second);
+        QCOMPARE(window.workspace->currentSubWindow()->windowIcon().cacheKey(), second->windowIcon().cacheKey());
         const auto *const toolBar = window.main->findChild<QToolBar *>();
         QCOMPARE(toolBar->actions().size(), 2);
         QVERIFY(!toolBar->actions().at(0)->isChecked() && toolBar->actions().at(1)->isChecked()); // which is in front
         window.main->openContainer(window.container);
-        const QList<QAction *> actions = window.main->findChildren<QAction *>();
-        for (QAction *const action : actions) {
-            if (action->text() == QLatin1String("&Remove")) {
-                action->trigger();
-                break; // the container's own action is gone
-            }
-        }
+        partCalled<QAction>(*window.main->menuBar(), QStringLiteral("Remove"))->trigger();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(window.workbench.containers(), QList<ContainerInterface *>({second}));
         QCOMPARE(toolBar->actions().size(), 1);
