@@ -171,6 +171,8 @@ private slots:
         rack.watch.poll(500);
         rack.click(second, "Plugged in"); // its row is that of the first place now
         QVERIFY(!rack.modules.isPluggedIn(0));
+        rack.watch.poll(600);
+        QCOMPARE(rack.watch.silentModules(), QStringList()); // nobody waits for one that is taken out
         QCOMPARE(rack.cells(0).constFirst(), second);
 
         QCOMPARE(rack.modules.replace(0, third), QString());
@@ -302,11 +304,14 @@ private slots:
         while (rack.channel(second)->statistics().rests == 0) {
             rack.ask(second);
         }
+        QVERIFY(rack.modules.missedAnswers() > 0); // what is not asked keeps its old value
         rack.watch.poll(500);
         QVERIFY(rack.watch.state(1) == AnswerWatch::State::Slow);
         QVERIFY2(rack.mark(second).contains("Slow: "), qPrintable(rack.mark(second)));
-        rack.modules.setPluggedIn(1, false);
-        rack.watch.poll(1000);
+        const qint64 laterMs = 500 + AnswerRate::windowMs;
+        rack.watch.poll(laterMs);
+        QVERIFY(rack.watch.state(1) == AnswerWatch::State::Slow);
+        rack.watch.poll(laterMs + 1); // it has not rested since
         QCOMPARE(rack.mark(second), QString());
     }
 };

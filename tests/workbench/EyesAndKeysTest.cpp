@@ -302,6 +302,8 @@ private slots:
         QVERIFY(recording->isHidden());
         press();
         QVERIFY(!recording->isHidden() && !recording->visibleRegion().isEmpty());
+        QTest::keyClick(&window, Qt::Key_G, Qt::ControlModifier);
+        QVERIFY(messages->isAncestorOf(QApplication::focusWidget()));
     }
 
     void plotMenuWorksOnTheContainerInFront()
@@ -313,6 +315,8 @@ private slots:
         QVERIFY(!box(1)->isChecked());
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         QVERIFY(box(1)->isChecked());
+        const auto *const menu = window.findChild<PlotMenu *>();
+        QVERIFY(partCalled<QAction>(*menu, QStringLiteral("Curve 2"))->isChecked());
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         QVERIFY(!box(1)->isChecked());
         QApplication::clipboard()->clear();
@@ -320,7 +324,20 @@ private slots:
         const auto *const frame = plot.container->findChild<QWidget *>(PlotterWindow::plotName());
         QCOMPARE(QApplication::clipboard()->image().size(), frame->size());
 
-        const auto *const menu = window.findChild<PlotMenu *>();
+        // Each entry clicks its button, whose own work is left out here.
+        using PlotterWindow::Job;
+        const QPair<const char *, QString> entries[] = {{"Log to File", PlotterWindow::logBoxName()},
+                                                        {"Export Table", PlotterWindow::buttonName(Job::Export)},
+                                                        {"Save Screenshot", PlotterWindow::buttonName(Job::Screenshot)},
+                                                        {"Clear Buffer", PlotterWindow::buttonName(Job::Clear)},
+                                                        {"Refresh Modules", PlotterWindow::buttonName(Job::Refresh)}};
+        for (const auto &[entry, name] : entries) {
+            auto *const button = plot.container->findChild<QAbstractButton *>(name);
+            button->disconnect();
+            const QSignalSpy clicks(button, &QAbstractButton::clicked);
+            partCalled<QAction>(*menu, QLatin1String(entry))->trigger();
+            QVERIFY2(clicks.size() == 1, entry);
+        }
         const auto enabled = [menu] {
             int count = 0;
             const QList<QAction *> actions = menu->actions();

@@ -46,7 +46,7 @@ struct GrowingPlot
         choose(scene);
         // Both values of the first curve have come.
         QTRY_VERIFY_WITH_TIMEOUT(scene.curves.isEmpty() || workbench.modules().answeredRequests() > 2, maximumWaitMs);
-        QObject::connect(&workbench.messages(), &MessageLog::arrived, container,
+        QObject::connect(&workbench.messages(), &MessageLog::arrived, window.get(),
                          [this](const QVector<LogMessage> &messages) {
                              for (const LogMessage &message : messages) {
                                  noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));

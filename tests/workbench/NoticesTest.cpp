@@ -107,6 +107,11 @@ private slots:
         plot.workbench.modules().setPluggedIn(1, false);
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("the source of curve 1 is switched off"), maximumWaitMs);
         QVERIFY(shown(plot).startsWith(key + " was taken out at "));
+        QCheckBox *const curve = PlotterWindow::curveBoxes(plot.container).constFirst();
+        curve->click(); // what is not drawn is not missed
+        emit plot.window->findChild<AnswerWatch *>()->polled();
+        QCOMPARE(shown(plot), QString());
+        curve->click();
         plot.workbench.messages().deliver();
         QCOMPARE(plot.noted.filter(key + " was taken out").size(), 2); // that, and what came of it
         QCOMPARE(plot.noted.filter("XY-Plotter: " + key).size(), 1);
@@ -218,9 +223,14 @@ private slots:
         view->setCurrentIndex(view->model()->index(last - 1, 0));
         QTest::keyClick(view, Qt::Key_Return);
         QCOMPARE(m_opened.size(), 3);
+        const auto *const button = partCalled<QPushButton>(panel, QStringLiteral("Open"));
+        QVERIFY(!button->isEnabled());
         QVERIFY(QFile::remove(path));
         expectMessage(QtWarningMsg, QRegularExpression("picture.png is not there any more"));
         click(last);
+        QVERIFY(button->isEnabled());
+        partCalled<QPushButton>(panel, QStringLiteral("Clear"))->click();
+        QVERIFY(!button->isEnabled());
         QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
     }
 

@@ -158,7 +158,7 @@ private slots:
     void rowPlaysPausesAndMoves()
     {
         Bench bench;
-        QCOMPARE(bench.opener->open(log(3000)), QString());
+        QCOMPARE(bench.opener->open(log(6000)), QString());
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs);
         auto *const play = bench.part<QPushButton>("REC0/run: Pause");
         QTest::keyClick(play, Qt::Key_Space);
@@ -172,10 +172,10 @@ private slots:
         QCOMPARE(bench.module()->row(), row);
         auto *const slider = bench.part<QSlider>("REC0/run: position");
         QTest::keyClick(slider, Qt::Key_End);
-        QCOMPARE(bench.module()->row(), 2999);
-        QVERIFY(bench.labels().contains("Row 3,000 of 3,000\n0:41.9 of 0:41.9"));
+        QCOMPARE(bench.module()->row(), 5999);
+        QVERIFY(bench.labels().contains("Row 6,000 of 6,000\n1:23.9 of 1:23.9"));
         QTest::keyClick(slider, Qt::Key_PageDown);
-        QCOMPARE(bench.module()->row(), 2699);
+        QCOMPARE(bench.module()->row(), 5399);
         QTest::keyClick(slider, Qt::Key_Home);
         QCOMPARE(bench.module()->row(), 0);
 
@@ -192,7 +192,7 @@ private slots:
         QCOMPARE(bench.module()->playback().speedTenths(), 1000);
         play->click();
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->playback().isAtEnd(), maximumWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(bench.labels().contains("Row 3,000 of 3,000\n0:41.9 of 0:41.9, ended"), maximumWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(bench.labels().contains("Row 6,000 of 6,000\n1:23.9 of 1:23.9, ended"), maximumWaitMs);
         QTest::keyClick(bench.part<QCheckBox>("REC0/run: Repeat"), Qt::Key_Space);
         QVERIFY(bench.module()->playback().isAtEnd()); // it repeats when it is played again
         QVERIFY(bench.workbench.modules().recording(1)->isRepeated && bench.module()->playback().isRepeated());

@@ -103,6 +103,8 @@ private slots:
         QCOMPARE(plot.watch->linesWithOldValues(), old); // the new ones are not
         MouseClick::on(plot.watch->box());
         QVERIFY(plot.watch->linesWithOldValues() > 8); // still to be read when the recording is over
+        GrowingPlot::record(plot.watch, temporaryPath("next.csv"));
+        QCOMPARE(plot.watch->linesWithOldValues(), 0);
     }
 
     void runReportsLinesWithOldValues()
@@ -141,10 +143,14 @@ private slots:
         qDebug("new line: of before, which is none of this recording");
         GrowingPlot::record(plot.watch, temporaryPath("run.csv"));
         qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  2 ; 1;1;");
-        auto *const dock = plot.window->findChild<QDockWidget *>("recordingDock");
-        dock->hide();
+        const auto *const dock = plot.window->findChild<QDockWidget *>("recordingDock");
+        plot.window->findChild<QDockWidget *>("messageDock")->raise();
+        QCoreApplication::processEvents();
+        QVERIFY(dock->visibleRegion().isEmpty());
         plot.window->recordings()->poll();
-        QVERIFY(dock->isVisible());
+        QCoreApplication::processEvents();
+        QVERIFY(!dock->visibleRegion().isEmpty()); // where the eye is
+        QVERIFY(!plot.recordingPanel().filter("not in the file: 1").isEmpty());
         QCOMPARE(plot.watch->missingLines(), 1);
         QVERIFY(plot.watch->problem().startsWith("1 line sampled but not in run.csv"));
         plot.window->recordings()->poll(); // no more are lost

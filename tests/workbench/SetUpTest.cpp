@@ -203,6 +203,9 @@ private slots:
             "pluggedIn": false, "file": "/absent.csv" } ] })"),
                  QStringList());
         QVERIFY(!plot.workbench.modules().isPluggedIn(0));
+        plot.workbench.modules().setPluggedIn(0, true);
+        plot.workbench.messages().deliver();
+        QCOMPARE(plot.noted.filter("/absent.csv: there is no such file").size(), 1);
     }
 
     void menuSavesAndOpens()
