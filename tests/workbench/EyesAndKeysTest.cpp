@@ -273,7 +273,8 @@ private slots:
             QVERIFY2(item->text(2) != item->text(1) && !item->text(2).contains(QLatin1Char('&')),
                      qPrintable(item->text(1)));
         }
-        for (const char *const expected : {"F1", "Ctrl+L", "Ctrl+R", "Alt+1", "Ctrl+Q", "Ctrl+1"}) {
+        for (const char *const expected :
+             {"F1", "Ctrl+L", "Ctrl+R", "Alt+1", "Ctrl+Q", "Ctrl+1", "Ctrl+W", "Ctrl+F4"}) {
             QVERIFY2(keys.contains(QLatin1String(expected)), expected);
         }
         QCOMPARE(keys.removeDuplicates(), 0);
