@@ -59,6 +59,18 @@ template<typename Part> Part *partCalled(const QObject &parent, const QString &t
     qFatal("there is no \"%s\"", qPrintable(text));
 }
 
+/// The widget in \a parent with this name for screen readers.
+template<typename Part> Part *partNamed(const QWidget &parent, const QString &accessibleName)
+{
+    const QList<Part *> parts = parent.findChildren<Part *>();
+    for (Part *const part : parts) {
+        if (part->accessibleName() == accessibleName) {
+            return part;
+        }
+    }
+    qFatal("nothing has the name \"%s\"", qPrintable(accessibleName));
+}
+
 /// Fixed style, font and platform, so that pixels are the same everywhere.
 void prepareTestEnvironment();
 void prepareTestApplication();

@@ -10,7 +10,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLocale>
 #include <QPointer>
@@ -51,38 +50,22 @@ struct Rack
         return pairs[0].reply.value();
     }
 
-    template<typename Widget> QList<Widget *> boxes(const QString &key) const
+    QComboBox *answerTime(const QString &key) const
     {
-        const QList<QGroupBox *> groups = panel.findChildren<QGroupBox *>();
-        for (const QGroupBox *const group : groups) {
-            if (group->title() == key) {
-                return group->findChildren<Widget *>();
-            }
-        }
-        return {};
+        return partNamed<QComboBox>(panel, key + QStringLiteral(": time of an answer"));
     }
 
     void click(const QString &key, const QString &text) const
     {
-        const QList<QCheckBox *> all = boxes<QCheckBox>(key);
-        for (QCheckBox *const box : all) {
-            if (box->text() == text) {
-                QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
-                return;
-            }
-        }
-        QFAIL(qPrintable(text));
+        auto *const box = partNamed<QCheckBox>(panel, key + QStringLiteral(": ") + text);
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
     }
 
     QString mark(const QString &key) const
     {
-        const QList<QLabel *> labels = boxes<QLabel>(key);
-        for (const QLabel *const label : labels) {
-            if (label->objectName() == QLatin1String("trouble")) {
-                return label->isVisible() ? label->text() : QString();
-            }
-        }
-        return QStringLiteral("no label");
+        const auto *const box = partNamed<QCheckBox>(panel, key + QStringLiteral(": Plugged in"));
+        const auto *const label = box->parentWidget()->findChild<QLabel *>(QStringLiteral("trouble"));
+        return label->isVisible() ? label->text() : QString();
     }
 
     QStringList cells(int row) const
@@ -134,9 +117,9 @@ private slots:
         QVERIFY(rack.pairs[0].reply.status() == Command::Status::Answered);
         rack.click(second, "Plugged in");
         QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(first));
-        QVERIFY(!rack.boxes<QComboBox>(second).constFirst()->isEnabled());
-        const QList<QCheckBox *> boxes = rack.boxes<QCheckBox>(second);
-        for (const QCheckBox *const box : boxes) {
+        QVERIFY(!rack.answerTime(second)->isEnabled());
+        for (const char *const text : {"Moving", "Silent", "Plugged in"}) {
+            const auto *const box = partNamed<QCheckBox>(rack.panel, second + QStringLiteral(": ") + text);
             QCOMPARE(box->isEnabled(), box->text() == QLatin1String("Plugged in"));
         }
         rack.click(second, "Plugged in"); // as it was
@@ -178,7 +161,6 @@ private slots:
         QCOMPARE(rack.modules.replace(0, third), QString());
         QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(third.key));
         QVERIFY(rack.watch.silentModules().isEmpty());
-        QCOMPARE(rack.boxes<QCheckBox>(second).size(), 0);
         rack.click(third.key, "Silent");
         QVERIFY(rack.modules.simulation(0)->isSilent);
     }
@@ -201,18 +183,18 @@ private slots:
     void chosenTimeIsTaken()
     {
         Rack rack;
-        QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_Down);
+        QTest::keyClick(rack.answerTime(first), Qt::Key_Down);
         rack.click(first, "Plugged in");
         rack.click(first, "Plugged in"); // as it was
         rack.ask(first);
         QVERIFY(rack.channel(first)->statistics().lastDurationNs >= 2 * 5000000);
         rack.ask(second);
         QVERIFY(rack.channel(second)->statistics().lastDurationNs < 5000000);
-        QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_End);
+        QTest::keyClick(rack.answerTime(first), Qt::Key_End);
         rack.ask(first); // later than the channel waits
         QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
         rack.modules.setAnswerTime(0, 50); // the box shows what is set elsewhere
-        QCOMPARE(rack.boxes<QComboBox>(first).constFirst()->currentText(), QStringLiteral("Slow: 50 ms"));
+        QCOMPARE(rack.answerTime(first)->currentText(), QStringLiteral("Slow: 50 ms"));
     }
 
     void exchangesAreShownPerModule()

@@ -1,12 +1,10 @@
 #include "GuardedTest.h"
-#include "application/Language.h"
 #include "application/PluginFolders.h"
 #include "application/RunPlan.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
 #include "application/TimedRun.h"
 #include "application/WorkbenchRun.h"
-#include "modules/simulation/ModuleKind.h"
 #include "setup/SceneReader.h"
 
 #include <QAction>
@@ -14,7 +12,6 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QLabel>
-#include <QLibraryInfo>
 
 #include <sys/stat.h>
 
@@ -350,19 +347,6 @@ private slots:
         QCOMPARE(beside, QStringList({PluginFolders::plotterFile(), minimalPlugin}));
         QCOMPARE(plugins(QStringLiteral("--plugin /x/container_xy_plot.so")).size(), 1);
         QVERIFY(plugins(QStringLiteral("--self-test")).isEmpty()); // all that are found
-    }
-
-    /// The last function: the translations stay until the program ends.
-    void textsOfQtFollowTheLanguage()
-    {
-        if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) + QStringLiteral("/qtbase_de.qm"))) {
-            QSKIP("Qt's own translations are not installed");
-        }
-        Language::use(QStringLiteral("de"));
-        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
-        QVERIFY(optionsHelp().startsWith(QLatin1String("Aufruf")));
-        QCOMPARE(QLocale().toString(20000.5, 'f', 1), QStringLiteral("20.000,5"));
-        QVERIFY(shownSummary(servoKind()).startsWith(QLatin1String("Eine Servoachse")));
     }
 
 private:

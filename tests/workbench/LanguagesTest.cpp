@@ -233,6 +233,7 @@ private slots:
         }
         left.sort();
         QVERIFY2(left.isEmpty(), qPrintable(left.join(QLatin1Char('\n'))));
+        QCOMPARE(QLocale().toString(20000.5, 'f', 1), QStringLiteral("20.000,5"));
     }
 
     void guideNamesWhatIsThere_data()

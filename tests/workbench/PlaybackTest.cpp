@@ -1,12 +1,9 @@
 #include "GrowingPlot.h"
 #include "modules/recording/RecordedModule.h"
-#include "reading/FieldReader.h"
-#include "setup/ModuleFields.h"
 #include "window/PlaybackRow.h"
 #include "window/RecordingOpener.h"
 
 #include <QComboBox>
-#include <QJsonDocument>
 #include <QPushButton>
 #include <QSlider>
 #include <QToolButton>
@@ -41,17 +38,6 @@ struct Bench : GrowingPlot
         return {container->findChild<QComboBox *>(x.modules)->currentText().trimmed(),
                 container->findChild<QComboBox *>(x.motors)->currentText().trimmed(),
                 box->property("dpNameX").toString().trimmed(), box->property("dpNameY").toString().trimmed()};
-    }
-
-    template<typename Part> Part *part(const QString &accessibleName) const
-    {
-        const QList<Part *> parts = window->findChildren<Part *>();
-        for (Part *const candidate : parts) {
-            if (candidate->accessibleName() == accessibleName) {
-                return candidate;
-            }
-        }
-        qFatal("no %s", qPrintable(accessibleName));
     }
 
     QStringList labels() const
@@ -107,36 +93,6 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(bench.workbench.modules().statistics(0)->requests > answered + 3, maximumWaitMs);
     }
 
-    void setUpsKeepRecordings_data()
-    {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("error");
-        const auto row = [](const char *name, const char *fields, const char *error) {
-            QTest::newRow(name) << QByteArray(R"({"beside":"S","file":"a.csv","key":"R","kind":"recording",)") + fields
-                                << QString(error);
-        };
-        row("all", R"("playing":false,"pluggedIn":false,"repeated":true,"speedTenths":25})", "");
-        row("the fastest", R"("playing":true,"pluggedIn":true,"repeated":false,"speedTenths":1000})", "");
-        row("too fast", R"("speedTenths":1001})", "\"speedTenths\": expected a whole number from 1 to 1000");
-        row("unknown field", R"("position":3})", "\"position\"");
-        row("no text", R"("file":7})", "\"file\"");
-    }
-
-    void setUpsKeepRecordings()
-    {
-        QFETCH(QByteArray, json);
-        QFETCH(QString, error);
-        FieldReader reader("set-up");
-        bool isPluggedIn = false;
-        const ModuleSettings settings =
-            readModule(reader, QJsonDocument::fromJson(json).object(), QString(), isPluggedIn);
-        QVERIFY2(error.isEmpty() ? reader.error().isEmpty() : reader.error().contains(error),
-                 qPrintable(reader.error()));
-        if (error.isEmpty()) {
-            QCOMPARE(QJsonDocument(writeModule(settings, isPluggedIn)).toJson(QJsonDocument::Compact), json);
-        }
-    }
-
     void columnsOfOtherFilesAreShownOverTheFirst()
     {
         Bench bench;
@@ -160,17 +116,17 @@ private slots:
         Bench bench;
         QCOMPARE(bench.opener->open(log(6000)), QString());
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs);
-        auto *const play = bench.part<QPushButton>("REC0/run: Pause");
+        auto *const play = partNamed<QPushButton>(*bench.window, "REC0/run: Pause");
         QTest::keyClick(play, Qt::Key_Space);
         QCOMPARE(play->text(), QString("Play"));
         QVERIFY(!bench.workbench.modules().recording(1)->isPlaying);
         const int row = bench.module()->row();
-        QTest::keyClick(bench.part<QToolButton>("REC0/run: One row on"), Qt::Key_Space);
+        QTest::keyClick(partNamed<QToolButton>(*bench.window, "REC0/run: One row on"), Qt::Key_Space);
         QTest::qWait(100);
         QCOMPARE(bench.module()->row(), row + 1);
-        QTest::keyClick(bench.part<QToolButton>("REC0/run: One row back"), Qt::Key_Space);
+        QTest::keyClick(partNamed<QToolButton>(*bench.window, "REC0/run: One row back"), Qt::Key_Space);
         QCOMPARE(bench.module()->row(), row);
-        auto *const slider = bench.part<QSlider>("REC0/run: position");
+        auto *const slider = partNamed<QSlider>(*bench.window, "REC0/run: position");
         QTest::keyClick(slider, Qt::Key_End);
         QCOMPARE(bench.module()->row(), 5999);
         QVERIFY(bench.labels().contains("Row 6,000 of 6,000\n1:23.9 of 1:23.9"));
@@ -180,20 +136,20 @@ private slots:
         QCOMPARE(bench.module()->row(), 0);
 
         slider->setValue(1000);
-        bench.part<QPushButton>("REC0/run: close")->setFocus();
+        partNamed<QPushButton>(*bench.window, "REC0/run: close")->setFocus();
         const QPointF centre = slider->rect().center();
         QWheelEvent wheel(centre, slider->mapToGlobal(centre.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(slider, &wheel); // scrolls the list of modules only
         QCOMPARE(bench.module()->row(), 1000);
 
-        auto *const speed = bench.part<QComboBox>("REC0/run: speed");
+        auto *const speed = partNamed<QComboBox>(*bench.window, "REC0/run: speed");
         QTest::keyClick(speed, Qt::Key_End);
         QCOMPARE(bench.module()->playback().speedTenths(), 1000);
         play->click();
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->playback().isAtEnd(), maximumWaitMs);
         QTRY_VERIFY_WITH_TIMEOUT(bench.labels().contains("Row 6,000 of 6,000\n1:23.9 of 1:23.9, ended"), maximumWaitMs);
-        QTest::keyClick(bench.part<QCheckBox>("REC0/run: Repeat"), Qt::Key_Space);
+        QTest::keyClick(partNamed<QCheckBox>(*bench.window, "REC0/run: Repeat"), Qt::Key_Space);
         QVERIFY(bench.module()->playback().isAtEnd()); // it repeats when it is played again
         QVERIFY(bench.workbench.modules().recording(1)->isRepeated && bench.module()->playback().isRepeated());
     }
@@ -204,11 +160,11 @@ private slots:
         QCOMPARE(bench.opener->open(log(3000)), QString());
         bench.workbench.modules().setPlayback(1, {QString(), QString(), false, true, 25});
         bench.workbench.modules().setPluggedIn(1, false);
-        QVERIFY(!bench.part<QSlider>("REC0/run: position")->isEnabled());
+        QVERIFY(!partNamed<QSlider>(*bench.window, "REC0/run: position")->isEnabled());
         bench.workbench.modules().setPluggedIn(1, true);
         const Playback &playback = bench.module()->playback();
         QVERIFY(playback.isRepeated() && !playback.isPlaying() && playback.speedTenths() == 25);
-        QVERIFY(bench.part<QComboBox>("REC0/run: speed")->currentText().startsWith("2.5"));
+        QVERIFY(partNamed<QComboBox>(*bench.window, "REC0/run: speed")->currentText().startsWith("2.5"));
     }
 
     void troubleWithTheFileIsShown()
@@ -242,13 +198,14 @@ private slots:
     {
         Bench bench;
         QCOMPARE(bench.opener->open(log(3000)), QString());
-        auto *const beside = bench.part<QComboBox>("REC0/run: beside which module");
+        auto *const beside = partNamed<QComboBox>(*bench.window, "REC0/run: beside which module");
         QCOMPARE(beside->count(), 2); // by itself, or beside the stepper
         QTest::keyClick(beside, Qt::Key_Down);
         QCOMPARE(bench.workbench.modules().recording(1)->beside, QString("SIM0/Stepper"));
         QCOMPARE(bench.module()->numberOfAxes(), 3 + 2);
-        QCOMPARE(bench.part<QComboBox>("REC0/run: beside which module")->currentText(), QString("Beside SIM0/Stepper"));
-        bench.part<QPushButton>("REC0/run: close")->click();
+        QCOMPARE(partNamed<QComboBox>(*bench.window, "REC0/run: beside which module")->currentText(),
+                 QString("Beside SIM0/Stepper"));
+        partNamed<QPushButton>(*bench.window, "REC0/run: close")->click();
         QCOMPARE(bench.workbench.modules().count(), 1);
         QCOMPARE(bench.window->findChildren<PlaybackRow *>().size(), 0);
     }

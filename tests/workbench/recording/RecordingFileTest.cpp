@@ -206,18 +206,15 @@ private slots:
         QTest::addColumn<QString>("change");
         QTest::addColumn<QString>("trouble");
         QTest::addColumn<int>("lastValue");
-        QTest::newRow("cut off") << "was cut off"
-                                 << "has become shorter" << 0;
-        QTest::newRow("emptied") << "was cut off"
-                                 << "has become shorter" << 0;
-        QTest::newRow("removed") << "was removed"
-                                 << "" << 19999;
-        QTest::newRow("replaced") << ""
-                                  << "" << 19999;
-        QTest::newRow("continued") << "has grown"
-                                   << "" << 19999;
-        QTest::newRow("written over") << "was written to"
-                                      << "has changed" << 0;
+        const auto row = [](const char *how, const char *change, const char *trouble, int lastValue) {
+            QTest::newRow(how) << QString(change) << QString(trouble) << lastValue;
+        };
+        row("cut off", "was cut off", "has become shorter", 0);
+        row("emptied", "was cut off", "has become shorter", 0);
+        row("removed", "was removed", "", 19999);
+        row("replaced", "", "", 19999);
+        row("continued", "has grown", "", 19999);
+        row("written over", "was written to", "has changed", 0);
     }
 
     void fileIsChangedWhileItIsOpen()
