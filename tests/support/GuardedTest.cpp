@@ -46,6 +46,19 @@ QString GuardedTest::temporaryPath(const QString &fileName) const
     return m_folder->filePath(fileName);
 }
 
+QString GuardedTest::written(const QString &fileName, const QByteArray &bytes) const
+{
+    QFile file(temporaryPath(fileName));
+    REQUIRE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    return file.fileName();
+}
+
+QByteArrayList linesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QByteArrayList();
+}
+
 void GuardedTest::init()
 {
     seen.clear();

@@ -25,6 +25,9 @@ protected:
     /// A path in a folder that is deleted after the test function.
     QString temporaryPath(const QString &fileName) const;
 
+    /// Writes a file into that folder; returns its path.
+    QString written(const QString &fileName, const QByteArray &bytes) const;
+
 private slots:
     void init();
     void cleanup();
@@ -40,6 +43,33 @@ private:
             qFatal("%s:%d: %s", __FILE__, __LINE__, #condition);                                                       \
         }                                                                                                              \
     } while (false)
+
+/// The lines of a file, and an empty one behind the last line end; none when it cannot be read.
+QByteArrayList linesOf(const QString &path);
+
+/// The button or action in \a parent whose text, without the mark of its key, begins with \a text.
+template<typename Part> Part *partCalled(const QObject &parent, const QString &text)
+{
+    const QList<Part *> parts = parent.findChildren<Part *>();
+    for (Part *const part : parts) {
+        if (part->text().remove(QLatin1Char('&')).startsWith(text)) {
+            return part;
+        }
+    }
+    qFatal("there is no \"%s\"", qPrintable(text));
+}
+
+/// The widget in \a parent with this name for screen readers.
+template<typename Part> Part *partNamed(const QWidget &parent, const QString &accessibleName)
+{
+    const QList<Part *> parts = parent.findChildren<Part *>();
+    for (Part *const part : parts) {
+        if (part->accessibleName() == accessibleName) {
+            return part;
+        }
+    }
+    qFatal("nothing has the name \"%s\"", qPrintable(accessibleName));
+}
 
 /// Fixed style, font and platform, so that pixels are the same everywhere.
 void prepareTestEnvironment();

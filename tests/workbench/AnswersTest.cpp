@@ -1,6 +1,7 @@
 #include "GuardedTest.h"
 #include "modules/AnswerWatch.h"
 #include "modules/ModuleRack.h"
+#include "window/DeviceDialog.h"
 #include "window/ExchangePanel.h"
 #include "window/ModulePanel.h"
 
@@ -9,7 +10,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLocale>
 #include <QPointer>
@@ -50,38 +50,22 @@ struct Rack
         return pairs[0].reply.value();
     }
 
-    template<typename Widget> QList<Widget *> boxes(const QString &key) const
+    QComboBox *answerTime(const QString &key) const
     {
-        const QList<QGroupBox *> groups = panel.findChildren<QGroupBox *>();
-        for (const QGroupBox *const group : groups) {
-            if (group->title() == key) {
-                return group->findChildren<Widget *>();
-            }
-        }
-        return {};
+        return partNamed<QComboBox>(panel, key + QStringLiteral(": time of an answer"));
     }
 
     void click(const QString &key, const QString &text) const
     {
-        const QList<QCheckBox *> all = boxes<QCheckBox>(key);
-        for (QCheckBox *const box : all) {
-            if (box->text() == text) {
-                QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
-                return;
-            }
-        }
-        QFAIL(qPrintable(text));
+        auto *const box = partNamed<QCheckBox>(panel, key + QStringLiteral(": ") + text);
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
     }
 
     QString mark(const QString &key) const
     {
-        const QList<QLabel *> labels = boxes<QLabel>(key);
-        for (const QLabel *const label : labels) {
-            if (label->objectName() == QLatin1String("trouble")) {
-                return label->isVisible() ? label->text() : QString();
-            }
-        }
-        return QStringLiteral("no label");
+        const auto *const box = partNamed<QCheckBox>(panel, key + QStringLiteral(": Plugged in"));
+        const auto *const label = box->parentWidget()->findChild<QLabel *>(QStringLiteral("trouble"));
+        return label->isVisible() ? label->text() : QString();
     }
 
     QStringList cells(int row) const
@@ -133,9 +117,9 @@ private slots:
         QVERIFY(rack.pairs[0].reply.status() == Command::Status::Answered);
         rack.click(second, "Plugged in");
         QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(first));
-        QVERIFY(!rack.boxes<QComboBox>(second).constFirst()->isEnabled());
-        const QList<QCheckBox *> boxes = rack.boxes<QCheckBox>(second);
-        for (const QCheckBox *const box : boxes) {
+        QVERIFY(!rack.answerTime(second)->isEnabled());
+        for (const char *const text : {"Moving", "Silent", "Plugged in"}) {
+            const auto *const box = partNamed<QCheckBox>(rack.panel, second + QStringLiteral(": ") + text);
             QCOMPARE(box->isEnabled(), box->text() == QLatin1String("Plugged in"));
         }
         rack.click(second, "Plugged in"); // as it was
@@ -170,12 +154,13 @@ private slots:
         rack.watch.poll(500);
         rack.click(second, "Plugged in"); // its row is that of the first place now
         QVERIFY(!rack.modules.isPluggedIn(0));
+        rack.watch.poll(600);
+        QCOMPARE(rack.watch.silentModules(), QStringList()); // nobody waits for one that is taken out
         QCOMPARE(rack.cells(0).constFirst(), second);
 
         QCOMPARE(rack.modules.replace(0, third), QString());
         QCOMPARE(rack.handler.getModulePluginKeys(false), QStringList(third.key));
         QVERIFY(rack.watch.silentModules().isEmpty());
-        QCOMPARE(rack.boxes<QCheckBox>(second).size(), 0);
         rack.click(third.key, "Silent");
         QVERIFY(rack.modules.simulation(0)->isSilent);
     }
@@ -198,25 +183,28 @@ private slots:
     void chosenTimeIsTaken()
     {
         Rack rack;
-        QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_Down);
+        QTest::keyClick(rack.answerTime(first), Qt::Key_Down);
         rack.click(first, "Plugged in");
         rack.click(first, "Plugged in"); // as it was
         rack.ask(first);
         QVERIFY(rack.channel(first)->statistics().lastDurationNs >= 2 * 5000000);
         rack.ask(second);
         QVERIFY(rack.channel(second)->statistics().lastDurationNs < 5000000);
-        QTest::keyClick(rack.boxes<QComboBox>(first).constFirst(), Qt::Key_End);
+        QTest::keyClick(rack.answerTime(first), Qt::Key_End);
         rack.ask(first); // later than the channel waits
         QVERIFY(rack.pairs[0].reply.status() == Command::Status::Unanswered);
         rack.modules.setAnswerTime(0, 50); // the box shows what is set elsewhere
-        QCOMPARE(rack.boxes<QComboBox>(first).constFirst()->currentText(), QStringLiteral("Slow: 50 ms"));
+        QCOMPARE(rack.answerTime(first)->currentText(), QStringLiteral("Slow: 50 ms"));
     }
 
     void exchangesAreShownPerModule()
     {
         Rack rack;
         rack.watch.poll(0);
-        for (int i = 0; i < 7; ++i) {
+        rack.modules.setAnswerTime(1, 5);
+        rack.ask(second); // the longest one
+        rack.modules.setAnswerTime(1, 0);
+        for (int i = 1; i < 7; ++i) {
             rack.ask(second);
         }
         rack.modules.setSilent(1, true);
@@ -232,6 +220,24 @@ private slots:
         rack.watch.poll(2000);
         QCOMPARE(rack.cells(1), QStringList({second, "-", "-", "-", "-", "-"}));
         QVERIFY(rack.exchanges.findChild<QTreeWidget *>()->topLevelItem(1)->isDisabled());
+    }
+
+    void deviceIsEditedAsItIs()
+    {
+        DeviceSettings device;
+        device.connection.medium = ConnectionSettings::Medium::Rtu;
+        device.connection.serialPort = QStringLiteral("/dev/ttyS9");
+        device.connection.baud = 9600;
+        device.connection.parity = ConnectionSettings::Parity::Odd;
+        device.connection.stopBits = 2;
+        device.connection.unit = 3;
+        device.mapFile = QStringLiteral("/maps/m.json");
+        Rack rack;
+        QCOMPARE(rack.modules.add({QStringLiteral("Drive"), device}, 0, false), QString());
+        const ModuleSettings shown = DeviceDialog(&rack.modules, 2).settings();
+        QCOMPARE(shown.key, QStringLiteral("Drive"));
+        QVERIFY(std::get<DeviceSettings>(shown.family).connection == device.connection);
+        QCOMPARE(std::get<DeviceSettings>(shown.family).mapFile, device.mapFile);
     }
 
     void answersAreCountedNotQuestions()
@@ -280,11 +286,14 @@ private slots:
         while (rack.channel(second)->statistics().rests == 0) {
             rack.ask(second);
         }
+        QVERIFY(rack.modules.missedAnswers() > 0); // what is not asked keeps its old value
         rack.watch.poll(500);
         QVERIFY(rack.watch.state(1) == AnswerWatch::State::Slow);
         QVERIFY2(rack.mark(second).contains("Slow: "), qPrintable(rack.mark(second)));
-        rack.modules.setPluggedIn(1, false);
-        rack.watch.poll(1000);
+        const qint64 laterMs = 500 + AnswerRate::windowMs;
+        rack.watch.poll(laterMs);
+        QVERIFY(rack.watch.state(1) == AnswerWatch::State::Slow);
+        rack.watch.poll(laterMs + 1); // it has not rested since
         QCOMPARE(rack.mark(second), QString());
     }
 };

@@ -1,18 +1,19 @@
 #include "GuardedTest.h"
-#include "application/Language.h"
 #include "application/PluginFolders.h"
 #include "application/RunPlan.h"
 #include "application/SelfTest.h"
 #include "application/Terminal.h"
 #include "application/TimedRun.h"
 #include "application/WorkbenchRun.h"
-#include "modules/simulation/ModuleKind.h"
 #include "setup/SceneReader.h"
 
+#include <QAction>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
-#include <QLibraryInfo>
+#include <QLabel>
+
+#include <sys/stat.h>
 
 namespace
 {
@@ -86,11 +87,14 @@ private slots:
     void everyOptionArrives()
     {
         const Options options = parsed("--scene S --seconds 2.5 --picture P --log L --size 30x40 --seed 9 --plugin A "
-                                       "--plugin B --palette light --language de --settings T --self-test")
+                                       "--plugin B --palette light --language de --settings T --self-test "
+                                       "--device modbus-tcp:drive:502/1,maps/m.json")
                                     .options;
         QCOMPARE(QStringList({options.scene, options.picture, options.log, options.language, options.settings}),
                  QStringList({"S", "P", "L", "de", "T"}));
         QCOMPARE(options.plugins, QStringList({"A", "B"}));
+        // A set-up that is saved elsewhere has to find it, too.
+        QCOMPARE(options.devices.value(0).mapFile, QDir::current().absoluteFilePath("maps/m.json"));
         QVERIFY(options.seconds == 2.5 && options.seed == 9U && options.size == QSize(30, 40));
         QVERIFY(options.palette == PaletteChoice::Light && options.wantsSelfTest);
         QVERIFY(!options.wantsHelp && !options.wantsVersion && !options.wantsSceneList && !options.wantsPluginList);
@@ -126,6 +130,44 @@ private slots:
         QVERIFY(planned(QStringLiteral("--log ") + log, false).picture.isEmpty());
         const RunPlan both = planned(QStringLiteral("--log %1 --picture %1.png").arg(log), false);
         QVERIFY(both.isTimed && both.log == log && both.picture == log + QStringLiteral(".png"));
+    }
+
+    /// What a run would write or read is looked at before anything begins; %1 is a folder.
+    void planFindsWhatCannotBe_data()
+    {
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("fragment");
+        const auto row = [](int exitCode, const char *arguments, const char *fragment) {
+            QTest::newRow(arguments) << exitCode << QString(fragment);
+        };
+        row(0, "--log /dev/null", "");
+        row(1, "--log %1/absent/run.csv", "absent/run.csv: cannot save there: there is no such folder");
+        row(1, "--log %1/pipe", "nobody reads");
+        row(1, "--picture %1/pipe", "a device or a pipe");
+        row(1, "--settings %1/pipe --seconds 1", "a device or a pipe");
+        row(2, "--log %1/run.csv --picture %1/./run.csv", "--log and --picture");
+        row(2, "--picture %1/link --log %1/run.csv", "--log and --picture");
+        row(1, "--recording %1/absent.csv", "absent.csv: there is no such file");
+        row(1, "--recording %1/pipe", "found a device or a pipe");
+        row(1, "--recording %1/data.csv", "data.csv: line 2, column 1: expected a number");
+        row(2, "--recording %1/data.csv --log %1/data.csv", "--recording and --log");
+    }
+
+    void planFindsWhatCannotBe()
+    {
+        QFETCH(int, exitCode);
+        QFETCH(QString, fragment);
+        written("data.csv", "name\nnone\n");
+        const QString pipe = temporaryPath("pipe");
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU), 0);
+        QVERIFY(QFile::link(temporaryPath("run.csv"), temporaryPath("link"))); // to what is not there yet
+        const QString arguments =
+            QString(QTest::currentDataTag()).replace(QStringLiteral("%1"), QFileInfo(pipe).absolutePath());
+        const RunPlanResult result = planRun(parsed("--plugin x.so " + arguments).options, false);
+        QVERIFY2(result.error.contains(fragment) && result.error.isEmpty() == fragment.isEmpty(),
+                 qPrintable(result.error));
+        QCOMPARE(result.exitCode, exitCode);
+        QVERIFY(!QFileInfo(pipe).isFile() && !QFile::exists(temporaryPath("run.csv")));
     }
 
     void onlyRunsOfPeopleAreRemembered()
@@ -206,6 +248,40 @@ private slots:
         QVERIFY(!QFile::exists(plan.picture));
     }
 
+    void personsFileIsTheDocument()
+    {
+        const QString path = written("bench.json", R"({ "title": "T", "curves": [], "modules": [
+            { "kind": "servo-1", "key": "S" }, { "kind": "io-block", "key": "O", "pluggedIn": false } ] })");
+        RunPlan plan = planned(QStringLiteral("--scene ") + path, false);
+        plan.plugins = QStringList(minimalPlugin);
+        // Looked for at once: texts of the plugin are gone with its file.
+        QStringList missing = {"Dark", "Deutsch", "1 of 2 modules plugged in", "bench.json"};
+        QTimer::singleShot(0, qApp, [&] {
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            for (QWidget *const window : windows) {
+                const QList<QAction *> actions = window->findChildren<QAction *>();
+                for (QAction *const action : actions) {
+                    missing.removeAll(action->text().remove('&'));
+                }
+                if (window->inherits("MainWindow")) {
+                    const QList<QLabel *> labels = window->findChildren<QLabel *>();
+                    for (const QLabel *const label : labels) {
+                        missing.removeAll(label->text());
+                    }
+                    missing.removeAll(window->windowTitle().section(QLatin1Char('['), 0, 0));
+                    partCalled<QAction>(*window, QStringLiteral("Save"))->trigger(); // without a question
+                    window->close();
+                }
+            }
+        });
+        const Paper paper;
+        QCOMPARE(WorkbenchRun(plan, paper.terminal).exec(), 0);
+        QCOMPARE(missing, QStringList());
+        const SceneResult saved = readSceneFile(path);
+        QVERIFY(saved.error.isEmpty() && saved.scene.plugin == "MinimalContainer");
+        QCOMPARE(saved.scene.takenOut, QStringList("O"));
+    }
+
     void timedRunLastsAsLongAsAsked()
     {
         QWidget widget;
@@ -251,13 +327,10 @@ private slots:
         if (!original.isEmpty()) {
             log.replace(log.indexOf(original), original.size(), mistake);
         }
-        QFile file(temporaryPath("run.csv"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(log.toUtf8());
-        file.close();
+        const QString path = written("run.csv", log.toUtf8());
         const Paper paper;
         SelfTest test(paper.terminal);
-        test.checkLog(file.fileName(), 1, recorded);
+        test.checkLog(path, 1, recorded);
         const bool isSound = qstrcmp(QTest::currentDataTag(), "sound") == 0;
         QVERIFY2(test.hasFailed() != isSound, qPrintable(Paper::linesOf(paper.output)));
     }
@@ -274,19 +347,6 @@ private slots:
         QCOMPARE(beside, QStringList({PluginFolders::plotterFile(), minimalPlugin}));
         QCOMPARE(plugins(QStringLiteral("--plugin /x/container_xy_plot.so")).size(), 1);
         QVERIFY(plugins(QStringLiteral("--self-test")).isEmpty()); // all that are found
-    }
-
-    /// The last function: the translations stay until the program ends.
-    void textsOfQtFollowTheLanguage()
-    {
-        if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) + QStringLiteral("/qtbase_de.qm"))) {
-            QSKIP("Qt's own translations are not installed");
-        }
-        Language::use(QStringLiteral("de"));
-        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
-        QVERIFY(optionsHelp().startsWith(QLatin1String("Aufruf")));
-        QCOMPARE(QLocale().toString(20000.5, 'f', 1), QStringLiteral("20.000,5"));
-        QVERIFY(shownSummary(servoKind()).startsWith(QLatin1String("Eine Servoachse")));
     }
 
 private:

@@ -23,6 +23,9 @@
 #include <QTableView>
 #include <QTreeWidget>
 
+#include <algorithm>
+#include <utility>
+
 namespace
 {
 
@@ -43,6 +46,45 @@ bool isExplained(const QWidget *widget)
         }
     }
     return false;
+}
+
+/// The lightness of the darkest and of the lightest pixel that is not transparent, 0 to 255.
+std::pair<int, int> lightnessRange(const QImage &image)
+{
+    std::pair<int, int> range(255, 0);
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+        const QColor color = image.pixelColor(i % image.width(), i / image.width());
+        if (color.alpha() > 127) {
+            range = {std::min(range.first, color.lightness()), std::max(range.second, color.lightness())};
+        }
+    }
+    return range;
+}
+
+/// How many edges between colours that can be told apart a button's icon has, with the ground that its parent paints.
+int edgesOf(QAbstractButton *button)
+{
+    button->setText(QString());
+    QCoreApplication::processEvents();
+    QWidget *const window = button->window();
+    const QImage image = window->grab(QRect(button->mapTo(window, QPoint()), button->size())).toImage();
+    // What is the indicator of a box is left out.
+    const bool isPlain = qobject_cast<QPushButton *>(button) != nullptr;
+    const int indicator = isPlain ? 2 : button->style()->pixelMetric(QStyle::PM_IndicatorWidth) + 4;
+    const bool isLeft = button->layoutDirection() == Qt::LeftToRight;
+    const QRect part =
+        isLeft ? image.rect().adjusted(indicator, 2, -4, -4) : image.rect().adjusted(2, 2, -indicator - 2, -4);
+    int edges = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) {
+            const auto differs = [&](int otherX, int otherY) {
+                return Contrast::ratio(image.pixelColor(x, y), image.pixelColor(otherX, otherY)) >=
+                       Contrast::minimumForIcons;
+            };
+            edges += differs(x + 2, y) || differs(x, y + 2) ? 1 : 0;
+        }
+    }
+    return edges;
 }
 
 } // namespace
@@ -74,6 +116,7 @@ private slots:
 
     void palettesCanBeRead()
     {
+        QFETCH(bool, isDark);
         applyPalette(*paletteChoice(QString::fromLatin1(QTest::currentDataTag())));
         const QPalette palette = QApplication::palette();
         using Role = QPalette::ColorRole;
@@ -94,55 +137,59 @@ private slots:
             const double ratio = Contrast::ratio(palette.color(text), palette.color(ground));
             QVERIFY2(ratio >= minimum, qPrintable(QStringLiteral("%1 on %2: %3").arg(text).arg(ground).arg(ratio)));
         }
+        for (const Role text : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+            const int disabled = palette.color(QPalette::Disabled, text).lightness();
+            QVERIFY(qAbs(disabled - palette.color(text).lightness()) > 50);
+        }
+        QCOMPARE(palette.color(QPalette::Window).lightness() < 100, isDark);
         // The colours of curves are given, and legends are written in them.
-        const GrowingPlot plot;
+        const GrowingPlot plot(QStringLiteral("four-curves"));
         const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(plot.container);
         for (const QCheckBox *const box : boxes) {
             const QColor curve(box->property("ColorName").toString());
             QVERIFY(Contrast::ratio(curve, palette.color(QPalette::Shadow)) > 3.9);
         }
-    }
-
-    void iconsCanBeSeen_data()
-    {
-        palettesCanBeRead_data();
-    }
-
-    /// Of all boxes and buttons of the plot's window, as they are painted.
-    void iconsCanBeSeen()
-    {
-        applyPalette(*paletteChoice(QString::fromLatin1(QTest::currentDataTag())));
-        const GrowingPlot plot(QStringLiteral("four-curves"));
+        // All boxes and buttons of the plot's window, as they are painted.
         int count = 0;
         const QList<QAbstractButton *> buttons = plot.container->findChildren<QAbstractButton *>();
         for (QAbstractButton *const button : buttons) {
-            if (!button->isVisible() || button->icon().isNull() || button->iconSize().isEmpty()) {
-                continue;
+            if (button->isVisible() && !button->icon().isNull() && !button->iconSize().isEmpty()) {
+                ++count;
+                QVERIFY2(edgesOf(button) >= 20,
+                         qPrintable(button->objectName() + button->toolTip() + button->accessibleName()));
             }
-            button->setText(QString());
-            QCoreApplication::processEvents();
-            // With the ground that its parent paints. What is the indicator of a box is left out.
-            const QImage image =
-                plot.window->grab(QRect(button->mapTo(plot.window.get(), QPoint()), button->size())).toImage();
-            const bool isPlain = qobject_cast<QPushButton *>(button) != nullptr;
-            const int indicator = isPlain ? 2 : button->style()->pixelMetric(QStyle::PM_IndicatorWidth) + 4;
-            const bool isLeft = button->layoutDirection() == Qt::LeftToRight;
-            const QRect part =
-                isLeft ? image.rect().adjusted(indicator, 2, -4, -4) : image.rect().adjusted(2, 2, -indicator - 2, -4);
-            int edges = 0; // of shapes, between colours that can be told apart
-            for (int y = part.top(); y <= part.bottom(); ++y) {
-                for (int x = part.left(); x <= part.right(); ++x) {
-                    const auto differs = [&](int otherX, int otherY) {
-                        return Contrast::ratio(image.pixelColor(x, y), image.pixelColor(otherX, otherY)) >=
-                               Contrast::minimumForIcons;
-                    };
-                    edges += differs(x + 2, y) || differs(x, y + 2) ? 1 : 0;
-                }
-            }
-            ++count;
-            QVERIFY2(edges >= 20, qPrintable(button->objectName() + button->toolTip() + button->accessibleName()));
         }
         QVERIFY2(count >= 15, qPrintable(QString::number(count)));
+    }
+
+    /// Only what could not be seen gets a plate behind it, and the outlines that Fusion has for light windows are light.
+    void drawingsFitADarkWindow()
+    {
+        applyPalette(PaletteChoice::Dark);
+        const auto platePixels = [](const QColor &color) {
+            QPixmap drawing(24, 24);
+            drawing.fill(Qt::transparent);
+            QPainter(&drawing).fillRect(8, 8, 8, 8, color);
+            QCheckBox box;
+            box.setIcon(drawing);
+            box.setIconSize(drawing.size());
+            const QImage image = box.grab().toImage();
+            const QColor ground = image.pixelColor(image.width() - 1, 0);
+            int count = 0;
+            for (int x = box.style()->pixelMetric(QStyle::PM_IndicatorWidth) + 4; x < image.width(); ++x) {
+                for (int y = 0; y < image.height(); ++y) {
+                    const QColor pixel = image.pixelColor(x, y);
+                    count += Contrast::ratio(pixel, ground) > 1.5 && Contrast::ratio(pixel, color) > 1.5 ? 1 : 0;
+                }
+            }
+            return count;
+        };
+        QVERIFY2(platePixels(Qt::black) > 300, qPrintable(QString::number(platePixels(Qt::black))));
+        QVERIFY2(platePixels(Qt::white) < 20, qPrintable(QString::number(platePixels(Qt::white))));
+        QCheckBox box; // an empty one
+        QVERIFY(lightnessRange(box.grab().toImage()).second > 110);
+        const QIcon close = QApplication::style()->standardIcon(QStyle::SP_TitleBarCloseButton);
+        QVERIFY(lightnessRange(close.pixmap(16, 16).toImage()).first > 150);
     }
 
     void iconsOfSelectedRowsAndTitlesCanBeSeen()
@@ -223,8 +270,11 @@ private slots:
             const QTreeWidgetItem *const item = table->topLevelItem(row);
             keys.append(item->text(0));
             QVERIFY2(!item->text(2).isEmpty() && !item->text(1).contains(QLatin1Char('&')), qPrintable(item->text(1)));
+            QVERIFY2(item->text(2) != item->text(1) && !item->text(2).contains(QLatin1Char('&')),
+                     qPrintable(item->text(1)));
         }
-        for (const char *const expected : {"F1", "Ctrl+L", "Ctrl+R", "Alt+1", "Ctrl+Q", "Ctrl+1"}) {
+        for (const char *const expected :
+             {"F1", "Ctrl+L", "Ctrl+R", "Alt+1", "Ctrl+Q", "Ctrl+1", "Ctrl+W", "Ctrl+F4"}) {
             QVERIFY2(keys.contains(QLatin1String(expected)), expected);
         }
         QCOMPARE(keys.removeDuplicates(), 0);
@@ -253,6 +303,8 @@ private slots:
         QVERIFY(recording->isHidden());
         press();
         QVERIFY(!recording->isHidden() && !recording->visibleRegion().isEmpty());
+        QTest::keyClick(&window, Qt::Key_G, Qt::ControlModifier);
+        QVERIFY(messages->isAncestorOf(QApplication::focusWidget()));
     }
 
     void plotMenuWorksOnTheContainerInFront()
@@ -264,6 +316,8 @@ private slots:
         QVERIFY(!box(1)->isChecked());
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         QVERIFY(box(1)->isChecked());
+        const auto *const menu = window.findChild<PlotMenu *>();
+        QVERIFY(partCalled<QAction>(*menu, QStringLiteral("Curve 2"))->isChecked());
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         QVERIFY(!box(1)->isChecked());
         QApplication::clipboard()->clear();
@@ -271,7 +325,20 @@ private slots:
         const auto *const frame = plot.container->findChild<QWidget *>(PlotterWindow::plotName());
         QCOMPARE(QApplication::clipboard()->image().size(), frame->size());
 
-        const auto *const menu = window.findChild<PlotMenu *>();
+        // Each entry clicks its button, whose own work is left out here.
+        using PlotterWindow::Job;
+        const QPair<const char *, QString> entries[] = {{"Log to File", PlotterWindow::logBoxName()},
+                                                        {"Export Table", PlotterWindow::buttonName(Job::Export)},
+                                                        {"Save Screenshot", PlotterWindow::buttonName(Job::Screenshot)},
+                                                        {"Clear Buffer", PlotterWindow::buttonName(Job::Clear)},
+                                                        {"Refresh Modules", PlotterWindow::buttonName(Job::Refresh)}};
+        for (const auto &[entry, name] : entries) {
+            auto *const button = plot.container->findChild<QAbstractButton *>(name);
+            button->disconnect();
+            const QSignalSpy clicks(button, &QAbstractButton::clicked);
+            partCalled<QAction>(*menu, QLatin1String(entry))->trigger();
+            QVERIFY2(clicks.size() == 1, entry);
+        }
         const auto enabled = [menu] {
             int count = 0;
             const QList<QAction *> actions = menu->actions();
@@ -287,73 +354,64 @@ private slots:
         QCOMPARE(enabled(), 0);
     }
 
-    void tiledWindowsCanBeUsed_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<int>("columns");
-        QTest::newRow("small") << QSize(1024, 600) << 1;
-        QTest::newRow("usual") << QSize(1600, 900) << 1;
-        QTest::newRow("large") << QSize(3840, 2160) << 2;
-    }
-
     void tiledWindowsCanBeUsed()
     {
-        QFETCH(QSize, size);
-        QFETCH(int, columns);
         const GrowingPlot plot;
         for (int i = 0; i < 2; ++i) {
             plot.window->openContainer(plot.window->addContainer());
         }
-        plot.window->resize(size);
-        QCoreApplication::processEvents();
         auto *const workspace = plot.window->findChild<Workspace *>();
-        workspace->tile();
-        QCoreApplication::processEvents();
-        QRegion taken;
-        QSet<int> lefts;
         const QList<QMdiSubWindow *> windows = workspace->subWindowList();
-        for (const QMdiSubWindow *const window : windows) {
-            QVERIFY(!taken.intersects(window->geometry()));
-            taken += window->geometry();
-            lefts.insert(window->x());
-            QVERIFY(window->geometry().height() > 400);
+        const QPair<QSize, int> columns[] = {{{1024, 600}, 1}, {{1600, 900}, 1}, {{3840, 2160}, 2}};
+        for (const auto &[size, expectedColumns] : columns) {
+            plot.window->resize(size);
+            QCoreApplication::processEvents();
+            workspace->tile();
+            QCoreApplication::processEvents();
+            QRegion taken;
+            QSet<int> lefts;
+            for (const QMdiSubWindow *const window : windows) {
+                QVERIFY(!taken.intersects(window->geometry()));
+                taken += window->geometry();
+                lefts.insert(window->x());
+                QVERIFY(window->geometry().height() > 400);
+            }
+            QCOMPARE(lefts.size(), expectedColumns);
+            // Nothing beside one another that does not fit: rows are what is scrolled.
+            QVERIFY(workspace->horizontalScrollBar()->maximum() == 0 || expectedColumns == 1);
         }
-        QCOMPARE(lefts.size(), columns);
-        // Nothing beside one another that does not fit: rows are what is scrolled.
-        QVERIFY(workspace->horizontalScrollBar()->maximum() == 0 || columns == 1);
-    }
-
-    void controlsNeverCoverOneAnother_data()
-    {
-        QTest::addColumn<QSize>("size");
-        for (const QSize size :
-             {QSize(640, 420), QSize(1024, 600), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
-            QTest::addRow("%dx%d", size.width(), size.height()) << size;
-        }
+        windows.constFirst()->showMinimized();
+        workspace->tile();
+        QVERIFY(windows.constFirst()->isMinimized());
     }
 
     void controlsNeverCoverOneAnother()
     {
-        QFETCH(QSize, size);
         const GrowingPlot plot(QStringLiteral("four-curves"));
-        plot.window->resize(size);
-        QCoreApplication::processEvents();
-        QList<QPair<QRect, QString>> placed;
-        const QList<QWidget *> widgets = plot.container->findChildren<QWidget *>();
-        for (const QWidget *const widget : widgets) {
-            const bool isOne = qobject_cast<const QAbstractButton *>(widget) != nullptr ||
-                               qobject_cast<const QComboBox *>(widget) != nullptr ||
-                               qobject_cast<const QTableView *>(widget) != nullptr;
-            if (isOne && widget->isVisible() && !widget->inherits("QTableCornerButton")) {
-                const QRect rect(widget->mapTo(plot.container, QPoint()), widget->size());
-                QVERIFY(plot.container->rect().contains(rect));
-                for (const auto &[other, name] : qAsConst(placed)) {
-                    QVERIFY2(!other.intersects(rect), qPrintable(widget->objectName() + " covers " + name));
+        for (const QSize size :
+             {QSize(640, 420), QSize(1024, 600), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
+            plot.window->resize(size);
+            QCoreApplication::processEvents();
+            // It is scrolled where there is no room, and takes all that there is.
+            QVERIFY(plot.container->width() >= qMax(800, size.width() / 2));
+            QVERIFY(plot.container->height() >= qMax(400, size.height() / 2));
+            QList<QPair<QRect, QString>> placed;
+            const QList<QWidget *> widgets = plot.container->findChildren<QWidget *>();
+            for (const QWidget *const widget : widgets) {
+                const bool isOne = qobject_cast<const QAbstractButton *>(widget) != nullptr ||
+                                   qobject_cast<const QComboBox *>(widget) != nullptr ||
+                                   qobject_cast<const QTableView *>(widget) != nullptr;
+                if (isOne && widget->isVisible() && !widget->inherits("QTableCornerButton")) {
+                    const QRect rect(widget->mapTo(plot.container, QPoint()), widget->size());
+                    QVERIFY(plot.container->rect().contains(rect));
+                    for (const auto &[other, name] : qAsConst(placed)) {
+                        QVERIFY2(!other.intersects(rect), qPrintable(widget->objectName() + " covers " + name));
+                    }
+                    placed.append({rect, widget->objectName()});
                 }
-                placed.append({rect, widget->objectName()});
             }
+            QVERIFY(placed.size() > 15);
         }
-        QVERIFY(placed.size() > 15);
     }
 };
 

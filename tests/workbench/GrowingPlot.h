@@ -22,13 +22,6 @@
 /// Generous, for a busy machine: a wait ends when its condition holds.
 constexpr int maximumWaitMs = 30000;
 
-/// The lines of a file, and an empty one behind the last line end; none when it cannot be read.
-inline QList<QByteArray> linesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QList<QByteArray>();
-}
-
 /// The main window with the real plugin and the curves of a scene, which grow.
 struct GrowingPlot
 {
@@ -50,9 +43,21 @@ struct GrowingPlot
         container = window->addContainer();
         window->openContainer(container);
         watch = window->recordings()->watch(container);
-        QCOMPARE(SceneRunner(container).apply(scene), QString());
+        choose(scene);
         // Both values of the first curve have come.
-        QTRY_VERIFY_WITH_TIMEOUT(workbench.modules().answeredRequests() > 2, maximumWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT(scene.curves.isEmpty() || workbench.modules().answeredRequests() > 2, maximumWaitMs);
+        QObject::connect(&workbench.messages(), &MessageLog::arrived, window.get(),
+                         [this](const QVector<LogMessage> &messages) {
+                             for (const LogMessage &message : messages) {
+                                 noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
+                             }
+                         });
+    }
+
+    /// Makes the choices of a scene in the container.
+    void choose(const SceneContainer &choices) const
+    {
+        QCOMPARE(SceneRunner(container).apply(choices), QString());
     }
 
     /// Clicks the box of the container, and types a name into the dialog while it is open.
@@ -107,6 +112,7 @@ struct GrowingPlot
         qFatal("no label with the rate of answers");
     }
 
+    QStringList noted; ///< messages that were delivered, without debug lines
     const QTemporaryDir qtSettings;
     Workbench workbench{SimulationClock::Drive::Exchanges, 14};
     std::unique_ptr<MainWindow> window;

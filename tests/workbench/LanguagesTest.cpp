@@ -217,7 +217,9 @@ private slots:
         }
         collectAllWindows(temporaryPath("english.csv"), m_english);
         Language::use(QStringLiteral("de"));
-        Language::useForPlugin(QStringLiteral(PLUGIN));
+        const QString link = temporaryPath("linked.so"); // as in a folder of the user's
+        QVERIFY(QFile::link(QStringLiteral(PLUGIN), link));
+        Language::useForPlugin(link);
         collectAllWindows(temporaryPath("german.csv"), m_german);
         for (const char *const expected :
              {"Aktualisieren", "Meldungen", "Tabelle exportieren", "Speichern", "Befehl"}) {
@@ -231,6 +233,7 @@ private slots:
         }
         left.sort();
         QVERIFY2(left.isEmpty(), qPrintable(left.join(QLatin1Char('\n'))));
+        QCOMPARE(QLocale().toString(20000.5, 'f', 1), QStringLiteral("20.000,5"));
     }
 
     void guideNamesWhatIsThere_data()

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -68,6 +69,8 @@ private slots:
             QTest::keyClick(window.main.get(), Qt::Key_1, Qt::AltModifier); // an open one is not opened again
             QCOMPARE(window.workspace->subWindowList().size(), 1);
             QVERIFY(window.container->isVisible() && !subWindow->isMinimized());
+            QTest::mouseClick(button, Qt::LeftButton);
+            QVERIFY(toolBar->actions().constFirst()->isChecked()); // it still is in front
             // By the frame's button, and by the window itself: neither may leave the other behind.
             opening == 0 ? subWindow->close() : window.container->parentWidget()->close();
             QVERIFY(window.container->parent() == nullptr);
@@ -85,25 +88,23 @@ private slots:
         const Window window;
         window.main->openContainer(window.container);
         ContainerInterface *const second = window.main->addContainer();
+        QPixmap drawing(16, 16);
+        drawing.fill(Qt::red);
+        second->setWindowIcon(drawing); // the first one's is the application's
         window.main->openContainer(second);
+        QCOMPARE(window.workspace->currentSubWindow()->windowIcon().cacheKey(), second->windowIcon().cacheKey());
         const auto *const toolBar = window.main->findChild<QToolBar *>();
         QCOMPARE(toolBar->actions().size(), 2);
         QVERIFY(!toolBar->actions().at(0)->isChecked() && toolBar->actions().at(1)->isChecked()); // which is in front
         window.main->openContainer(window.container);
-        const QList<QAction *> actions = window.main->findChildren<QAction *>();
-        for (QAction *const action : actions) {
-            if (action->text() == QLatin1String("&Remove")) {
-                action->trigger();
-                break; // the container's own action is gone
-            }
-        }
+        partCalled<QAction>(*window.main->menuBar(), QStringLiteral("Remove"))->trigger();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(window.workbench.containers(), QList<ContainerInterface *>({second}));
         QCOMPARE(toolBar->actions().size(), 1);
         QVERIFY(!toolBar->actions().constFirst()->text().endsWith("(2)"));
+        QCOMPARE(toolBar->actions().constFirst()->shortcut(), QKeySequence("Alt+1"));
         // Their settings are kept under their names: no two may have the same.
         QCOMPARE(window.main->addContainer()->name(), QStringLiteral("MinimalContainer 1"));
-        QCOMPARE(toolBar->actions().at(0)->shortcut(), QKeySequence("Alt+1"));
         QCOMPARE(toolBar->actions().at(1)->shortcut(), QKeySequence("Alt+2"));
         QCOMPARE(window.main->addContainer()->name(), QStringLiteral("MinimalContainer 3"));
     }
@@ -112,12 +113,7 @@ private slots:
     {
         Window window;
         window.workbench.modules().setPluggedIn(1, false);
-        bool hasCount = false;
-        const QList<QLabel *> labels = window.main->statusBar()->findChildren<QLabel *>();
-        for (const QLabel *const label : labels) {
-            hasCount = hasCount || label->text() == QLatin1String("1 of 2 modules plugged in");
-        }
-        QVERIFY(hasCount);
+        partCalled<QLabel>(*window.main->statusBar(), QStringLiteral("1 of 2 modules plugged in"));
 
         QVector<LogMessage> arrived;
         MessageLog &log = window.workbench.messages();
@@ -133,6 +129,8 @@ private slots:
                 arrived.at(0).text.startsWith(QLatin1String("B does not answer any more: ")));
         QCOMPARE(arrived.at(1).text, QStringLiteral("B answers again, after 7 s"));
         QCOMPARE(window.main->statusBar()->currentMessage(), arrived.at(1).text); // debug lines are not shown there
+        window.workbench.modules().remove(0);
+        partCalled<QLabel>(*window.main->statusBar(), QStringLiteral("0 of 1 modules plugged in"));
     }
 
     void windowFitsItsScreen_data()

@@ -2,6 +2,7 @@
 #include "logging/NamedPath.h"
 #include "logging/SourceWatch.h"
 #include "modules/AnswerWatch.h"
+#include "window/ContainerWindow.h"
 #include "window/HelpMenu.h"
 #include "window/MessagePanel.h"
 #include "window/NoticeBar.h"
@@ -42,7 +43,7 @@ private slots:
             QString());
         // A module that comes switches all sources off, too.
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("unread was plugged in at "), maximumWaitMs);
-        QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
+        plot.choose(readSceneFile(shippedScenePath("two-modules")).scene);
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
 
         const QString key = plot.workbench.modules().settings(1).key;
@@ -74,31 +75,55 @@ private slots:
         QVERIFY2(plot.watch->headline().endsWith("curve 1 was switched off"), qPrintable(plot.watch->headline()));
     }
 
+    void barIsAsHighAsItsNoticesNeed()
+    {
+        NoticeBar bar;
+        bar.setNotices({QStringLiteral("word ").repeated(60)});
+        bar.resize(1200, bar.height());
+        const int height = bar.height();
+        bar.resize(300, height);
+        QVERIFY(bar.height() > 2 * height);
+        bar.resize(1200, bar.height());
+        QCOMPARE(bar.height(), height);
+        bar.setNotices({QStringLiteral("lines: 1")});
+        bar.findChild<QToolButton *>()->click();
+        bar.setNotices({QStringLiteral("lines: 2")});
+        QVERIFY(bar.isHidden());
+        bar.setNotices({});
+        bar.setNotices({QStringLiteral("lines: 3")}); // another trouble of this kind
+        QVERIFY(!bar.isHidden());
+
+        const GrowingPlot plot;
+        auto *const window = plot.window->findChild<ContainerWindow *>();
+        const int without = window->minimumSizeHint().height();
+        window->setNotices({QStringLiteral("a notice")});
+        QCOMPARE(window->minimumSizeHint().height(), without + window->findChild<NoticeBar *>()->height());
+    }
+
     void lostSourcesAreNamedUntilTheyAreChosenAgain()
     {
-        QStringList noted; // outlives the plot, which reports while it ends
         GrowingPlot plot(QStringLiteral("two-modules"));
-        connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
-            for (const LogMessage &message : messages) {
-                noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
-            }
-        });
         const QString key = plot.workbench.modules().settings(1).key;
         plot.workbench.modules().setPluggedIn(1, false);
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("the source of curve 1 is switched off"), maximumWaitMs);
         QVERIFY(shown(plot).startsWith(key + " was taken out at "));
+        QCheckBox *const curve = PlotterWindow::curveBoxes(plot.container).constFirst();
+        curve->click(); // what is not drawn is not missed
+        emit plot.window->findChild<AnswerWatch *>()->polled();
+        QCOMPARE(shown(plot), QString());
+        curve->click();
         plot.workbench.messages().deliver();
-        QCOMPARE(noted.filter(key + " was taken out").size(), 2); // that, and what came of it
-        QCOMPARE(noted.filter("XY-Plotter: " + key).size(), 1);
+        QCOMPARE(plot.noted.filter(key + " was taken out").size(), 2); // that, and what came of it
+        QCOMPARE(plot.noted.filter("XY-Plotter: " + key).size(), 1);
 
         plot.workbench.modules().setPluggedIn(1, true);
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).startsWith(key + " was plugged in at "), maximumWaitMs);
-        QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
+        plot.choose(readSceneFile(shippedScenePath("two-modules")).scene);
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
         // Another module under the same key, as by the dialog of a device.
         QCOMPARE(plot.workbench.modules().replace(1, ModuleSettings(plot.workbench.modules().settings(1))), QString());
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).startsWith(key + " was plugged in at "), maximumWaitMs);
-        QCOMPARE(SceneRunner(plot.container).apply(readSceneFile(shippedScenePath("two-modules")).scene), QString());
+        plot.choose(readSceneFile(shippedScenePath("two-modules")).scene);
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
         // "Refresh" empties the boxes, but no source.
         plot.container->findChild<QPushButton *>("btnRefresh")->click();
@@ -121,15 +146,9 @@ private slots:
     {
         QFETCH(QString, reason);
         const QByteArray what = QTest::currentDataTag();
-        QStringList noted; // outlives the plot, which reports while it ends
         GrowingPlot plot;
         const QString path = temporaryPath("run.csv");
         plot.recordLines(path);
-        connect(&plot.workbench.messages(), &MessageLog::arrived, this, [&](const QVector<LogMessage> &messages) {
-            for (const LogMessage &message : messages) {
-                noted.append(message.type == QtDebugMsg ? QStringList() : QStringList(message.text));
-            }
-        });
         if (what == "log box") {
             MouseClick::on(plot.watch->box());
         } else if (what == "curve box") {
@@ -145,8 +164,9 @@ private slots:
             plot.container->parentWidget()->close();
         }
         QTRY_VERIFY_WITH_TIMEOUT(plot.watch->headline().endsWith(reason), maximumWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT((plot.workbench.messages().deliver(), !noted.filter(reason).isEmpty()), maximumWaitMs);
-        QCOMPARE(namedPath(noted.filter(reason).constFirst()), path);
+        QTRY_VERIFY_WITH_TIMEOUT((plot.workbench.messages().deliver(), !plot.noted.filter(reason).isEmpty()),
+                                 maximumWaitMs);
+        QCOMPARE(namedPath(plot.noted.filter(reason).constFirst()), path);
         const bool isAsked = what == "log box";
         QCOMPARE(plot.window->recordings()->hasTrouble(), !isAsked);
         QCOMPARE(plot.window->recordings()->summary() == QLatin1String("Not recording"), isAsked);
@@ -160,9 +180,7 @@ private slots:
 
     void pathsAreFoundInText()
     {
-        const QString path = temporaryPath("a run, saved.csv");
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QString path = written("a run, saved.csv", QByteArray());
         const QString folder = QFileInfo(path).absolutePath();
         QCOMPARE(namedPath("saved as " + path), path);
         QCOMPARE(namedPath("\"" + path + "\" was replaced: it is " + folder), path);
@@ -174,9 +192,7 @@ private slots:
 
     void namedFilesAreOpenedByClickAndKey()
     {
-        const QString path = temporaryPath("picture.png");
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QString path = written("picture.png", QByteArray());
         QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
         MessageLog log;
         MessagePanel panel(&log);
@@ -202,19 +218,19 @@ private slots:
         QTest::keyClick(view, Qt::Key_Return);
         QTest::keyClick(view, Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(m_opened, QStringList({path, path, QFileInfo(path).absolutePath()}));
-        const QList<QAction *> actions = view->actions();
-        for (QAction *const action : actions) {
-            if (action->text() == QLatin1String("Copy Path")) {
-                action->trigger();
-            }
-        }
+        partCalled<QAction>(*view, QStringLiteral("Copy Path"))->trigger();
         QCOMPARE(QApplication::clipboard()->text(), path);
         view->setCurrentIndex(view->model()->index(last - 1, 0));
         QTest::keyClick(view, Qt::Key_Return);
         QCOMPARE(m_opened.size(), 3);
+        const auto *const button = partCalled<QPushButton>(panel, QStringLiteral("Open"));
+        QVERIFY(!button->isEnabled());
         QVERIFY(QFile::remove(path));
         expectMessage(QtWarningMsg, QRegularExpression("picture.png is not there any more"));
         click(last);
+        QVERIFY(button->isEnabled());
+        partCalled<QPushButton>(panel, QStringLiteral("Clear"))->click();
+        QVERIFY(!button->isEnabled());
         QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
     }
 

@@ -3,7 +3,6 @@
 #include "logging/MessageModel.h"
 #include "window/HintBar.h"
 #include "window/MessagePanel.h"
-#include "window/Palettes.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -12,45 +11,17 @@
 #include <QScrollBar>
 #include <QTreeView>
 
-#include <algorithm>
-#include <utility>
-
 namespace
 {
-
-/// The button of \a window whose text, without the mark of its key, is \a text; null when there is none.
-template<typename Button> Button *buttonOf(const QWidget &window, const QString &text)
-{
-    const QList<Button *> buttons = window.findChildren<Button *>();
-    for (Button *const button : buttons) {
-        if (button->text().remove(QLatin1Char('&')) == text) {
-            return button;
-        }
-    }
-    return nullptr;
-}
 
 QVector<LogMessage> many(int count, QtMsgType type, const QString &text)
 {
     return QVector<LogMessage>(count, LogMessage{QTime(), type, QStringLiteral("default"), text, false});
 }
 
-/// The lightness of the darkest and of the lightest pixel that is not transparent, 0 to 255.
-std::pair<int, int> lightnessRange(const QImage &image)
-{
-    std::pair<int, int> range(255, 0);
-    for (int i = 0; i < image.width() * image.height(); ++i) {
-        const QColor color = image.pixelColor(i % image.width(), i / image.width());
-        if (color.alpha() > 127) {
-            range = {std::min(range.first, color.lightness()), std::max(range.second, color.lightness())};
-        }
-    }
-    return range;
-}
-
 } // namespace
 
-/// Messages from the logger to the panel, the hint for newcomers, and the colours of the windows.
+/// Messages from the logger to the panel, and the hint for newcomers.
 class PanelsTest : public GuardedTest
 {
     Q_OBJECT
@@ -62,7 +33,7 @@ private slots:
         MessagePanel panel(&log);
         panel.show();
         log.deliver();
-        auto *const clear = buttonOf<QPushButton>(panel, QStringLiteral("Clear"));
+        auto *const clear = partCalled<QPushButton>(panel, QStringLiteral("Clear"));
         clear->click(); // of what the platform has written
         expectMessage(QtWarningMsg, QRegularExpression("careful"));
         expectMessage(QtCriticalMsg, QRegularExpression("broken"));
@@ -77,10 +48,10 @@ private slots:
         QCOMPARE(shownTexts(panel), QStringList({"careful", "broken"}));
         QTest::keyClick(choice, Qt::Key_End);
         QCOMPARE(shownTexts(panel), QStringList("broken"));
-        buttonOf<QCheckBox>(panel, QStringLiteral("Debug lines"))->click();
+        partCalled<QCheckBox>(panel, QStringLiteral("Debug lines"))->click();
         QCOMPARE(shownTexts(panel), QStringList({"broken", "detail"}));
 
-        auto *const copy = buttonOf<QPushButton>(panel, QStringLiteral("Copy"));
+        auto *const copy = partCalled<QPushButton>(panel, QStringLiteral("Copy"));
         auto *const view = panel.findChild<QTreeView *>();
         const auto copied = [copy] {
             copy->click();
@@ -179,40 +150,6 @@ private slots:
         QVERIFY(!HintBar::wasClosed());
         bar.findChild<QPushButton *>()->click();
         QVERIFY(!bar.isVisible() && HintBar::wasClosed());
-    }
-
-    void palettesAreWhatTheyAreCalled_data()
-    {
-        QTest::addColumn<bool>("isDark");
-        QTest::newRow("system") << false; // that of the platform here is a light one
-        QTest::newRow("dark") << true;
-        QTest::newRow("light") << false;
-    }
-
-    void palettesAreWhatTheyAreCalled()
-    {
-        QFETCH(bool, isDark);
-        QVERIFY(!paletteChoice(QStringLiteral("Dark")));
-        applyPalette(*paletteChoice(QString::fromLatin1(QTest::currentDataTag())));
-        const QPalette palette = QApplication::palette();
-        const auto lightness = [&](QPalette::ColorRole role) { return palette.color(role).lightness(); };
-        for (const auto &[text, ground] :
-             {qMakePair(QPalette::WindowText, QPalette::Window), qMakePair(QPalette::Text, QPalette::Base),
-              qMakePair(QPalette::ButtonText, QPalette::Button)}) {
-            const int distance = lightness(text) - lightness(ground);
-            QVERIFY2((isDark ? distance : -distance) > 100, qPrintable(QString::number(distance)));
-            const int disabled = palette.color(QPalette::Disabled, text).lightness();
-            QVERIFY(qAbs(disabled - lightness(text)) > 50);
-        }
-        // A plot's labels upon its ground.
-        QVERIFY(lightness(QPalette::Light) - lightness(QPalette::Shadow) > 100 && lightness(QPalette::Shadow) < 60);
-        if (isDark) {
-            // The outlines that Fusion draws in colours for light windows: of an empty box, and of a title's button.
-            QCheckBox box;
-            QVERIFY(lightnessRange(box.grab().toImage()).second > 110);
-            const QIcon close = QApplication::style()->standardIcon(QStyle::SP_TitleBarCloseButton);
-            QVERIFY(lightnessRange(close.pixmap(16, 16).toImage()).first > 150);
-        }
     }
 
 private:

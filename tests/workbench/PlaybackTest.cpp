@@ -1,20 +1,9 @@
-#include "GuardedTest.h"
-#include "PlotterWindow.h"
+#include "GrowingPlot.h"
 #include "modules/recording/RecordedModule.h"
-#include "reading/FieldReader.h"
-#include "setup/ModuleFields.h"
-#include "setup/SceneRunner.h"
-#include "window/MainWindow.h"
 #include "window/PlaybackRow.h"
 #include "window/RecordingOpener.h"
-#include "window/Workbench.h"
 
-#include "host/ContainerInterface.h"
-
-#include <QCheckBox>
 #include <QComboBox>
-#include <QJsonDocument>
-#include <QLabel>
 #include <QPushButton>
 #include <QSlider>
 #include <QToolButton>
@@ -23,21 +12,17 @@
 namespace
 {
 
-constexpr int maximumWaitMs = 30000;
+Scene emptyPlot()
+{
+    Scene scene;
+    scene.modules = {{"SIM0/Stepper", SimulationSettings{"stepper-3"}}};
+    return scene;
+}
 
 /// The main window with the real plugin, one simulated module, and an empty plot.
-struct Bench
+struct Bench : GrowingPlot
 {
-    Bench()
-    {
-        REQUIRE(workbench.loadPlugin(PLUGIN).isEmpty());
-        REQUIRE(workbench.modules().add({"SIM0/Stepper", SimulationSettings{"stepper-3"}}).isEmpty());
-        window = std::make_unique<MainWindow>(&workbench);
-        window->show();
-        container = window->addContainer();
-        window->openContainer(container);
-        opener = window->findChild<RecordingOpener *>();
-    }
+    Bench() : GrowingPlot(emptyPlot()) {}
 
     RecordedModule *module() const
     {
@@ -55,31 +40,12 @@ struct Bench
                 box->property("dpNameX").toString().trimmed(), box->property("dpNameY").toString().trimmed()};
     }
 
-    template<typename Part> Part *part(const QString &accessibleName) const
-    {
-        const QList<Part *> parts = window->findChildren<Part *>();
-        for (Part *const candidate : parts) {
-            if (candidate->accessibleName() == accessibleName) {
-                return candidate;
-            }
-        }
-        qFatal("no %s", qPrintable(accessibleName));
-    }
-
     QStringList labels() const
     {
-        QStringList texts;
-        const QList<QLabel *> found = window->findChild<PlaybackRow *>()->findChildren<QLabel *>();
-        for (const QLabel *const label : found) {
-            texts.append(label->text());
-        }
-        return texts;
+        return labelsIn(window->findChild<PlaybackRow *>());
     }
 
-    Workbench workbench{SimulationClock::Drive::WallClock, 14};
-    std::unique_ptr<MainWindow> window;
-    ContainerInterface *container = nullptr;
-    RecordingOpener *opener = nullptr;
+    RecordingOpener *const opener = window->findChild<RecordingOpener *>();
 };
 
 } // namespace
@@ -116,7 +82,7 @@ private slots:
         const SceneSource live{"SIM0/Stepper", "Axis 1", "Actual position [microsteps]", false};
         SceneContainer choices;
         choices.curves = {{live, live, true}};
-        QCOMPARE(SceneRunner(bench.container).apply(choices), QString());
+        bench.choose(choices);
         const QStringList before = bench.chosen(bench.container, 0);
         QCOMPARE(bench.opener->open(log(3000)), QString());
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs); // in a window of its own
@@ -127,40 +93,10 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(bench.workbench.modules().statistics(0)->requests > answered + 3, maximumWaitMs);
     }
 
-    void setUpsKeepRecordings_data()
-    {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("error");
-        const auto row = [](const char *name, const char *fields, const char *error) {
-            QTest::newRow(name) << QByteArray(R"({"beside":"S","file":"a.csv","key":"R","kind":"recording",)") + fields
-                                << QString(error);
-        };
-        row("all", R"("playing":false,"pluggedIn":false,"repeated":true,"speedTenths":25})", "");
-        row("the fastest", R"("playing":true,"pluggedIn":true,"repeated":false,"speedTenths":1000})", "");
-        row("too fast", R"("speedTenths":1001})", "\"speedTenths\": expected a whole number from 1 to 1000");
-        row("unknown field", R"("position":3})", "\"position\"");
-        row("no text", R"("file":7})", "\"file\"");
-    }
-
-    void setUpsKeepRecordings()
-    {
-        QFETCH(QByteArray, json);
-        QFETCH(QString, error);
-        FieldReader reader("set-up");
-        bool isPluggedIn = false;
-        const ModuleSettings settings =
-            readModule(reader, QJsonDocument::fromJson(json).object(), QString(), isPluggedIn);
-        QVERIFY2(error.isEmpty() ? reader.error().isEmpty() : reader.error().contains(error),
-                 qPrintable(reader.error()));
-        if (error.isEmpty()) {
-            QCOMPARE(QJsonDocument(writeModule(settings, isPluggedIn)).toJson(QJsonDocument::Compact), json);
-        }
-    }
-
     void columnsOfOtherFilesAreShownOverTheFirst()
     {
         Bench bench;
-        QCOMPARE(bench.opener->open(written("t;a;b\n1;2;3\n2;3;4\n")), QString());
+        QCOMPARE(bench.opener->open(written("run.csv", "t;a;b\n1;2;3\n2;3;4\n")), QString());
         QTRY_COMPARE_WITH_TIMEOUT(bench.chosen(bench.container, 1), QStringList({"REC0/run", "", "t", "b"}),
                                   maximumWaitMs);
         QCOMPARE(bench.chosen(bench.container, 0), QStringList({"REC0/run", "", "t", "a"}));
@@ -169,7 +105,7 @@ private slots:
     void badFileChangesNothing()
     {
         Bench bench;
-        const QString problem = bench.opener->open(written("t;a\n1;off\nx;2\n"));
+        const QString problem = bench.opener->open(written("run.csv", "t;a\n1;off\nx;2\n"));
         QVERIFY2(problem.contains("line 3, column 1: expected a number, found \"x\""), qPrintable(problem));
         QCOMPARE(bench.workbench.modules().count(), 1);
         QCOMPARE(bench.workbench.containers().size(), 1);
@@ -178,42 +114,42 @@ private slots:
     void rowPlaysPausesAndMoves()
     {
         Bench bench;
-        QCOMPARE(bench.opener->open(log(3000)), QString());
+        QCOMPARE(bench.opener->open(log(6000)), QString());
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs);
-        auto *const play = bench.part<QPushButton>("REC0/run: Pause");
+        auto *const play = partNamed<QPushButton>(*bench.window, "REC0/run: Pause");
         QTest::keyClick(play, Qt::Key_Space);
         QCOMPARE(play->text(), QString("Play"));
         QVERIFY(!bench.workbench.modules().recording(1)->isPlaying);
         const int row = bench.module()->row();
-        QTest::keyClick(bench.part<QToolButton>("REC0/run: One row on"), Qt::Key_Space);
+        QTest::keyClick(partNamed<QToolButton>(*bench.window, "REC0/run: One row on"), Qt::Key_Space);
         QTest::qWait(100);
         QCOMPARE(bench.module()->row(), row + 1);
-        QTest::keyClick(bench.part<QToolButton>("REC0/run: One row back"), Qt::Key_Space);
+        QTest::keyClick(partNamed<QToolButton>(*bench.window, "REC0/run: One row back"), Qt::Key_Space);
         QCOMPARE(bench.module()->row(), row);
-        auto *const slider = bench.part<QSlider>("REC0/run: position");
+        auto *const slider = partNamed<QSlider>(*bench.window, "REC0/run: position");
         QTest::keyClick(slider, Qt::Key_End);
-        QCOMPARE(bench.module()->row(), 2999);
-        QVERIFY(bench.labels().contains("Row 3,000 of 3,000\n0:41.9 of 0:41.9"));
+        QCOMPARE(bench.module()->row(), 5999);
+        QVERIFY(bench.labels().contains("Row 6,000 of 6,000\n1:23.9 of 1:23.9"));
         QTest::keyClick(slider, Qt::Key_PageDown);
-        QCOMPARE(bench.module()->row(), 2699);
+        QCOMPARE(bench.module()->row(), 5399);
         QTest::keyClick(slider, Qt::Key_Home);
         QCOMPARE(bench.module()->row(), 0);
 
         slider->setValue(1000);
-        bench.part<QPushButton>("REC0/run: close")->setFocus();
+        partNamed<QPushButton>(*bench.window, "REC0/run: close")->setFocus();
         const QPointF centre = slider->rect().center();
         QWheelEvent wheel(centre, slider->mapToGlobal(centre.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(slider, &wheel); // scrolls the list of modules only
         QCOMPARE(bench.module()->row(), 1000);
 
-        auto *const speed = bench.part<QComboBox>("REC0/run: speed");
+        auto *const speed = partNamed<QComboBox>(*bench.window, "REC0/run: speed");
         QTest::keyClick(speed, Qt::Key_End);
         QCOMPARE(bench.module()->playback().speedTenths(), 1000);
         play->click();
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->playback().isAtEnd(), maximumWaitMs);
-        QTRY_VERIFY_WITH_TIMEOUT(bench.labels().contains("Row 3,000 of 3,000\n0:41.9 of 0:41.9, ended"), maximumWaitMs);
-        QTest::keyClick(bench.part<QCheckBox>("REC0/run: Repeat"), Qt::Key_Space);
+        QTRY_VERIFY_WITH_TIMEOUT(bench.labels().contains("Row 6,000 of 6,000\n1:23.9 of 1:23.9, ended"), maximumWaitMs);
+        QTest::keyClick(partNamed<QCheckBox>(*bench.window, "REC0/run: Repeat"), Qt::Key_Space);
         QVERIFY(bench.module()->playback().isAtEnd()); // it repeats when it is played again
         QVERIFY(bench.workbench.modules().recording(1)->isRepeated && bench.module()->playback().isRepeated());
     }
@@ -224,11 +160,11 @@ private slots:
         QCOMPARE(bench.opener->open(log(3000)), QString());
         bench.workbench.modules().setPlayback(1, {QString(), QString(), false, true, 25});
         bench.workbench.modules().setPluggedIn(1, false);
-        QVERIFY(!bench.part<QSlider>("REC0/run: position")->isEnabled());
+        QVERIFY(!partNamed<QSlider>(*bench.window, "REC0/run: position")->isEnabled());
         bench.workbench.modules().setPluggedIn(1, true);
         const Playback &playback = bench.module()->playback();
         QVERIFY(playback.isRepeated() && !playback.isPlaying() && playback.speedTenths() == 25);
-        QVERIFY(bench.part<QComboBox>("REC0/run: speed")->currentText().startsWith("2.5"));
+        QVERIFY(partNamed<QComboBox>(*bench.window, "REC0/run: speed")->currentText().startsWith("2.5"));
     }
 
     void troubleWithTheFileIsShown()
@@ -262,32 +198,26 @@ private slots:
     {
         Bench bench;
         QCOMPARE(bench.opener->open(log(3000)), QString());
-        auto *const beside = bench.part<QComboBox>("REC0/run: beside which module");
+        auto *const beside = partNamed<QComboBox>(*bench.window, "REC0/run: beside which module");
         QCOMPARE(beside->count(), 2); // by itself, or beside the stepper
         QTest::keyClick(beside, Qt::Key_Down);
         QCOMPARE(bench.workbench.modules().recording(1)->beside, QString("SIM0/Stepper"));
         QCOMPARE(bench.module()->numberOfAxes(), 3 + 2);
-        QCOMPARE(bench.part<QComboBox>("REC0/run: beside which module")->currentText(), QString("Beside SIM0/Stepper"));
-        bench.part<QPushButton>("REC0/run: close")->click();
+        QCOMPARE(partNamed<QComboBox>(*bench.window, "REC0/run: beside which module")->currentText(),
+                 QString("Beside SIM0/Stepper"));
+        partNamed<QPushButton>(*bench.window, "REC0/run: close")->click();
         QCOMPARE(bench.workbench.modules().count(), 1);
         QCOMPARE(bench.window->findChildren<PlaybackRow *>().size(), 0);
     }
 
 private:
-    QString written(const QByteArray &bytes) const
-    {
-        QFile file(temporaryPath("run.csv"));
-        REQUIRE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return file.fileName();
-    }
-
     QString log(int rows) const
     {
         QByteArray bytes = "Module:;M1;M1;M2;M2;\r\nCounter;pos [raw];speed;pos [raw];current [mA];\r\n";
         for (int row = 1; row <= rows; ++row) {
             bytes += QStringLiteral("%1;%1;2;3;%1;\r\n").arg(row).toLatin1();
         }
-        return written(bytes);
+        return written("run.csv", bytes);
     }
 };
 

@@ -33,7 +33,7 @@ bool isTabStop(const QWidget *widget)
 
 } // namespace
 
-/// The main window with the real plugin: what a scene sets, sizes, and the keyboard.
+/// The main window with the real plugin: what a scene sets, the status bar, and the keyboard.
 class PlotWindowTest : public GuardedTest
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ private slots:
         scene.showsLines = true;
         scene.isSquare = false;
         scene.showsAll = false;
-        QCOMPARE(SceneRunner(plot.container).apply(scene), QString());
+        plot.choose(scene);
         QCOMPARE(checkedBoxes(plot), QStringLiteral("curves 1000, options 100"));
         scene.curves[0].x.value = QStringLiteral("Actual position");
         const QString error = SceneRunner(plot.container).apply(scene);
@@ -92,17 +92,6 @@ private slots:
         const QStringList tip = plot.answersLabel()->toolTip().split(QLatin1Char('\n'));
         QVERIFY2(tip.size() == 2 && tip.at(0).endsWith("SIM0/Stepper are old ones") && tip.at(1).contains(longKey),
                  qPrintable(tip.join(QLatin1Char('|'))));
-    }
-
-    void containerKeepsAUsableSize()
-    {
-        const GrowingPlot plot;
-        plot.window->resize(plot.window->minimumSize());
-        QCoreApplication::processEvents();
-        QVERIFY(plot.container->width() >= 800 && plot.container->height() >= 400); // it is scrolled
-        plot.window->resize(1400, 900);
-        QCoreApplication::processEvents();
-        QVERIFY(plot.container->width() > 1000 && plot.container->height() > 500); // and takes all that there is
     }
 
     /// For people who use the keyboard or have the screen read to them.

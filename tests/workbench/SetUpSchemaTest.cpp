@@ -166,9 +166,32 @@ void changeEverywhere(const Schema &schema, const QJsonValue &value, const QJson
     }
 }
 
+/// Whether \a whole has everything that is in \a part, with the same values.
+bool isWithin(const QJsonValue &part, const QJsonValue &whole)
+{
+    const QJsonArray list = part.toArray();
+    for (int i = 0; i < list.size(); ++i) {
+        if (list.size() != whole.toArray().size() || !isWithin(list.at(i), whole.toArray().at(i))) {
+            return false;
+        }
+    }
+    const QJsonObject object = part.toObject();
+    for (auto field = object.begin(); field != object.end(); ++field) {
+        if (!isWithin(field.value(), whole.toObject().value(field.key()))) {
+            return false;
+        }
+    }
+    return part.isArray() || part.isObject() ? part.type() == whole.type() : part == whole;
+}
+
+QByteArray textOf(const QJsonValue &document)
+{
+    return QJsonDocument(document.toObject()).toJson();
+}
+
 QStringList errorsOf(const QJsonValue &document)
 {
-    return readScene(QJsonDocument(document.toObject()).toJson(), QStringLiteral("file")).errors;
+    return readScene(textOf(document), QStringLiteral("file")).errors;
 }
 
 } // namespace
@@ -206,6 +229,13 @@ private slots:
         const Schema schema(objectIn(QStringLiteral(DOCUMENT_FOLDER "/setup.schema.json")));
         QVERIFY(schema.fits(document));
         QCOMPARE(errorsOf(document), QStringList());
+        // What is read is written again, with nothing left out or exchanged.
+        QJsonObject written = QJsonDocument::fromJson(sceneText(readScene(textOf(document), "file").scene)).object();
+        const QJsonObject container = written.value("containers").toArray().at(0).toObject();
+        for (const char *const single : {"curves", "selectedCurve", "options"}) { // of a set-up with one container
+            written.insert(QLatin1String(single), container.value(QLatin1String(single)));
+        }
+        QVERIFY2(isWithin(document, written), QJsonDocument(written).toJson());
         int tried = 0;
         int refused = 0;
         changeEverywhere(

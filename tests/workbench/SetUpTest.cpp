@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QRadioButton>
 
 #include <sys/stat.h>
 
@@ -58,7 +59,7 @@ void disturb(GrowingPlot &plot)
     scene.selectedCurve = 3;
     scene.showsLines = false;
     scene.showsAll = true;
-    QCOMPARE(SceneRunner(plot.container).apply(scene), QString());
+    plot.choose(scene);
     plot.window->openContainer(plot.window->addContainer());
     plot.window->setPlace(plot.workbench.containers().at(1), {WindowPlace::State::Normal, QRect(30, 20, 900, 500)});
     plot.window->findChild<QDockWidget *>("moduleDock")->hide();
@@ -115,13 +116,7 @@ void choose(const GrowingPlot &plot, const QString &text)
     for (QMenu *const submenu : submenus) {
         emit submenu->aboutToShow();
     }
-    const QList<QAction *> actions = menu->findChildren<QAction *>();
-    for (QAction *const action : actions) {
-        if (action->text().remove('&').startsWith(text)) {
-            return action->trigger();
-        }
-    }
-    QFAIL(qPrintable(text));
+    partCalled<QAction>(*menu, text)->trigger();
 }
 
 } // namespace
@@ -157,43 +152,35 @@ private slots:
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(text));
     }
 
-    void whatCannotBeSetUpChangesNothing_data()
-    {
-        QTest::addColumn<QString>("original");
-        QTest::addColumn<QString>("mistake");
-        QTest::addColumn<QStringList>("errors"); // a part of each
-        const auto row = [](const char *name, const char *original, const char *mistake, const QStringList &errors) {
-            QTest::newRow(name) << QString::fromLatin1(original) << QString::fromLatin1(mistake) << errors;
-        };
-        row("value", "Actual position [", "Actual positon [",
-            {"curve 1, X", "nearest are: \"Actual position [microsteps]\"", "curve 1, Y", "curve 2, Y"});
-        row("motor", "\"motor\": \"Axis 0\"", "\"motor\": \"Axis 7\"", {"no motor \"Axis 7\", only: \"Axis 0\""});
-        row("sign", "\"value\": \"Axis 1 position\"", "\"value\": \"Status: Position reached\"", {"curve 4, X"});
-        row("plugin", "\"plugin\": \"XYPlotter\"", "\"plugin\": \"XYPloter\"",
-            {"no plugin \"XYPloter\" is loaded, only: \"XYPlotter\""});
-        row("docks", "\"docks\": \"AAAA/", "\"docks\": \"BBBB/", {"docks"});
-    }
-
     void whatCannotBeSetUpChangesNothing()
     {
-        QFETCH(QString, original);
-        QFETCH(QString, mistake);
-        QFETCH(QStringList, errors);
+        const QStringList mistakes[] = {
+            // what stands in place of what, and parts of the errors
+            {"Actual position [", "Actual positon [", "curve 1, X", "nearest are: \"Actual position [microsteps]\"",
+             "curve 1, Y", "curve 2, Y"},
+            {"\"motor\": \"Axis 0\"", "\"motor\": \"Axis 7\"", "no motor \"Axis 7\", only: \"Axis 0\""},
+            {"\"value\": \"Axis 1 position\"", "\"value\": \"Status: Position reached\"", "curve 4, X"},
+            {"\"plugin\": \"XYPlotter\"", "\"plugin\": \"XYPloter\"",
+             "no plugin \"XYPloter\" is loaded, only: \"XYPlotter\""},
+            {"\"docks\": \"AAAA/", "\"docks\": \"BBBB/", "docks"}};
         GrowingPlot plot(QStringLiteral("two-modules"));
         disturb(plot);
         const QString text = QString::fromUtf8(textOf(plot));
-        QVERIFY(text.contains(original));
         GrowingPlot other(QStringLiteral("phase"));
         const QByteArray before = textOf(other);
         const QList<ContainerInterface *> containers = other.workbench.containers();
         const auto *const module = other.workbench.modules().module(0);
-        const QStringList found = replaceBy(other, QString(text).replace(original, mistake).toUtf8());
-        for (const QString &error : qAsConst(errors)) {
-            QVERIFY2(found.join('\n').contains(error), qPrintable(found.join('\n')));
+        for (const QStringList &mistake : mistakes) {
+            QVERIFY2(text.contains(mistake.at(0)), qPrintable(mistake.at(0)));
+            const QString found =
+                replaceBy(other, QString(text).replace(mistake.at(0), mistake.at(1)).toUtf8()).join('\n');
+            for (const QString &error : mistake.mid(2)) {
+                QVERIFY2(found.contains(error), qPrintable(found));
+            }
+            QCOMPARE(other.workbench.containers(), containers); // with their points and recordings
+            QCOMPARE(other.workbench.modules().module(0), module);
+            QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(before));
         }
-        QCOMPARE(other.workbench.containers(), containers); // with their points and recordings
-        QCOMPARE(other.workbench.modules().module(0), module);
-        QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(before));
     }
 
     void whatCannotBeOpenedIsNotSaved()
@@ -216,6 +203,9 @@ private slots:
             "pluggedIn": false, "file": "/absent.csv" } ] })"),
                  QStringList());
         QVERIFY(!plot.workbench.modules().isPluggedIn(0));
+        plot.workbench.modules().setPluggedIn(0, true);
+        plot.workbench.messages().deliver();
+        QCOMPARE(plot.noted.filter("/absent.csv: there is no such file").size(), 1);
     }
 
     void menuSavesAndOpens()
@@ -275,7 +265,8 @@ private slots:
         if (isChanged) {
             plot.workbench.modules().setMoving(0, false);
         }
-        plot.window->resize(700, 500); // is saved with a set-up, and no change of it
+        plot.window->resize(700, 500); // is saved with a set-up, as is the page, and no change of it
+        plot.container->findChildren<QRadioButton *>().at(1)->click();
         for (QString &answer : answers) {
             answer = answer.endsWith("xyplot") ? temporaryPath(answer) : answer;
         }
@@ -288,46 +279,39 @@ private slots:
         QCOMPARE(QFile::exists(temporaryPath("saved.xyplot")), answers.size() == 2);
     }
 
-    void fileThatIsOfNoUseIsReportedOnce_data()
-    {
-        QTest::addColumn<QByteArray>("content"); // null: there is no such file
-        QTest::addColumn<QString>("report");
-        QTest::newRow("missing") << QByteArray() << "There is no file";
-        QTest::newRow("not JSON") << QByteArray("Counter;X;Y\r\n") << "expected JSON";
-        QTest::newRow("nested") << QByteArray(100000, '[') << "expected JSON";
-        QTest::newRow("large") << QByteArray(2000000, ' ') << "up to 1024 KiB";
-        QTest::newRow("two mistakes")
-            << QByteArray(R"({ "modules": [], "curves": [ { "x": null, "y": null, "of": 1 } ] })")
-            << "\"title\": expected a text that is not empty\n%1: field \"curves[0].of\": expected no such field";
-    }
-
     void fileThatIsOfNoUseIsReportedOnce()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, report);
         const QString path = temporaryPath("bad.xyplot");
-        if (!content.isNull()) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        }
+        const QPair<QByteArray, QString> files[] = {
+            {QByteArray(), "There is no file"}, // it is not written
+            {"Counter;X;Y\r\n", "expected JSON"},
+            {QByteArray(100000, '['), "expected JSON"},
+            {QByteArray(2000000, ' '), "up to 1024 KiB"},
+            {R"({ "modules": [], "curves": [ { "x": null, "y": null, "of": 1 } ] })",
+             "\"title\": expected a text that is not empty\n" + path +
+                 ": field \"curves[0].of\": expected no such field"}};
         GrowingPlot plot;
         plot.window->fileMenu()->beginSession();
-        RecentFiles::add(path);
         const QByteArray before = textOf(plot);
-        const Answers answers({QStringLiteral("OK")});
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(path)});
-        QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(plot.window.get(), &enter);
-        QVERIFY(enter.isAccepted());
-        QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(plot.window.get(), &drop);
-        QVERIFY(drop.isAccepted());
-        QTRY_COMPARE(answers.asked.size(), 1);
-        const QString expected = report.contains("%1") ? report.arg(path) : report;
-        QVERIFY2(answers.asked.constFirst().contains(expected), qPrintable(answers.asked.constFirst()));
-        QCOMPARE(QString::fromUtf8(textOf(plot)), QString::fromUtf8(before));
-        QCOMPARE(RecentFiles::paths().contains(path), !content.isNull());
+        for (const auto &[content, report] : files) {
+            if (!content.isNull()) {
+                written("bad.xyplot", content);
+            }
+            RecentFiles::add(path);
+            const Answers answers({QStringLiteral("OK")});
+            QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(plot.window.get(), &enter);
+            QVERIFY(enter.isAccepted());
+            QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(plot.window.get(), &drop);
+            QVERIFY(drop.isAccepted());
+            QTRY_COMPARE(answers.asked.size(), 1);
+            QVERIFY2(answers.asked.constFirst().contains(report), qPrintable(answers.asked.constFirst()));
+            QCOMPARE(QString::fromUtf8(textOf(plot)), QString::fromUtf8(before));
+            QCOMPARE(RecentFiles::paths().contains(path), !content.isNull());
+        }
     }
 
     void pipesAndDevicesAreLeftAlone()
@@ -343,13 +327,9 @@ private slots:
 
     void filesAreSoughtBesideTheSetUp()
     {
-        QFile file(temporaryPath("bench.xyplot"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(R"({ "title": "T", "curves": [], "modules": [
+        const SceneResult read = readSceneFile(written("bench.xyplot", R"({ "title": "T", "curves": [], "modules": [
             { "kind": "recording", "key": "R", "file": "logs/run.csv" },
-            { "kind": "modbus-tcp", "key": "D", "host": "h", "map": "drive.json" } ] })");
-        file.close();
-        const SceneResult read = readSceneFile(file.fileName());
+            { "kind": "modbus-tcp", "key": "D", "host": "h", "map": "drive.json" } ] })"));
         QCOMPARE(read.errors, QStringList());
         QCOMPARE(std::get<RecordingSettings>(read.scene.modules.at(0).family).file, temporaryPath("logs/run.csv"));
         QCOMPARE(std::get<DeviceSettings>(read.scene.modules.at(1).family).mapFile, temporaryPath("drive.json"));

@@ -4,7 +4,6 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QRegularExpression>
-#include <QSet>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -32,11 +31,10 @@ ShortcutList::ShortcutList(QWidget *window) : QDialog(window)
     table->setRootIsDecorated(false);
     table->setUniformRowHeights(true);
     table->setAlternatingRowColors(true);
-    QSet<QString> listed;
     const QList<QAction *> actions = window->findChildren<QAction *>();
     for (const QAction *const action : actions) {
-        const QKeySequence keys = action->shortcut();
-        if (!keys.isEmpty()) {
+        const QList<QKeySequence> shortcuts = action->shortcuts(); // some commands have more than one
+        for (const QKeySequence &keys : shortcuts) {
             new QTreeWidgetItem(
                 table, {keys.toString(QKeySequence::NativeText), plainText(action->text()), action->statusTip()});
         }

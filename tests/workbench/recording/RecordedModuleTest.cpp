@@ -79,7 +79,7 @@ private slots:
     {
         QFETCH(QString, callers);
         PluginHandler handler;
-        RecordedModule *const module = plug(&handler, written(10), QString());
+        RecordedModule *const module = plug(&handler, counting(10), QString());
         QMap<QChar, CommandCombo> pairs;
         QString rows;
         for (const QChar caller : qAsConst(callers)) {
@@ -111,7 +111,7 @@ private slots:
     {
         QFETCH(int, speedTenths);
         PluginHandler handler;
-        RecordedModule *const module = plug(&handler, written(8), QString());
+        RecordedModule *const module = plug(&handler, counting(8), QString());
         module->playback().setSpeedTenths(speedTenths);
         QTEST(rowsOf(module, 9), "rows");
     }
@@ -119,7 +119,7 @@ private slots:
     void goesWhereItIsSent()
     {
         PluginHandler handler;
-        RecordedModule *const module = plug(&handler, written(5), QString());
+        RecordedModule *const module = plug(&handler, counting(5), QString());
         QCOMPARE(rowsOf(module, 2), QString("1 2"));
         module->playback().setPlaying(false);
         QCOMPARE(rowsOf(module, 3), QString("2 2 2"));
@@ -140,7 +140,7 @@ private slots:
     void lostLinesTakeTheirTime()
     {
         PluginHandler handler;
-        const QString path = written("Module:;M;M;\r\nCounter;a;b;\r\n3;1;1;\r\n6;2;2;\r\n7;3;3;\r\n");
+        const QString path = written("run.csv", "Module:;M;M;\r\nCounter;a;b;\r\n3;1;1;\r\n6;2;2;\r\n7;3;3;\r\n");
         RecordedModule *const module = plug(&handler, path, QString());
         QCOMPARE(rowsOf(module, 6), QString("1 1 1 2 3 3"));
         QCOMPARE(answer(module, 10, 2, RecordedModule::timeNumber).value(), 4 * 14);
@@ -149,7 +149,7 @@ private slots:
     void answersWhatItOffersOnly()
     {
         PluginHandler handler;
-        RecordedModule *const module = plug(&handler, written("a,b [V]\n1,2.5\n"), QString());
+        RecordedModule *const module = plug(&handler, written("run.csv", "a,b [V]\n1,2.5\n"), QString());
         QCOMPARE(module->numberOfAxes(), 1);
         QCOMPARE(module->getParameterMapByName("axis0")->size(), 2);
         QVERIFY(module->getParameterMapByName("axis1") == nullptr && module->getParameterMapByName("io0") == nullptr);
@@ -172,7 +172,7 @@ private slots:
     {
         ScriptedCurve plot(&m_root);
         plot.module->addParameter("global2", "par::v", 4, "variable");
-        RecordedModule *const module = plug(&plot.handler, written(9), "S/m");
+        RecordedModule *const module = plug(&plot.handler, counting(9), "S/m");
         REQUIRE(QTest::qWaitFor([&] { return plot.moduleBox(0, 'X')->count() == 2; }));
         REQUIRE(plot.choose(0, 'X', "REC0/run", "Axis 0", "pos"));
         REQUIRE(plot.choose(0, 'Y', "REC0/run", "Axis 0", "variable"));
@@ -205,8 +205,8 @@ private slots:
     void twoRecordingsBesideEachOtherAnswer()
     {
         PluginHandler handler;
-        RecordedModule *const one = plug(&handler, written(3), "REC1/run");
-        auto other = RecordedModule::open({written(3), "REC0/run"}, "REC1/run", &handler);
+        RecordedModule *const one = plug(&handler, counting(3), "REC1/run");
+        auto other = RecordedModule::open({counting(3), "REC0/run"}, "REC1/run", &handler);
         QVERIFY(handler.addModulePlugin(other.module.get()));
         QCOMPARE(one->numberOfAxes() + other.module.release()->numberOfAxes(), 2);
         QVERIFY(answer(one, 148, 0, 0).status() == Command::Status::Refused);
@@ -215,7 +215,7 @@ private slots:
     void playingStopsWhenTheFileIsCutOff()
     {
         PluginHandler handler;
-        RecordedModule *const module = plug(&handler, written(20000), QString());
+        RecordedModule *const module = plug(&handler, counting(20000), QString());
         QCOMPARE(answer(module, 6, 0, 0).value(), 1);
         QCOMPARE(answer(module, 6, 0, 0).value(), 2);
         QVERIFY(QFile::resize(module->file().path(), 100));
@@ -226,28 +226,14 @@ private slots:
     }
 
 private:
-    static QByteArrayList linesOf(const QString &path)
-    {
-        QFile file(path);
-        REQUIRE(file.open(QIODevice::ReadOnly));
-        return file.readAll().split('\n');
-    }
-
-    QString written(const QByteArray &bytes) const
-    {
-        QFile file(temporaryPath("run.csv"));
-        REQUIRE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return file.fileName();
-    }
-
     /// A file whose only column counts the rows from 1.
-    QString written(int rows) const
+    QString counting(int rows) const
     {
         QByteArray bytes = "row\n";
         for (int row = 1; row <= rows; ++row) {
             bytes += QByteArray::number(row) + '\n';
         }
-        return written(bytes);
+        return written("run.csv", bytes);
     }
 
     static RecordedModule *plug(PluginHandler *handler, const QString &path, const QString &beside,

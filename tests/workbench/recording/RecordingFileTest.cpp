@@ -145,7 +145,7 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, expected);
-        const QString path = written(bytes);
+        const QString path = written("run.csv", bytes);
         const auto result = RecordingFile::open(path);
         QVERIFY(result.file == nullptr);
         QVERIFY2(result.error.startsWith(path + ": " + expected), qPrintable(result.error));
@@ -159,7 +159,7 @@ private slots:
         QVERIFY(RecordingFile::open(pipe).error.contains("found a device or a pipe")); // and does not wait
         QVERIFY(RecordingFile::open(temporaryPath(".")).error.contains("found a folder"));
         QVERIFY(RecordingFile::open(temporaryPath("none")).error.contains("there is no such file"));
-        QFile large(written("a,b\n1,2\n"));
+        QFile large(written("run.csv", "a,b\n1,2\n"));
         QVERIFY(large.resize(RecordingFile::maximumBytes + 1)); // takes no place on the disk
         QVERIFY(RecordingFile::open(large.fileName()).error.contains("expected at most 1024 MiB"));
     }
@@ -206,18 +206,15 @@ private slots:
         QTest::addColumn<QString>("change");
         QTest::addColumn<QString>("trouble");
         QTest::addColumn<int>("lastValue");
-        QTest::newRow("cut off") << "was cut off"
-                                 << "has become shorter" << 0;
-        QTest::newRow("emptied") << "was cut off"
-                                 << "has become shorter" << 0;
-        QTest::newRow("removed") << "was removed"
-                                 << "" << 19999;
-        QTest::newRow("replaced") << ""
-                                  << "" << 19999;
-        QTest::newRow("continued") << "has grown"
-                                   << "" << 19999;
-        QTest::newRow("written over") << "was written to"
-                                      << "has changed" << 0;
+        const auto row = [](const char *how, const char *change, const char *trouble, int lastValue) {
+            QTest::newRow(how) << QString(change) << QString(trouble) << lastValue;
+        };
+        row("cut off", "was cut off", "has become shorter", 0);
+        row("emptied", "was cut off", "has become shorter", 0);
+        row("removed", "was removed", "", 19999);
+        row("replaced", "", "", 19999);
+        row("continued", "has grown", "", 19999);
+        row("written over", "was written to", "has changed", 0);
     }
 
     void fileIsChangedWhileItIsOpen()
@@ -243,7 +240,7 @@ private slots:
             other.close();
         }
         if (how == "replaced") {
-            written(bytes);
+            written("run.csv", bytes);
             QFile later(file->path());
             QVERIFY(later.open(QIODevice::ReadWrite));
         }
@@ -256,16 +253,9 @@ private slots:
     }
 
 private:
-    QString written(const QByteArray &bytes) const
-    {
-        QFile file(temporaryPath("run.csv"));
-        REQUIRE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return file.fileName();
-    }
-
     std::unique_ptr<RecordingFile> opened(const QByteArray &bytes) const
     {
-        auto result = RecordingFile::open(written(bytes));
+        auto result = RecordingFile::open(written("run.csv", bytes));
         if (result.file == nullptr) {
             QTest::qFail(qPrintable(result.error), __FILE__, __LINE__);
         }

@@ -19,6 +19,7 @@ using Request = int;
 
 constexpr Request rampPosition = 0x06'00'02;
 constexpr Request rampVelocity = 0x06'00'0B;
+constexpr Request rampPhase = 0x06'00'0F;
 
 /// A module of its own clock that is driven by exchanges.
 struct Bench
@@ -188,6 +189,21 @@ private slots:
         QCOMPARE(wrappedCounter(2147483648.0), std::numeric_limits<qint32>::min());
         QCOMPARE(wrappedCounter(-2147483649.0), std::numeric_limits<qint32>::max());
 
+        Bench servo(QStringLiteral("servo-1"), 1, 1);
+        int switches = 0; // that were seen closed
+        int noisy = 0;
+        for (int ms = 0; ms < 9000; ++ms) {
+            const QVector<qint32> now = servo.ask({0x06'00'03, 0x06'00'0A, 0x06'00'0B, 0x0F'00'00, 0x0F'00'01});
+            QCOMPARE(now.at(3), qint32(now.at(0) <= -128000));
+            QCOMPARE(now.at(4), qint32(now.at(0) >= 128000));
+            switches |= now.at(3) | (now.at(4) << 1);
+            noisy += now.at(1) != now.at(2) ? 1 : 0; // the velocity that is and the one that is wanted
+        }
+        QVERIFY(switches == 3 && noisy > 8000);
+    }
+
+    void whatDoesNotMoveStops()
+    {
         Bench block(QStringLiteral("io-block"));
         block.run(100);
         block.module->setMoving(false);
@@ -215,14 +231,19 @@ private slots:
         bench.module->setMotion(0, motion);
         const AxisMechanics limits;
         constexpr double rounding = 1.0;
+        using Phase = SimulatedAxis::RampPhase;
         qint32 position = 0;
         qint32 velocity = 0;
         qint32 lowest = 0;
         qint32 highest = 0;
         for (int ms = 0; ms < 12000; ++ms) {
-            const QVector<qint32> next = bench.ask({rampPosition, rampVelocity});
+            const QVector<qint32> next = bench.ask({rampPosition, rampPhase, rampVelocity});
             const double change = (next.last() - velocity) / SimulationClock::stepSeconds;
             const double way = (velocity + next.last()) / 2.0 * SimulationClock::stepSeconds;
+            const int gain = qAbs(next.last()) - qAbs(velocity);
+            if (qAbs(gain) > 1 && next.last() != 0 && (velocity < 0) == (next.last() < 0)) {
+                QCOMPARE(Phase(next.at(1)), gain > 0 ? Phase::Accelerating : Phase::Braking);
+            }
             QVERIFY(qAbs(next.last()) <= limits.maximumVelocity + rounding);
             QVERIFY(std::abs(change) <= limits.maximumAcceleration + rounding / SimulationClock::stepSeconds);
             QVERIFY(std::abs(next.first() - position - way) <= 2.0 * rounding);
