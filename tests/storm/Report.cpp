@@ -56,6 +56,8 @@ const char notDone[] = R"(
 - Random events in `examples/second-host/`: it is another SDK that the program cannot be linked with. A bare window on
   the substitute's registry stands for a foreign host; `.ci/seam` drives the second host, in a fixed order.
 - A change of the pixel ratio while a window is open: the ratio (1, 1.5 or 2) is fixed for each series of events.
+- The picture right after the style of the whole program was changed: the boxes on the plot move to where another style
+  wants them at the next change of size only, so this picture is not compared. Styles are changed elsewhere in a series.
 - The same faults of a line twice: in every fourth series of random events some modules are devices behind lines that
   delay, split, drop, corrupt and repeat answers, in real time. A seed replays the events of such a series, but not what
   was on the wire at each of them. The other series replay exactly.
