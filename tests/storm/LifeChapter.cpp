@@ -60,7 +60,7 @@ void measure(const QString &tried, const QString &on, int count, const Allowed &
     const int timers = after.timers - before.timers;
     const QStringList warnings = Watch::takeFaults();
     // Qt's caches grow in steps.
-    constexpr double slackBytes = 200000.0;
+    constexpr double slackBytes = 200000.0; // once, however many cycles there are
     const bool isFault = objects > allowed.objects * count || bytes > allowed.heapBytes + slackBytes / count ||
                          descriptors > 0 || timers > 0 || !warnings.isEmpty();
     Report::add(
@@ -135,13 +135,16 @@ void Chapters::life(const Sizes &sizes)
         harness->sampleTick();
         settleQuickly();
     });
-    measure("choosing modules, motors and registers", four, sizes.of(100, 2000), {0, 256.0}, [&](int index) {
+    measure("choosing modules, motors and registers", four, sizes.of(100, 2000), {0, 0.0}, [&](int index) {
         ComboBox *const modules = harness->moduleBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
         modules->setCurrentIndex(-1);
         modules->setCurrentIndex(index / 8 % modules->count());
         ComboBox *const motors = harness->motorBox(index % curveCount, index % 2 == 0 ? 'X' : 'Y');
         motors->setCurrentIndex(motors->count() - 1 - index / 16 % qMax(1, motors->count()));
         harness->sampleTick();
+        // A table of Qt lists the rows that are resized until the event loop has run, and keeps the capacity of its
+        // longest list for good. A person does not choose without a loop in between.
+        QCoreApplication::processEvents();
         settleQuickly();
     });
     measure("exporting, and closing the export window", four, sizes.of(20, 500), {0, 0.0}, [&](int) {

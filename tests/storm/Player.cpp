@@ -16,6 +16,7 @@
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QStackedWidget>
+#include <QTimer>
 
 #include <unistd.h>
 
@@ -34,7 +35,8 @@ bool isInFileDialog(const QObject *object)
 
 } // namespace
 
-Player::Player(StormHost *host, const QString &folder) : m_host(host), m_folder(folder)
+Player::Player(StormHost *host, const QString &folder, bool hasDevices)
+    : m_host(host), m_folder(folder), m_devices(hasDevices ? std::make_unique<FaultyDevices>() : nullptr)
 {
     QDir(m_folder).mkpath("logs");
     QTimer::singleShot(0, this, &Player::tameDialog);
@@ -131,15 +133,22 @@ QWidget *Player::plotOf(ContainerInterface *container) const
     return frame == nullptr ? nullptr : frame->layout()->itemAt(1)->widget();
 }
 
-StormModule *Player::someModule(quint32 choice) const
+KAROModuleInterface *Player::someModule(quint32 choice) const
 {
-    QList<StormModule *> living;
-    for (const QPointer<StormModule> &module : m_modules) {
+    QList<KAROModuleInterface *> living;
+    for (const QPointer<KAROModuleInterface> &module : m_modules) {
         if (!module.isNull()) {
             living.append(module);
         }
     }
     return living.isEmpty() ? nullptr : living.at(static_cast<int>(choice % static_cast<quint32>(living.size())));
+}
+
+/// That of a scripted module; null when a device is chosen, or nothing is there.
+StormChannel *Player::someChannel(quint32 choice) const
+{
+    const auto *const module = qobject_cast<StormModule *>(someModule(choice));
+    return module == nullptr ? nullptr : module->channel;
 }
 
 QString Player::logFolder() const
@@ -260,6 +269,10 @@ void Player::checkThousand()
         return;
     }
     checkFiles();
+    if (m_devices != nullptr) {
+        m_counts.deviceRequests += m_devices->takeRequests();
+        m_counts.deviceFaults = m_devices->faults();
+    }
     QDir("pictures").removeRecursively();
 }
 
@@ -330,7 +343,7 @@ void Player::startAnew()
             window->close();
         }
     }
-    for (const QPointer<StormModule> &module : qAsConst(m_modules)) {
+    for (const QPointer<KAROModuleInterface> &module : qAsConst(m_modules)) {
         if (!module.isNull()) {
             m_host->registry()->removeModulePlugin(module->key());
         }

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "FaultyDevices.h"
 #include "Host.h"
 #include "StormModule.h"
 
-#include <QHash>
 #include <QMap>
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 #include <QVector>
 
 class ComboBox;
@@ -42,7 +41,8 @@ class Player : public QObject
 
 public:
     /// \param folder an empty folder for recordings and other files
-    Player(StormHost *host, const QString &folder);
+    /// \param hasDevices whether some of the modules that come are devices on lines on which everything goes wrong
+    Player(StormHost *host, const QString &folder, bool hasDevices);
 
     static QVector<Op> makeOps(quint32 seed, int count);
     static QString describe(const Op &op);
@@ -59,6 +59,8 @@ public:
         qint64 lines = 0;
         qint64 recordings = 0;
         qint64 leakChecks = 0;
+        qint64 deviceRequests = 0;
+        qint64 deviceFaults = 0;
     };
     const Counts &counts() const
     {
@@ -123,7 +125,10 @@ private:
     void checkObjects();
     void startAnew();
 
-    StormModule *someModule(quint32 choice) const;
+    KAROModuleInterface *someModule(quint32 choice) const;
+    StormChannel *someChannel(quint32 choice) const;
+    KAROModuleInterface *newModule(const Op &op) const;
+    void plugIn(KAROModuleInterface *module);
     QString logFolder() const;
 
     StormHost *const m_host;
@@ -133,12 +138,9 @@ private:
     int m_progress = -1;
     int m_depth = 0; // event loops inside one another
     bool m_isDelivering = false;
-    bool m_isExchanging = false;
     QString m_problem;
-    QTimer m_idle;
-    QList<QPointer<StormModule>> m_modules;
-    int m_moduleNumber = 0;
-    QHash<QString, int> m_linesOfFile;
+    const std::unique_ptr<FaultyDevices> m_devices; // may be null
+    QList<QPointer<KAROModuleInterface>> m_modules;
     qint64 m_linesOfOldFiles = 0;
     QMap<QByteArray, int> m_objectsBefore;
     qint64 m_heapBefore = 0;

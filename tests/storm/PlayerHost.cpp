@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
+#include <QThread>
 
 namespace
 {
@@ -26,6 +27,9 @@ void Player::tick(const Op &op)
     for (int count = numberIn(op.a, 1, op.a % 60U == 0U ? 300 : 16); count > 0 && container != nullptr; --count) {
         StormChannel::advance(tickMs);
         deliver(container, true);
+        if (m_devices != nullptr) {
+            QThread::msleep(1); // their answers take real time
+        }
     }
 }
 
@@ -48,18 +52,31 @@ void Player::moduleComes(const Op &op)
         rack->setPluggedIn(place, !rack->isPluggedIn(place));
         return;
     }
-    constexpr quint32 maximumModules = 5;
-    auto *const module = new StormModule(QStringLiteral("S%1/m %1").arg(op.b % maximumModules), op.a / 4U);
-    if (!m_host->registry()->addModulePlugin(module)) {
-        delete module;
-        return;
+    plugIn(newModule(op));
+}
+
+KAROModuleInterface *Player::newModule(const Op &op) const
+{
+    PluginHandler *const registry = m_host->registry();
+    if (m_devices != nullptr && registry->getModulePlugin(FaultyDevices::key(op.b)) == nullptr) {
+        return m_devices->makeModule(op.b, registry);
     }
-    m_modules.append(module);
+    constexpr quint32 maximumModules = 5;
+    return new StormModule(QStringLiteral("S%1/m %1").arg(op.b % maximumModules), op.a / 4U);
+}
+
+void Player::plugIn(KAROModuleInterface *module)
+{
+    if (m_host->registry()->addModulePlugin(module)) {
+        m_modules.append(module);
+    } else {
+        delete module; // its key is in use
+    }
 }
 
 void Player::moduleGoes(const Op &op)
 {
-    StormModule *const module = someModule(op.a);
+    KAROModuleInterface *const module = someModule(op.a);
     if (module == nullptr) {
         return;
     }
@@ -73,34 +90,29 @@ void Player::moduleGoes(const Op &op)
 
 void Player::moduleReplaced(const Op &op)
 {
-    StormModule *const module = someModule(op.a);
+    KAROModuleInterface *const module = someModule(op.a);
     if (module == nullptr) {
         return;
     }
     const QString key = module->key();
     m_host->registry()->removeModulePlugin(key);
     m_modules.removeAll(nullptr);
-    auto *const other = new StormModule(key, op.b);
-    if (!m_host->registry()->addModulePlugin(other)) {
-        delete other;
-        return;
-    }
-    m_modules.append(other);
+    plugIn(new StormModule(key, op.b));
 }
 
 void Player::moduleManner(const Op &op)
 {
-    if (StormModule *const module = someModule(op.a)) {
-        module->channel->manner = op.b % 3U == 0U   ? StormChannel::Manner::Silent
-                                  : op.b % 3U == 1U ? StormChannel::Manner::Babbling
-                                                    : StormChannel::Manner::Answers;
+    if (StormChannel *const channel = someChannel(op.a)) {
+        channel->manner = op.b % 3U == 0U   ? StormChannel::Manner::Silent
+                          : op.b % 3U == 1U ? StormChannel::Manner::Babbling
+                                            : StormChannel::Manner::Answers;
     }
 }
 
 void Player::schedule(const Op &op)
 {
-    if (StormModule *const module = someModule(op.a)) {
-        module->channel->onExchange = [this, op] {
+    if (StormChannel *const channel = someChannel(op.a)) {
+        channel->onExchange = [this, op] {
             ++m_depth;
             act(static_cast<int>(op.c % StormHost::containerCount), op.b);
             --m_depth;
@@ -268,6 +280,8 @@ void Player::picture(const Op &op)
         wheel(step);
         break;
     case 3:
+        // The plot places its boxes when its size changes, and not for another style: not compared.
+        step.a += op.a % 8U == 6U ? 1U : 0U;
         look(step);
         break;
     case 4:

@@ -39,8 +39,10 @@ void add(const Row &row);
 Row row(const QString &line);
 bool hasFault();
 
-/// Rows go into the file \a path, too, in place of older ones of the same chapter, on the same thing.
-void setFile(const QString &path);
+/// Rows go into the file \a path, too, together with the \a version of the program that makes them.
+void setFile(const QString &path, const QString &version);
+/// Removes the rows of \a chapter from that file.
+void begin(const QString &chapter);
 /// The document made of the rows in the file \a path.
 QString document(const QString &path);
 

@@ -1,4 +1,4 @@
-// storm [--long] [--seed N] [--count N] [--hours H] [--save FILE] CHAPTER...
+// storm [--long] [--seed N] [--count N] [--hours H] [--version V --save FILE] CHAPTER...
 // storm document FILE
 // Breaks the plugin on purpose; see Report.cpp. The exit code is 1 when anything has gone wrong.
 
@@ -64,6 +64,7 @@ int runChapters(QStringList arguments)
     bool isHere = false;
     Sizes sizes;
     QStringList names;
+    QString version;
     while (!arguments.isEmpty()) {
         const QString argument = arguments.takeFirst();
         if (argument == "--long") {
@@ -73,15 +74,18 @@ int runChapters(QStringList arguments)
             isHere = true;
         } else if (argument.startsWith("--") && !arguments.isEmpty()) {
             const QString value = arguments.takeFirst();
-            sizeArguments += argument == "--save" ? QStringList() : QStringList{argument, value};
+            const bool isSize = argument != "--save" && argument != "--version";
+            sizeArguments += isSize ? QStringList{argument, value} : QStringList();
             if (argument == "--seed") {
                 sizes.seed = value.toUInt();
             } else if (argument == "--count") {
                 sizes.count = value.toInt();
             } else if (argument == "--hours") {
                 sizes.hours = value.toDouble();
+            } else if (argument == "--version") {
+                version = value;
             } else if (argument == "--save") {
-                Report::setFile(value);
+                Report::setFile(value, version);
             }
         } else {
             names.append(argument);
@@ -93,6 +97,7 @@ int runChapters(QStringList arguments)
             if (isHere) {
                 chapter.run(sizes);
             } else {
+                Report::begin(chapter.name);
                 runInChild(chapter.name, sizeArguments);
             }
             ++known;
