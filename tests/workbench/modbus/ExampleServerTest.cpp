@@ -53,11 +53,15 @@ int freePort()
     return ntohs(address.sin_port);
 }
 
-QList<QByteArray> linesOf(const QString &path)
+/// Without the carriage returns of a log.
+QList<QByteArray> plainLinesOf(const QString &path)
 {
-    QFile file(path);
-    REQUIRE(file.open(QIODevice::ReadOnly));
-    return file.readAll().replace("\r", "").split('\n');
+    QByteArrayList lines = linesOf(path);
+    REQUIRE(!lines.isEmpty());
+    for (QByteArray &line : lines) {
+        line.replace("\r", "");
+    }
+    return lines;
 }
 
 /// A number of 32 bit, its high word first, from words in hexadecimal.
@@ -72,7 +76,7 @@ QSet<Pair> recordedPairs(const QString &path)
     constexpr int position = 0x6064;
     constexpr int velocity = 0x606C;
     QSet<Pair> pairs;
-    const QList<QByteArray> lines = linesOf(path);
+    const QList<QByteArray> lines = plainLinesOf(path);
     for (const QByteArray &line : lines) {
         const QList<QByteArray> columns = line.split(',');
         if (columns.size() == 4 && columns.at(1) == "holding register") {
@@ -201,7 +205,7 @@ private:
                                     QStringLiteral("--language"), QStringLiteral("en")} +
                             options);
         REQUIRE(workbench.waitForFinished(runLimitMs) && workbench.exitCode() == 0);
-        return linesOf(log);
+        return plainLinesOf(log);
     }
 
     static QVector<Pair> pairsIn(const QList<QByteArray> &lines)
