@@ -1,5 +1,6 @@
 #include "GuardedTest.h"
 #include "ModbusProbe.h"
+#include "OtherPrograms.h"
 
 #include <QFile>
 #include <QProcess>
@@ -36,34 +37,12 @@ Process started(const QString &name, const QStringList &arguments)
     return process;
 }
 
-/// The Python that has what the server needs; the distribution's own, where another comes first in the path.
-QString pythonWithServer()
-{
-    for (const QString &candidate : {QStringLiteral("python3"), QStringLiteral("/usr/bin/python3")}) {
-        if (QProcess::execute(candidate,
-                              {QStringLiteral("-c"), QStringLiteral("try:\n import pymodbus.server, serial_asyncio\n"
-                                                                    "except ImportError:\n exit(1)")}) == 0) {
-            return candidate;
-        }
-    }
-    return {};
-}
-
 RegisterSpan pairAt(int address, ModbusTable table = ModbusTable::HoldingRegister)
 {
     return {table, static_cast<quint16>(address), 2};
 }
 
 } // namespace
-
-/// Without these programs a test is skipped, unless the environment has REQUIRE_MODBUS_SERVERS=1.
-#define SKIP_WITHOUT(program, name)                                                                                    \
-    do {                                                                                                               \
-        if (!(program)) {                                                                                              \
-            QVERIFY2(!qEnvironmentVariableIsSet("REQUIRE_MODBUS_SERVERS"), name " is missing");                        \
-            QSKIP(name " is missing: cmake/install-dependencies.sh test-servers");                                     \
-        }                                                                                                              \
-    } while (false)
 
 /// Servers that others have written.
 class ModbusServersTest : public GuardedTest
