@@ -19,6 +19,15 @@ namespace
 
 constexpr int tickMs = 14;
 
+QImage drawnFromScratch(QWidget *plot)
+{
+    const QSize size = plot->size();
+    plot->resize(size + QSize(1, 1));
+    plot->grab();
+    plot->resize(size);
+    return plot->grab().toImage();
+}
+
 } // namespace
 
 void Player::tick(const Op &op)
@@ -262,10 +271,8 @@ void Player::picture(const Op &op)
     if (plot == nullptr || plot->size().isEmpty() || plot->width() * plot->height() > maximumPixels) {
         return;
     }
-    // The plot is not drawn anew when a curve is switched on or off, or gets other names: begins with a new picture.
-    QEvent style(QEvent::StyleChange);
-    QCoreApplication::sendEvent(plot, &style);
-    plot->grab();
+    // Begins with a new picture: the plot is not drawn anew when a curve is switched on or off, or gets other names.
+    drawnFromScratch(plot);
     Op step = op;
     step.b *= 6U; // at the plot itself
     switch (op.a % 7U) {
@@ -298,12 +305,11 @@ void Player::picture(const Op &op)
         return;
     }
     const QImage shown = plot->grab().toImage();
-    const QSize size = plot->size();
-    plot->resize(size + QSize(1, 1));
-    plot->grab();
-    plot->resize(size);
     ++m_counts.pictures;
-    if (shown != plot->grab().toImage()) {
-        fail(QStringLiteral("the picture is not one drawn from scratch, %1 x %2").arg(size.width()).arg(size.height()));
+    if (shown != drawnFromScratch(plot)) {
+        fail(QStringLiteral("the picture is not one drawn from scratch, %1 x %2, after step %3")
+                 .arg(plot->width())
+                 .arg(plot->height())
+                 .arg(op.a % 7U));
     }
 }
