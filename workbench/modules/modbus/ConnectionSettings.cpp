@@ -5,7 +5,6 @@
 namespace
 {
 
-
 QChar parityLetter(ConnectionSettings::Parity parity)
 {
     switch (parity) {
