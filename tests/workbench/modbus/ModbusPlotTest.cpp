@@ -117,7 +117,7 @@ private:
         for (const QByteArray &text : lines) {
             const QList<QByteArray> columns = text.trimmed().split(';');
             for (int curve = 0; columns.size() > 2 * curve + 2; ++curve) {
-                const QByteArray x = columns.at(2 * curve + 1);
+                const QByteArray &x = columns.at(2 * curve + 1);
                 if (!x.isEmpty()) {
                     QCOMPARE(x.toInt(), int{marker(first + curve)});
                     ++logged;
