@@ -86,7 +86,10 @@ private slots:
                     harness.curveBox(curve)->click();
                 }
             }
-            for (int tick = 0; tick < 70; ++tick) {
+            server.takeRequests();
+            int requests = 0;
+            for (int tick = 0; tick < 2000 && requests < 6 * 2 * curveCount; ++tick) { // some rounds of all values
+                requests += server.takeRequests().size();
                 harness.sampleTick();
                 if (tick == 0) {
                     harness.startLog(path); // which has columns for the curves that have points
