@@ -179,7 +179,7 @@ private slots:
             for (int x = box.style()->pixelMetric(QStyle::PM_IndicatorWidth) + 4; x < image.width(); ++x) {
                 for (int y = 0; y < image.height(); ++y) {
                     const QColor pixel = image.pixelColor(x, y);
-                    count += Contrast::ratio(pixel, ground) > 1.5 && Contrast::ratio(pixel, color) > 1.5 ? 1 : 0;
+                    count += Contrast::ratio(pixel, ground) > 1.2 && Contrast::ratio(pixel, color) > 1.2 ? 1 : 0;
                 }
             }
             return count;
