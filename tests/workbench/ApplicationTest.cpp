@@ -269,6 +269,12 @@ private slots:
                         missing.removeAll(label->text());
                     }
                     missing.removeAll(window->windowTitle().section(QLatin1Char('['), 0, 0));
+                    QTimer::singleShot(0, qApp, [&missing] {
+                        if (QWidget *const question = QApplication::activeModalWidget()) {
+                            missing.append(question->windowTitle());
+                            question->close();
+                        }
+                    });
                     partCalled<QAction>(*window, QStringLiteral("Save"))->trigger(); // without a question
                     window->close();
                 }

@@ -23,9 +23,6 @@
 #include <QTableView>
 #include <QTreeWidget>
 
-#include <algorithm>
-#include <utility>
-
 namespace
 {
 
@@ -46,19 +43,6 @@ bool isExplained(const QWidget *widget)
         }
     }
     return false;
-}
-
-/// The lightness of the darkest and of the lightest pixel that is not transparent, 0 to 255.
-std::pair<int, int> lightnessRange(const QImage &image)
-{
-    std::pair<int, int> range(255, 0);
-    for (int i = 0; i < image.width() * image.height(); ++i) {
-        const QColor color = image.pixelColor(i % image.width(), i / image.width());
-        if (color.alpha() > 127) {
-            range = {std::min(range.first, color.lightness()), std::max(range.second, color.lightness())};
-        }
-    }
-    return range;
 }
 
 /// How many edges between colours that can be told apart a button's icon has, with the ground that its parent paints.
@@ -160,36 +144,6 @@ private slots:
             }
         }
         QVERIFY2(count >= 15, qPrintable(QString::number(count)));
-    }
-
-    /// Only what could not be seen gets a plate behind it, and the outlines that Fusion has for light windows are light.
-    void drawingsFitADarkWindow()
-    {
-        applyPalette(PaletteChoice::Dark);
-        const auto platePixels = [](const QColor &color) {
-            QPixmap drawing(24, 24);
-            drawing.fill(Qt::transparent);
-            QPainter(&drawing).fillRect(8, 8, 8, 8, color);
-            QCheckBox box;
-            box.setIcon(drawing);
-            box.setIconSize(drawing.size());
-            const QImage image = box.grab().toImage();
-            const QColor ground = image.pixelColor(image.width() - 1, 0);
-            int count = 0;
-            for (int x = box.style()->pixelMetric(QStyle::PM_IndicatorWidth) + 4; x < image.width(); ++x) {
-                for (int y = 0; y < image.height(); ++y) {
-                    const QColor pixel = image.pixelColor(x, y);
-                    count += Contrast::ratio(pixel, ground) > 1.5 && Contrast::ratio(pixel, color) > 1.5 ? 1 : 0;
-                }
-            }
-            return count;
-        };
-        QVERIFY2(platePixels(Qt::black) > 300, qPrintable(QString::number(platePixels(Qt::black))));
-        QVERIFY2(platePixels(Qt::white) < 20, qPrintable(QString::number(platePixels(Qt::white))));
-        QCheckBox box; // an empty one
-        QVERIFY(lightnessRange(box.grab().toImage()).second > 110);
-        const QIcon close = QApplication::style()->standardIcon(QStyle::SP_TitleBarCloseButton);
-        QVERIFY(lightnessRange(close.pixmap(16, 16).toImage()).first > 150);
     }
 
     void iconsOfSelectedRowsAndTitlesCanBeSeen()

@@ -1,15 +1,22 @@
 #include "GuardedTest.h"
 #include "logging/MessageLog.h"
 #include "logging/MessageModel.h"
+#include "window/Contrast.h"
 #include "window/HintBar.h"
 #include "window/MessagePanel.h"
+#include "window/Palettes.h"
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTreeView>
+
+#include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -19,9 +26,22 @@ QVector<LogMessage> many(int count, QtMsgType type, const QString &text)
     return QVector<LogMessage>(count, LogMessage{QTime(), type, QStringLiteral("default"), text, false});
 }
 
+/// The lightness of the darkest and of the lightest pixel that is not transparent, 0 to 255.
+std::pair<int, int> lightnessRange(const QImage &image)
+{
+    std::pair<int, int> range(255, 0);
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+        const QColor color = image.pixelColor(i % image.width(), i / image.width());
+        if (color.alpha() > 127) {
+            range = {std::min(range.first, color.lightness()), std::max(range.second, color.lightness())};
+        }
+    }
+    return range;
+}
+
 } // namespace
 
-/// Messages from the logger to the panel, and the hint for newcomers.
+/// Messages from the logger to the panel, the hint for newcomers, and drawings in the dark.
 class PanelsTest : public GuardedTest
 {
     Q_OBJECT
@@ -150,6 +170,36 @@ private slots:
         QVERIFY(!HintBar::wasClosed());
         bar.findChild<QPushButton *>()->click();
         QVERIFY(!bar.isVisible() && HintBar::wasClosed());
+    }
+
+    /// Only what could not be seen gets a plate behind it, and the outlines that Fusion has for light windows are light.
+    void drawingsFitADarkWindow()
+    {
+        applyPalette(PaletteChoice::Dark);
+        const auto platePixels = [](const QColor &color) {
+            QPixmap drawing(24, 24);
+            drawing.fill(Qt::transparent);
+            QPainter(&drawing).fillRect(8, 8, 8, 8, color);
+            QCheckBox box;
+            box.setIcon(drawing);
+            box.setIconSize(drawing.size());
+            const QImage image = box.grab().toImage();
+            const QColor ground = image.pixelColor(image.width() - 1, 0);
+            int count = 0;
+            for (int x = box.style()->pixelMetric(QStyle::PM_IndicatorWidth) + 4; x < image.width(); ++x) {
+                for (int y = 0; y < image.height(); ++y) {
+                    const QColor pixel = image.pixelColor(x, y);
+                    count += Contrast::ratio(pixel, ground) > 1.2 && Contrast::ratio(pixel, color) > 1.2 ? 1 : 0;
+                }
+            }
+            return count;
+        };
+        QVERIFY2(platePixels(Qt::black) > 300, qPrintable(QString::number(platePixels(Qt::black))));
+        QVERIFY2(platePixels(Qt::white) < 20, qPrintable(QString::number(platePixels(Qt::white))));
+        QCheckBox box; // an empty one
+        QVERIFY(lightnessRange(box.grab().toImage()).second > 110);
+        const QIcon close = QApplication::style()->standardIcon(QStyle::SP_TitleBarCloseButton);
+        QVERIFY(lightnessRange(close.pixmap(16, 16).toImage()).first > 150);
     }
 
 private:

@@ -143,13 +143,18 @@ private slots:
         qDebug("new line: of before, which is none of this recording");
         GrowingPlot::record(plot.watch, temporaryPath("run.csv"));
         qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  2 ; 1;1;");
-        const auto *const dock = plot.window->findChild<QDockWidget *>("recordingDock");
-        plot.window->findChild<QDockWidget *>("messageDock")->raise();
+        auto *const dock = plot.window->findChild<QDockWidget *>("recordingDock");
+        auto *const messages = plot.window->findChild<QDockWidget *>("messageDock");
+        plot.window->resize(1200, 800);
+        dock->show();
+        messages->show();
+        messages->raise();
         QCoreApplication::processEvents();
         QVERIFY(dock->visibleRegion().isEmpty());
+        QVERIFY(!messages->visibleRegion().isEmpty());
         plot.window->recordings()->poll();
         QCoreApplication::processEvents();
-        QVERIFY(!dock->visibleRegion().isEmpty()); // where the eye is
+        QVERIFY(!dock->visibleRegion().isEmpty() && messages->visibleRegion().isEmpty());
         QVERIFY(!plot.recordingPanel().filter("not in the file: 1").isEmpty());
         QCOMPARE(plot.watch->missingLines(), 1);
         QVERIFY(plot.watch->problem().startsWith("1 line sampled but not in run.csv"));

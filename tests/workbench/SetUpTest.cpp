@@ -174,7 +174,8 @@ private slots:
             QVERIFY2(text.contains(mistake.at(0)), qPrintable(mistake.at(0)));
             const QString found =
                 replaceBy(other, QString(text).replace(mistake.at(0), mistake.at(1)).toUtf8()).join('\n');
-            for (const QString &error : mistake.mid(2)) {
+            const QStringList errors = mistake.mid(2);
+            for (const QString &error : errors) {
                 QVERIFY2(found.contains(error), qPrintable(found));
             }
             QCOMPARE(other.workbench.containers(), containers); // with their points and recordings
