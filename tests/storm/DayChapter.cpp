@@ -66,7 +66,7 @@ qint64 linesIn(const QString &path)
     return isWhole ? lines : -1;
 }
 
-void fastDay(const Sizes &sizes, double hours)
+void fastDay(double hours)
 {
     StormChannel::advance(0);
     const QTemporaryDir folder;
@@ -109,7 +109,6 @@ void fastDay(const Sizes &sizes, double hours)
                      .arg(warnings.join(QLatin1Char(' '))),
                  samples != ticks || lines != ticks || linesIn(path) != ticks || heapGrowth > allowedGrowth ||
                      !warnings.isEmpty()});
-    Q_UNUSED(sizes)
 }
 
 void realDay(double hours)
@@ -210,7 +209,7 @@ void Chapters::day(const Sizes &sizes)
     constexpr double workingDay = 8.0;
     constexpr double briefDay = 0.06;
     // --count: hours of the day in fast motion
-    fastDay(sizes, sizes.count > 0 ? sizes.count : sizes.isLong ? workingDay : briefDay);
+    fastDay(sizes.count > 0 ? sizes.count : sizes.isLong ? workingDay : briefDay);
     if (sizes.hours > 0.0) {
         realDay(sizes.hours);
     }

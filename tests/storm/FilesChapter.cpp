@@ -151,7 +151,7 @@ void mutate(const Reader &reader, const Sizes &sizes)
         }
     }
     constexpr qint64 longestMs = 2000;
-    const QStringList warnings = Watch::takeFaults();
+    Watch::takeFaults(); // of Qt's readers
     Report::add(
         {"files", QStringLiteral("mutated %1").arg(reader.name), count, "the reader",
          QStringLiteral("%1 accepted, %2 refused with one line each; slowest %3 ms %4")
@@ -163,11 +163,10 @@ void mutate(const Reader &reader, const Sizes &sizes)
                             .arg(crashes)
                       : fault),
          !fault.isEmpty() || slowestMs > longestMs});
-    Q_UNUSED(warnings) // of Qt's readers
 }
 
 /// Files whose size or depth must not cost time and memory out of proportion.
-void exaggerate(const Reader &reader, const Sizes &sizes)
+void exaggerate(const Reader &reader)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("large");
@@ -209,7 +208,6 @@ void exaggerate(const Reader &reader, const Sizes &sizes)
                      ended.isCrash || error.isEmpty() || !bad.isEmpty() || ended.milliseconds > longestMs ||
                          megabytes > maximumMegabytes});
     }
-    Q_UNUSED(sizes)
 }
 
 /// What a plugin says about itself is changed; the rest of it is code, which nobody can check.
@@ -278,7 +276,7 @@ void Chapters::files(const Sizes &sizes)
     for (const Reader &reader : readers()) {
         mutate(reader, sizes);
         if (reader.readFile != nullptr) {
-            exaggerate(reader, sizes);
+            exaggerate(reader);
         }
     }
     mutatePlugin(sizes);

@@ -1,6 +1,5 @@
-// One reader under a fuzzer that follows the coverage: storm_fuzz, with the reader's name in FUZZ_READER.
-//   FUZZ_READER="scene file" storm_fuzz tests/storm/corpus/scene-file -max_total_time=600
-// Without arguments of its own it begins with the reader's valid file.
+// One reader under a fuzzer that follows the coverage: storm_fuzz, with the reader's name in FUZZ_READER;
+// bench/storm-fuzz runs it.
 
 #include "Readers.h"
 

@@ -38,7 +38,7 @@ QString part(const QString &line, int index)
 }
 
 /// In the order of the chapters, each in the order of its rows.
-const char *const chapterOrder[] = {"events", "hotplug", "slow", "log", "life", "files", "day"};
+const char *const chapterOrder[] = {"events", "hotplug", "slow", "log", "life", "files", "fuzz", "day"};
 
 const char introduction[] = R"(# Reliability
 
@@ -65,6 +65,7 @@ const char notDone[] = R"(
   system for as long as the drive is dead, and the window with it (see the chapter "log", and `docs/real-host.md`).
 - Power loss: a line survives the end of the process, not that of the system before the disk has it.
 - An idle machine: times in the tables are those of the machine and of what else it did.
+- Leaks under the fuzzer: Qt's own reader of JSON leaves half a kilobyte behind for some files that end in a text.
 - Broken compiled translations: Qt's own reader crashes over a few of 20,000. They come with the program or with a
   plugin, and are trusted as these are.
 )";
