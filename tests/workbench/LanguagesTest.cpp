@@ -129,7 +129,7 @@ const QStringList international{
     QStringLiteral("\\s*[^\\[]+ \\[Axis 0\\]\\s[^\\[]+\\[[^\\]]+\\]\\s*"),
     QStringLiteral("  (Axis [0-9]|Register)"),
     QStringLiteral(
-        "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default"), // the last is a category of messages
+        "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default|workbench"), // the last two are categories
     QStringLiteral("Modbus &?(TCP|RTU)…"),
     // Words that German has, too.
     QStringLiteral(
