@@ -20,7 +20,7 @@ namespace
 
 constexpr int sampleIntervalMs = 14; // of the plugin
 constexpr int warmUpMs = 1500;
-constexpr int aheadCount = 40; // of two registers each
+constexpr int aheadCount = 40;    // of two registers each
 constexpr int aheadDistance = 20; // registers
 constexpr double nsPerMs = 1e6;
 constexpr int paritylessBitsPerByte = 10;
