@@ -25,9 +25,9 @@ public:
     /// A module that is read from one of the devices; owned by the caller until it is added to \a registry.
     KAROModuleInterface *makeModule(quint32 device, PluginHandler *registry) const;
 
-    /// Since the last call.
+    /// Number of requests that have reached the devices since the last call.
     qint64 takeRequests();
-    /// So far.
+    /// Number of faults on the lines since the devices were made.
     qint64 faults() const;
 
 private:

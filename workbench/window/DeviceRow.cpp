@@ -72,7 +72,7 @@ QString DeviceRow::trouble() const
     if (!state.trouble.isEmpty() && !isConnecting(state)) {
         return state.trouble;
     }
-    // What curves have last met is old news of a device that answers now, though no curve asks for it.
+    // The last exchange of the curves says nothing of a device that answers now while no curve reads it.
     return isAsked(state) || !state.isKnownToAnswer ? ModuleRow::trouble() : QString();
 }
 

@@ -28,7 +28,7 @@ public:
 
     static constexpr int maximumPort = 65535;
     static constexpr int maximumSerialUnit = 247; ///< the numbers above are reserved
-    static constexpr int maximumTcpUnit = 255;    ///< the device that has the connection, and no other behind it
+    static constexpr int maximumTcpUnit = 255;    ///< the device at the other end, not one behind it
 
     Medium medium = Medium::Tcp;
     int unit = 1; ///< 1 to 247; over TCP also 0 and 255

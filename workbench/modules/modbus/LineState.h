@@ -33,8 +33,8 @@ struct KnownAnswer
 struct LineUnit
 {
     std::vector<LineGroup> groups;
-    std::map<int, SurveyedSpans> uses; ///< by whom it was added
-    int usesVersion = 0;               ///< other than that of any uses before
+    std::map<int, SurveyedSpans> uses; ///< by the number of the use
+    int usesVersion = 0;               ///< changes with uses, and no number comes twice
     QHash<quint64, KnownAnswer> known; ///< by keyOf() the span
     bool isKnownToAnswer = false;      ///< its last request was answered
     ConnectionTrouble trouble;

@@ -9,10 +9,10 @@ namespace
 
 using Kind = ConnectionTrouble::Kind;
 
-constexpr int restsPerTurn = 9; // of its duration each: a tenth of the time is the survey's
+constexpr int restsPerTurn = 9; // pause after a request, in durations of it: the survey takes a tenth of the time
 constexpr qint64 minimumPauseNs = 10 * modbusNsPerMs;
 constexpr qint64 idlePauseNs = 100 * modbusNsPerMs;
-/// A silent device holds up a line that is asked for others: so it is rarely looked for meanwhile.
+/// While curves read other devices on the line, each attempt to reach a silent one delays them by a timeout.
 constexpr qint64 silentPauseNs = 60000 * modbusNsPerMs;
 
 } // namespace

@@ -44,10 +44,10 @@ public:
     /// With the line locked: how a round of \a unit has ended.
     void noteRound(int unit, bool isAnswered, qint64 nowNs);
 
-    /// Spans of \a unit that are not to be read unasked. With the line locked before the thread's last turn.
+    /// Spans of \a unit that are only read when they are asked for. Needs no lock: only the line's thread changes them.
     QVector<RegisterSpan> apart(int unit) const;
 
-    /// The device may be another one now.
+    /// Forgets what is known of the devices: after a reconnection they may be others.
     void forget();
 
 private:
@@ -60,7 +60,7 @@ private:
         qint64 tookNs = 0;
     };
 
-    /// The survey of a device that may have one now; null else.
+    /// The survey of a device, brought up to date; null when nothing is to be read ahead of it.
     Surveyed *surveyOf(int number, const LineUnit &unit, const QVector<RegisterSpan> &refused);
     static bool isAllowed(const Surveyed &surveyed, const LineUnit &unit, const Queue &queue, qint64 nowNs);
 

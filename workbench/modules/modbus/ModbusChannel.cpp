@@ -53,7 +53,8 @@ void fillReply(CommandCombo *combo, const std::optional<ModbusValue> &value, con
     }
 }
 
-/// A value of another row would be a wrong one, an old value of this row is not.
+/// Callers show a reply even when the exchange is unanswered. So a reply that still holds the value of another request
+/// gets the last value that is known for this one.
 void fillOldValue(CommandCombo *combo, const std::optional<ModbusValue> &value,
                   const ModbusConnection::SpanAnswer &answer)
 {

@@ -53,7 +53,8 @@ protected:
     bool transact(const Command &request, Command &reply, const QDeadlineTimer &deadline) override;
 
 private:
-    /// Fills all replies and returns true, or only those that hold values of other requests; \a isWhole gets whether the device refused no value.
+    /// Fills all replies and returns true; without an answer fills only those that hold values of other requests, and
+    /// returns false. \a isWhole gets whether the device refused none of the values.
     bool fill(const QList<CommandCombo *> &combos, bool *isWhole);
 
     const int m_unit;

@@ -21,8 +21,8 @@ struct LineState;
  *
  * Beside that the thread surveys the devices that were added: it reads their values ahead when the line has time, so that
  * a group has an answer when it is asked for the first time. One answer of the survey that is recent and holds all spans
- * of a group is given out until the first round has one. What the survey has read by several requests is of several
- * times, and no answer to a group: it only shows what the device had where nothing else is known.
+ * of a group is given out until the first round has one. Spans that the survey has read by several requests were read at
+ * different times and are no answer to a group: they only replace values of other requests where nothing else is known.
  *
  * GUI thread. No function and no destructor waits for the line; the thread ends by itself when what it does ends, also
  * after the program's end was reached.

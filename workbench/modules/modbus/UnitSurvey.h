@@ -15,10 +15,10 @@ struct SurveyedSpans
 /**
  * Decides which request of the survey of one device comes next.
  *
- * Each request is due a second after it was answered. What the device refuses is divided until it is known which of the
- * values it is that the device does not have; that one is asked rarely. So is a request that stays without an answer while
- * the device answers others. Whether it is the device or the request shows what is read next: a round of what is asked,
- * or else the request that was answered last.
+ * Each request is due a second after it was answered. A request that the device refuses is halved until the values that
+ * the device does not have are found; these are tried rarely. So is a request that gets no answer while the device answers
+ * others. What is read next after a missing answer shows which of the two it is: a round of what is asked or, when
+ * nothing is asked, the request that was answered last.
  *
  * Pure: the caller's clock, ns.
  */
@@ -35,7 +35,8 @@ public:
     UnitSurvey(const SurveyedSpans &spans, LineCost cost, const QVector<RegisterSpan> &refused);
 
     /// Index of the request that is due; \c none until \a dueNs, which is far away when there is no request at all.
-    /// A request for nothing but \a asked, which is read anyway, is not due.
+    /// A request for nothing but \a asked, which is read anyway, is not due. While the device \a isInTrouble the request
+    /// that was answered last is due at once, and without one every request in turn.
     int next(const QVector<RegisterSpan> &asked, bool isInTrouble, qint64 nowNs, qint64 *dueNs) const;
 
     const RegisterSpan &request(int index) const;
