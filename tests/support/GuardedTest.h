@@ -43,6 +43,9 @@ private:
         }                                                                                                              \
     } while (false)
 
+/// Generous, for a busy machine: a wait ends when its condition holds.
+constexpr int maximumWaitMs = 30000;
+
 /// The lines of a file, and an empty one behind the last line end; none when it cannot be read.
 QByteArrayList linesOf(const QString &path);
 

@@ -2,10 +2,6 @@
 #include "setup/SceneReader.h"
 #include "setup/SceneWriter.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -105,7 +101,7 @@ private:
 /// Values beside and upon every border of a rule, and of other types.
 QJsonArray probesOf(const QJsonObject &rule)
 {
-    QJsonArray probes = {QJsonValue(), true, -1, 0.5, QString(), QStringLiteral(" "), QJsonArray(), QJsonObject()};
+    QJsonArray probes = {QJsonValue(), true, -1, 0.5, QString(), " ", QJsonArray(), QJsonObject()};
     for (const char *const border : {"minimum", "maximum", "exclusiveMinimum"}) {
         if (rule.contains(border)) {
             const double number = rule.value(border).toDouble();
@@ -135,11 +131,11 @@ void changeEverywhere(const Schema &schema, const QJsonValue &value, const QJson
     }
     const QJsonArray probes = probesOf(rule);
     for (int i = 0; i < probes.size(); ++i) {
-        tryOne(probes.at(i), QStringLiteral("%1, probe %2").arg(place).arg(i));
+        tryOne(probes.at(i), QString("%1, probe %2").arg(place).arg(i));
     }
     const QJsonArray list = value.toArray();
     for (int i = 0; i < list.size(); ++i) {
-        changeEverywhere(schema, list.at(i), rule.value("items").toObject(), QStringLiteral("%1[%2]").arg(place).arg(i),
+        changeEverywhere(schema, list.at(i), rule.value("items").toObject(), QString("%1[%2]").arg(place).arg(i),
                          [&](const QJsonValue &item, const QString &where) {
                              QJsonArray changed = list;
                              changed[i] = item;
@@ -151,7 +147,7 @@ void changeEverywhere(const Schema &schema, const QJsonValue &value, const QJson
     for (auto property = properties.begin(); property != properties.end(); ++property) {
         QJsonObject without = object;
         without.remove(property.key());
-        tryOne(without, place + QStringLiteral(" without ") + property.key());
+        tryOne(without, place + " without " + property.key());
         changeEverywhere(schema, object.value(property.key()), property.value().toObject(),
                          place + QLatin1Char('.') + property.key(), [&](const QJsonValue &field, const QString &where) {
                              QJsonObject changed = object;
@@ -161,8 +157,8 @@ void changeEverywhere(const Schema &schema, const QJsonValue &value, const QJson
     }
     if (value.isObject()) {
         QJsonObject surplus = object;
-        surplus.insert(QStringLiteral("surplus"), 1);
-        tryOne(surplus, place + QStringLiteral(" with a surplus field"));
+        surplus.insert("surplus", 1);
+        tryOne(surplus, place + " with a surplus field");
     }
 }
 
@@ -184,14 +180,14 @@ bool isWithin(const QJsonValue &part, const QJsonValue &whole)
     return part.isArray() || part.isObject() ? part.type() == whole.type() : part == whole;
 }
 
-QByteArray textOf(const QJsonValue &document)
+QByteArray jsonOf(const QJsonValue &document)
 {
     return QJsonDocument(document.toObject()).toJson();
 }
 
 QStringList errorsOf(const QJsonValue &document)
 {
-    return readScene(textOf(document), QStringLiteral("file")).errors;
+    return readScene(jsonOf(document), "file").errors;
 }
 
 } // namespace
@@ -205,12 +201,12 @@ private slots:
     void readerTakesWhatTheSchemaTakes_data()
     {
         QTest::addColumn<QJsonObject>("document");
-        QFile page(QStringLiteral(DOCUMENT_FOLDER "/setups.md"));
+        QFile page(DOCUMENT_FOLDER "/setups.md");
         QVERIFY(page.open(QIODevice::ReadOnly));
         const QStringList blocks = QString::fromUtf8(page.readAll()).split("```json");
         for (int i = 1; i < blocks.size(); ++i) {
             const QByteArray json = blocks.at(i).section("```", 0, 0).toUtf8();
-            QTest::newRow(qPrintable(QStringLiteral("example %1").arg(i))) << QJsonDocument::fromJson(json).object();
+            QTest::newRow(qPrintable(QString("example %1").arg(i))) << QJsonDocument::fromJson(json).object();
         }
         QStringList paths = {startScenePath()};
         const QStringList names = shippedScenes();
@@ -226,20 +222,20 @@ private slots:
     void readerTakesWhatTheSchemaTakes()
     {
         QFETCH(QJsonObject, document);
-        const Schema schema(objectIn(QStringLiteral(DOCUMENT_FOLDER "/setup.schema.json")));
+        const Schema schema(objectIn(DOCUMENT_FOLDER "/setup.schema.json"));
         QVERIFY(schema.fits(document));
         QCOMPARE(errorsOf(document), QStringList());
         // What is read is written again, with nothing left out or exchanged.
-        QJsonObject written = QJsonDocument::fromJson(sceneText(readScene(textOf(document), "file").scene)).object();
+        QJsonObject written = QJsonDocument::fromJson(sceneText(readScene(jsonOf(document), "file").scene)).object();
         const QJsonObject container = written.value("containers").toArray().at(0).toObject();
         for (const char *const single : {"curves", "selectedCurve", "options"}) { // of a set-up with one container
-            written.insert(QLatin1String(single), container.value(QLatin1String(single)));
+            written.insert(single, container.value(single));
         }
         QVERIFY2(isWithin(document, written), QJsonDocument(written).toJson());
         int tried = 0;
         int refused = 0;
         changeEverywhere(
-            schema, document, objectIn(QStringLiteral(DOCUMENT_FOLDER "/setup.schema.json")), QStringLiteral("set-up"),
+            schema, document, objectIn(DOCUMENT_FOLDER "/setup.schema.json"), "set-up",
             [&](const QJsonValue &changed, const QString &where) {
                 if (!changed.isObject() || dependsOnOthers(where)) {
                     return;
@@ -252,16 +248,15 @@ private slots:
                     QFAIL(qPrintable(where + (isFit ? " fits the schema: " : " does not fit: ") + errors.join('\n')));
                 }
             });
-        QVERIFY2(tried > 100 && refused > 50, qPrintable(QStringLiteral("%1, %2").arg(tried).arg(refused)));
+        QVERIFY2(tried > 100 && refused > 50, qPrintable(QString("%1, %2").arg(tried).arg(refused)));
     }
 
     void everyFieldIsDescribed()
     {
-        QFile page(QStringLiteral(DOCUMENT_FOLDER "/setups.md"));
+        QFile page(DOCUMENT_FOLDER "/setups.md");
         QVERIFY(page.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(page.readAll());
-        const QJsonObject definitions =
-            objectIn(QStringLiteral(DOCUMENT_FOLDER "/setup.schema.json")).value("$defs").toObject();
+        const QJsonObject definitions = objectIn(DOCUMENT_FOLDER "/setup.schema.json").value("$defs").toObject();
         for (const QJsonValue &definition : definitions) {
             const QJsonObject properties = definition.toObject().value("properties").toObject();
             const QStringList names = properties.keys();
@@ -275,7 +270,7 @@ private slots:
                 }
             }
             for (const QString &word : qAsConst(words)) {
-                QVERIFY2(text.contains(QStringLiteral("`%1`").arg(word)), qPrintable(word));
+                QVERIFY2(text.contains(QString("`%1`").arg(word)), qPrintable(word));
             }
         }
     }
@@ -285,8 +280,8 @@ private:
     static bool dependsOnOthers(const QString &where)
     {
         static const QRegularExpression pattern(
-            QStringLiteral("^set-up\\.frontContainer|^set-up\\.modules(\\[\\d+\\])?[ ,]|\\.kind,|\\.key,|\\.pluggedIn,|"
-                           "\\.axis,| without axis|\\.axes(\\[\\d+\\])?,|\\.module,|\\.[xy],"));
+            "^set-up\\.frontContainer|^set-up\\.modules(\\[\\d+\\])?[ ,]|\\.kind,|\\.key,|\\.pluggedIn,|"
+            "\\.axis,| without axis|\\.axes(\\[\\d+\\])?,|\\.module,|\\.[xy],");
         return where.contains(pattern);
     }
 };
