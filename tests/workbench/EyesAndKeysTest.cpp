@@ -1,4 +1,5 @@
 #include "GrowingPlot.h"
+#include "window/ContainerWindow.h"
 #include "window/Contrast.h"
 #include "window/Palettes.h"
 #include "window/PlotMenu.h"
@@ -314,6 +315,9 @@ private slots:
     void controlsNeverCoverOneAnother()
     {
         const GrowingPlot plot("four-curves");
+        // There is room for it beside the panels of a small screen.
+        const QSize needed = plot.window->findChild<ContainerWindow *>()->minimumSizeHint();
+        QVERIFY(needed.width() < 850 && needed.height() < 450);
         for (const QSize size :
              {QSize(640, 420), QSize(1024, 600), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
             plot.window->resize(size);

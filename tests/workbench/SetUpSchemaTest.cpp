@@ -114,6 +114,7 @@ QJsonArray probesOf(const QJsonObject &rule)
     for (const QJsonValue &choice : choices) {
         probes.append(choice);
         probes.append(choice.toString().toUpper());
+        probes.append(choice.toInt() + 1);
     }
     return probes;
 }
@@ -280,7 +281,7 @@ private:
     static bool dependsOnOthers(const QString &where)
     {
         static const QRegularExpression pattern(
-            "^set-up\\.frontContainer|^set-up\\.modules(\\[\\d+\\])?[ ,]|\\.kind,|\\.key,|\\.pluggedIn,|"
+            "^set-up\\.frontContainer|^set-up\\.modules(\\[\\d+\\])?(,| without)|\\.kind,|\\.key,|\\.pluggedIn,|"
             "\\.axis,| without axis|\\.axes(\\[\\d+\\])?,|\\.module,|\\.[xy],");
         return where.contains(pattern);
     }
