@@ -23,7 +23,22 @@ void record(QtMsgType type, const QMessageLogContext &context, const QString &te
     }
 }
 
+const TestClassEntry *firstTestClass = nullptr;
+
 } // namespace
+
+TestClassEntry::TestClassEntry(const char *name, Factory factory) noexcept
+    : name(name)
+    , factory(factory)
+    , next(firstTestClass)
+{
+    firstTestClass = this;
+}
+
+const TestClassEntry *TestClassEntry::first()
+{
+    return firstTestClass;
+}
 
 void GuardedTest::expectMessage(QtMsgType type, const QRegularExpression &pattern)
 {

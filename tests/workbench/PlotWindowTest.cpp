@@ -156,5 +156,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(PlotWindowTest)
+GUARDED_TEST(PlotWindowTest)
 #include "PlotWindowTest.moc"

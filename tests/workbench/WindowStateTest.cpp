@@ -121,5 +121,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(WindowStateTest)
+GUARDED_TEST(WindowStateTest)
 #include "WindowStateTest.moc"

@@ -193,5 +193,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(ModbusFaultsTest)
+GUARDED_TEST(ModbusFaultsTest)
 #include "ModbusFaultsTest.moc"
