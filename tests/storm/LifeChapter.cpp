@@ -56,26 +56,17 @@ void measure(const QString &tried, const QString &on, int count, const Allowed &
     const double bytes = static_cast<double>(after.heapBytes - before.heapBytes) / count;
     const int descriptors = after.descriptors - before.descriptors;
     const int timers = after.timers - before.timers;
-    const QStringList warnings = Watch::takeFaults();
     // Qt's lists of gestures, posted events and fonts grow in steps; measured: up to 37 kB.
     constexpr double slackBytes = 64000.0; // once, however many cycles there are
     const bool isFault = objects > allowed.objects * count || bytes > allowed.heapBytes + slackBytes / count ||
-                         descriptors > 0 || timers > 0 || !warnings.isEmpty();
-    Report::add(
-        {"life", tried, count, on,
-         QStringLiteral("objects left %1 (allowed %2)%3; bytes per cycle %4 (allowed %5 and %9 kB in all for "
-                        "lists of Qt); descriptors left %6, timers left %7 (allowed 0)%8")
-             .arg(objects)
-             .arg(allowed.objects * count)
-             .arg(objects > allowed.objects * count ? QLatin1Char(' ') + Watch::growth(before.objects, after.objects)
-                                                    : QString())
-             .arg(bytes, 0, 'f', 0)
-             .arg(allowed.heapBytes, 0, 'f', 0)
-             .arg(descriptors)
-             .arg(timers)
-             .arg(warnings.isEmpty() ? QString() : QLatin1Char(' ') + warnings.join(QLatin1Char(' ')))
-             .arg(slackBytes / 1000.0, 0, 'f', 0),
-         isFault});
+                         descriptors > 0 || timers > 0;
+    const QString growth = objects > allowed.objects * count ? Watch::growth(before.objects, after.objects) : QString();
+    Report::add({"life", tried, count, on,
+                 filled("objects left %1 (allowed %2) %3; bytes per cycle %4 (allowed %5 and %6 kB in all for lists of "
+                        "Qt); descriptors left %7, timers left %8 (allowed 0)",
+                        objects, allowed.objects * count, growth, qRound64(bytes), allowed.heapBytes,
+                        slackBytes / 1000.0, descriptors, timers),
+                 isFault});
 }
 
 void settleQuickly()
