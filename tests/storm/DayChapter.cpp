@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdio>
@@ -52,18 +53,11 @@ struct Day
     quint64 exchangesBefore = 0;
 };
 
+/// -1 when one is missing or not whole.
 qint64 linesIn(const QString &path)
 {
-    QFile file(path);
-    qint64 lines = -2;
-    int number = 0;
-    bool isWhole = file.open(QIODevice::ReadOnly);
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine();
-        isWhole =
-            isWhole && line.endsWith(";\r\n") && (++lines < 1 || line.split(';').constFirst().toInt() == ++number);
-    }
-    return isWhole ? lines : -1;
+    const Recorded recorded(contentOf(path));
+    return recorded.isWhole && recorded.hasHeader && recorded.lastNumber == recorded.lines ? recorded.lines : -1;
 }
 
 void fastDay(double hours)
@@ -91,24 +85,18 @@ void fastDay(double hours)
         }
     }
     const qint64 heapGrowth = Watch::heapBytes() - heap;
+    const qint64 residentGrowth = Watch::residentBytes() - resident;
     const qint64 samples = day.samples();
     const qint64 lines = day.lines();
-    const QStringList warnings = Watch::takeFaults();
+    const qint64 written = linesIn(path);
     constexpr qint64 allowedGrowth = 2 << 20; // how full the four curves are
-    Report::add({"day", QStringLiteral("%1 h in fast motion, in sampling ticks").arg(hours), ticks,
+    Report::add({"day", filled("%1 h in fast motion, in sampling ticks", hours), ticks,
                  "four full curves and a recording",
-                 QStringLiteral("%1 samples of each curve, %2 lines announced, %3 in the file; memory %4 kB (resident "
-                                "%5 kB) more than after %6 ticks; %7 s %8")
-                     .arg(samples)
-                     .arg(lines)
-                     .arg(linesIn(path))
-                     .arg(heapGrowth / 1024)
-                     .arg((Watch::residentBytes() - resident) / 1024)
-                     .arg(qMin(ticks, warmUpTicks))
-                     .arg(clock.elapsed() / 1000)
-                     .arg(warnings.join(QLatin1Char(' '))),
-                 samples != ticks || lines != ticks || linesIn(path) != ticks || heapGrowth > allowedGrowth ||
-                     !warnings.isEmpty()});
+                 filled("%1 samples of each curve, %2 lines announced, %3 in the file; memory %4 kB (resident %5 kB) "
+                        "more than after %6 ticks; %7 s",
+                        samples, lines, written, heapGrowth / 1024, residentGrowth / 1024, qMin(ticks, warmUpTicks),
+                        clock.elapsed() / 1000),
+                 samples != ticks || lines != ticks || written != ticks || heapGrowth > allowedGrowth});
 }
 
 void realDay(double hours)
@@ -133,19 +121,15 @@ void realDay(double hours)
     constexpr double share = 0.97;
     const qint64 lines = linesIn(path);
     Report::add({"day", "in real time, in seconds", seconds, "four curves and a recording",
-                 QStringLiteral("%1 samples; a timer without a plot fired %2 times meanwhile; %3 lines announced, %4 "
-                                "in the file; memory %5 kB more")
-                     .arg(samples)
-                     .arg(usual)
-                     .arg(day.lines())
-                     .arg(lines)
-                     .arg(growth),
+                 filled("%1 samples; a timer without a plot fired %2 times meanwhile; %3 lines announced, %4 in the "
+                        "file; memory %5 kB more",
+                        samples, usual, day.lines(), lines, growth),
                  static_cast<double>(samples) < share * static_cast<double>(usual) || lines != day.lines()});
 }
 
 void endBySignal(const Sizes &sizes)
 {
-    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const auto &[name, number] : {std::pair("TERM", SIGTERM), {"INT", SIGINT}, {"HUP", SIGHUP}}) {
         const int count = sizes.isLong ? 10 : 1;
         std::signal(number, SIG_DFL); // the program leaves ignored what was ignored when it was started
         QString fault;
@@ -167,24 +151,15 @@ void endBySignal(const Sizes &sizes)
             const QStringList left = QDir(folder.filePath("tmp")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
             if (!hasBegun || program.exitStatus() != QProcess::NormalExit || program.exitCode() != 128 + number ||
                 lines < 1 || !QFile::exists(picture) || !left.isEmpty()) {
-                fault =
-                    QStringLiteral("exit code %1, %2 lines, picture %3, left: %4; %5")
-                        .arg(program.exitCode())
-                        .arg(lines)
-                        .arg(QFile::exists(picture))
-                        .arg(left.join(QLatin1Char(' ')), QString::fromUtf8(program.readAllStandardError().left(300)));
+                fault = filled("exit code %1, %2 lines, picture %3, left: %4; %5", program.exitCode(), lines,
+                               QFile::exists(picture), left.join(QLatin1Char(' ')),
+                               QString::fromUtf8(program.readAllStandardError().left(300)));
             }
         }
-        Report::add({"day",
-                     QStringLiteral("signal %1")
-                         .arg(number == SIGTERM  ? "TERM"
-                              : number == SIGINT ? "INT"
-                                                 : "HUP"),
-                     count, "the program in the middle of a recording",
-                     fault.isEmpty()
-                         ? "ends like closing the window: whole log, picture, nothing left in the temporary folder"
-                         : fault,
-                     !fault.isEmpty()});
+        const char *const outcome =
+            "ends like closing the window: whole log, picture, nothing left in the temporary folder";
+        Report::add({"day", filled("signal %1", name), count, "the program in the middle of a recording",
+                     fault.isEmpty() ? outcome : fault, !fault.isEmpty()});
     }
 }
 

@@ -198,7 +198,7 @@ int Chapters::playEvents(const QStringList &arguments)
     StormChannel::advance(0);
     QString problem;
     {
-        const std::unique_ptr<StormHost> host = StormHost::make(arguments.at(0), PLUGIN);
+        const std::unique_ptr<StormHost> host = StormHost::make(arguments.at(0));
         const quint32 seed = arguments.at(2).toUInt();
         Player player(host.get(), files.path(), seed % deviceSeries == 0U);
         problem = player.play(ops, progress);

@@ -1,6 +1,30 @@
 #include "Harness.h"
 
+#include <QFileInfo>
 #include <QPluginLoader>
+#include <QRegularExpression>
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+Recorded::Recorded(const QByteArray &content)
+{
+    static const QRegularExpression numbers("^([0-9]+);(-?[0-9]*;)*\r$");
+    QList<QByteArray> all = content.split('\n');
+    isWhole = all.takeLast().isEmpty();
+    hasHeader = all.size() >= 2 && all.at(0).startsWith("Module:;") && all.at(1).startsWith("Counter;");
+    const QList<QByteArray> dataLines = all.mid(hasHeader ? 2 : 0);
+    for (const QByteArray &line : dataLines) {
+        const auto match = numbers.match(QString::fromLatin1(line));
+        const qint64 number = match.captured(1).toLongLong();
+        isWhole = isWhole && match.hasMatch() && number > lastNumber;
+        lastNumber = number;
+        ++lines;
+    }
+}
 
 ContainerInterface *pluginRoot()
 {

@@ -4,9 +4,21 @@
 #include "StormModule.h"
 
 #include <QApplication>
-#include <QTimer>
 
 constexpr int curveCount = 4;
+
+QByteArray contentOf(const QString &path);
+
+/// What the file of a recording holds.
+struct Recorded
+{
+    explicit Recorded(const QByteArray &content);
+
+    qint64 lines = 0;      ///< with data
+    qint64 lastNumber = 0; ///< of the last line; that of lines when none is missing
+    bool isWhole = true;   ///< every line has its end and numbers only, the first of which rises
+    bool hasHeader = false;
+};
 
 /// The root object of the plugin's file, which stays loaded.
 ContainerInterface *pluginRoot();

@@ -36,6 +36,7 @@ void hotplugs(const Sizes &sizes)
     qint64 asked = 0;
     qint64 unasked = 0;
     qint64 lines = 0;
+    bool isWhole = true;
     for (int round = 0; round < count; ++round) {
         const auto place = static_cast<int>(engine() % 3U);
         const QString key = modules.at(place)->key();
@@ -63,23 +64,17 @@ void hotplugs(const Sizes &sizes)
         }
         harness.refreshTick();
         asked += exchangesOf(channels) - before;
-        QFile file(path);
-        const QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        lines += content.count('\n') - 2 == Watch::announcedLines() - announced ? content.count('\n') - 2 : -1000000;
+        const Recorded recorded(contentOf(path));
+        isWhole =
+            isWhole && recorded.isWhole && recorded.hasHeader && recorded.lines == Watch::announcedLines() - announced;
+        lines += recorded.lines;
     }
-    const QStringList warnings = Watch::takeFaults();
-    const bool isFault =
-        unasked != 0 || StormChannel::exchangesWithTheDead() != 0 || lines < count || !warnings.isEmpty();
-    Report::add(
-        {"hotplug", "modules taken out (a quarter without notice) and replaced by others of the same key", count,
-         "four curves that sample and record, three modules",
-         QStringLiteral("%1 exchanges, %2 with a module that is gone, %3 before a new choice; %4 lines, all whole %5")
-             .arg(asked)
-             .arg(StormChannel::exchangesWithTheDead())
-             .arg(unasked)
-             .arg(lines)
-             .arg(warnings.join(QLatin1Char(' '))),
-         isFault});
+    const qint64 dead = StormChannel::exchangesWithTheDead();
+    Report::add({"hotplug", "modules taken out (a quarter without notice) and replaced by others of the same key",
+                 count, "four curves that sample and record, three modules",
+                 filled("%1 exchanges, %2 with a module that is gone, %3 before a new choice; %4 lines, %5", asked,
+                        dead, unasked, lines, isWhole ? "all whole" : "not all whole"),
+                 unasked != 0 || dead != 0 || lines < count || !isWhole});
 }
 
 struct Case
@@ -145,10 +140,8 @@ void insideExchanges(const Sizes &sizes)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         const QStringList warnings = Watch::takeFaults();
         if (StormChannel::exchangesWithTheDead() != 0 || !warnings.isEmpty()) {
-            fault = QStringLiteral("%1: %2 exchanges with a module that is gone; %3")
-                        .arg(each.name)
-                        .arg(StormChannel::exchangesWithTheDead())
-                        .arg(warnings.join(QLatin1Char(' ')));
+            fault = filled("%1: %2 exchanges with a module that is gone; %3", each.name,
+                           StormChannel::exchangesWithTheDead(), warnings.join(QLatin1Char(' ')));
         }
     }
     QStringList names;

@@ -20,12 +20,23 @@ struct Op
     quint32 a = 0;
     quint32 b = 0;
     quint32 c = 0;
+
+    int container() const
+    {
+        return static_cast<int>(c % StormHost::containerCount);
+    }
 };
 
 /// \a number brought into the range from \a minimum to \a maximum.
 inline int numberIn(quint32 number, int minimum, int maximum)
 {
     return minimum + static_cast<int>(number % static_cast<quint32>(maximum - minimum + 1));
+}
+
+/// That of \a all which \a number chooses; null when there is none.
+template<typename Part> Part *pick(const QList<Part *> &all, quint32 number)
+{
+    return all.isEmpty() ? nullptr : all.at(static_cast<int>(number % static_cast<quint32>(all.size())));
 }
 
 /**

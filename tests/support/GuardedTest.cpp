@@ -28,9 +28,7 @@ const TestClassEntry *firstTestClass = nullptr;
 } // namespace
 
 TestClassEntry::TestClassEntry(const char *name, Factory factory) noexcept
-    : name(name)
-    , factory(factory)
-    , next(firstTestClass)
+    : name(name), factory(factory), next(firstTestClass)
 {
     firstTestClass = this;
 }

@@ -86,8 +86,7 @@ private slots:
         const QString record = temporaryPath("record.csv");
         const QString picture = temporaryPath("picture.png");
         QProcess server;
-        const QString port =
-            started(&server, python, {"--period", QString::number(periodSeconds), "--record", record});
+        const QString port = started(&server, python, {"--period", QString::number(periodSeconds), "--record", record});
         const QList<QByteArray> lines =
             loggedLines(port, exampleFolder + "servo-drive.json", "4", {"--picture", picture});
         server.kill();
