@@ -79,7 +79,7 @@ struct WatchedRack
 
 } // namespace
 
-/// The lists of modules and exchanges, and what is found out about the modules' answers.
+/// The panels of modules and exchanges, and the statistics of the modules' answers.
 class AnswersTest : public GuardedTest
 {
     Q_OBJECT

@@ -73,7 +73,7 @@ private slots:
         QVERIFY(!options.wantsHelp && !options.wantsVersion && !options.wantsSceneList && !options.wantsPluginList);
         QVERIFY(parsed("--help").options.wantsHelp && parsed("--version").options.wantsVersion);
         QVERIFY(parsed("--list-scenes").options.wantsSceneList && parsed("--list-plugins").options.wantsPluginList);
-        // Known before all else, so that what is wrong with the rest is said in it.
+        // Known before the rest is parsed, so that errors are reported in that language.
         QCOMPARE(languageOption({"program", "--seconds", "soon", "--language", "de", "--stray"}), QString("de"));
         QCOMPARE(languageOption({"program", "--language", "fr"}), QString());
     }

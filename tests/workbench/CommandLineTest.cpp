@@ -120,13 +120,13 @@ private slots:
             const int common = attempt == 0 ? 0 : qMin(lines.size(), earlier.size());
             if (attempt < 2) {
                 QCOMPARE(lines.mid(0, common), earlier.mid(0, common));
-            } else { // each module has the seed behind that of the one before it: S the same again, T another
+            } else { // each module has the seed of the one before it plus 1: S the same again, T another
                 QCOMPARE(column(lines.mid(2, common - 2), 1), column(earlier.mid(2, common - 2), 1));
                 QVERIFY(column(lines.mid(2, common - 2), 2) != column(earlier.mid(2, common - 2), 2));
             }
             earlier = lines;
         }
-        // Played, it is the same row by row. The first row made the first point of each curve, which is not logged.
+        // Played back, it gives the same rows. The first row gives the first point of each curve, which is not logged.
         QCOMPARE(run("--recording run.csv --seconds 0.5 --log again.csv").errors, QString());
         const QByteArrayList again = linesOf(folder() + "/again.csv");
         QVERIFY(again.size() > 12);
@@ -235,7 +235,7 @@ private slots:
     {
         const QString plugins = temporaryPath("data/xy-plot-workbench/plugins");
         QVERIFY(QDir().mkpath(plugins));
-        // Two of them come before the own one in text order, which is still the one that scenes are made for.
+        // They come before the program's own one in text order, but scenes are still made for that one.
         QVERIFY(QFile::copy(FIXTURE_FOLDER "/minimal_container.so", plugins + "/a.so"));
         QVERIFY(QFile::copy(FIXTURE_FOLDER "/other_interface.so", plugins + "/b.so"));
         const Outcome list = run("--list-plugins");

@@ -1,4 +1,5 @@
 #include "GrowingPlot.h"
+#include "window/ContainerWindow.h"
 #include "window/Contrast.h"
 #include "window/Palettes.h"
 #include "window/PlotMenu.h"
@@ -27,7 +28,7 @@ bool isExplained(const QWidget *widget)
     return false;
 }
 
-/// How many edges between colours that can be told apart a button's icon has, with the ground that its parent paints.
+/// The number of visible edges in a button's icon, painted on the background of its parent.
 int edgesOf(QAbstractButton *button)
 {
     button->setText(QString());
@@ -55,7 +56,7 @@ int edgesOf(QAbstractButton *button)
 
 } // namespace
 
-/// What can be seen, reached and understood in the window: contrast, sizes, keys, and what things are for.
+/// Accessibility of the window: contrast, sizes, keys, tool tips and descriptions.
 class EyesAndKeysTest : public GuardedTest
 {
     Q_OBJECT
@@ -159,7 +160,7 @@ private slots:
         }
         plot.window->showHint();
         for (const QWidget *const widget : partsOf<QWidget>(*plot.window)) {
-            // Those of the container are its own; parts of controls are explained by the control.
+            // Not those of the container; parts of controls are explained by the control.
             const bool isPart = widget->objectName().startsWith("qt_") || widget->inherits("QDockWidgetTitleButton") ||
                                 widget->inherits("QMdiControl") || widget->parentWidget()->inherits("QTabBar") ||
                                 widget->parentWidget()->inherits("QMenuBar");
@@ -303,7 +304,7 @@ private slots:
                 QVERIFY(window->geometry().height() > 400);
             }
             QCOMPARE(lefts.size(), expectedColumns);
-            // Nothing beside one another that does not fit: rows are what is scrolled.
+            // Columns always fit the width: only rows are scrolled.
             QVERIFY(workspace->horizontalScrollBar()->maximum() == 0 || expectedColumns == 1);
         }
         windows.constFirst()->showMinimized();
@@ -314,6 +315,9 @@ private slots:
     void controlsNeverCoverOneAnother()
     {
         const GrowingPlot plot("four-curves");
+        // There is room for it beside the panels of a small screen.
+        const QSize needed = plot.window->findChild<ContainerWindow *>()->minimumSizeHint();
+        QVERIFY(needed.width() < 850 && needed.height() < 450);
         for (const QSize size :
              {QSize(640, 420), QSize(1024, 600), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
             plot.window->resize(size);

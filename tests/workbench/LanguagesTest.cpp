@@ -95,7 +95,7 @@ void collectAllWindows(const QString &log, Texts &texts)
     }
 }
 
-/// What is the same in both languages, and rightly so; patterns of whole texts.
+/// Texts that may be the same in both languages; patterns of whole texts.
 const QStringList international{
     "[^A-Za-z]*",
     " *[0-9]+ m?s",
@@ -103,13 +103,11 @@ const QStringList international{
     "(.*/)?(Stepper|Servo)",
     "\\s*[^\\[]+ \\[Axis 0\\]\\s[^\\[]+\\[[^\\]]+\\]\\s*",
     "  (Axis [0-9]|Register)",
-
     "KARO_GAP|XY-Plotter:?|(XY Plot Workbench - )?\\[?XY-Plotter\\]?|default|workbench", // the last two are categories
     "Modbus &?(TCP|RTU)…",
     // Words that German has, too.
-
-    "Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return|XY "
-    "Plot Workbench [0-9.]+",
+    "Bank 2|Export|Intervall [0-9]+ ms|Module|Name|&?Plot|&?System|Deutsch|English|Alt\\+1|F[0-9]|Return",
+    "XY Plot Workbench [0-9.]+",
     // Not the program's: paths, times, what Qt's platform plugin for tests reports.
     "/.*|.*_xyPlotter\\.csv|[0-9]+ [A-Z][a-z]+ [0-9]+ [0-9:]+|This plugin does not support .*",
 };
@@ -128,7 +126,7 @@ QStringList pageLines(const char *path)
     return QString::fromUtf8(file.readAll()).split('\n');
 }
 
-/// All that \a pattern, with one group, finds in a page, whose paragraphs are joined to lines.
+/// All matches of the one group of \a pattern in a page, whose lines are joined.
 QStringList foundIn(const char *path, const char *pattern)
 {
     const QString text = pageLines(path).join(' ');
@@ -140,7 +138,7 @@ QStringList foundIn(const char *path, const char *pattern)
     return all;
 }
 
-/// What a page has to have in common with its translation: headings, entries, cells, pictures, links, numbers of code.
+/// What a page and its translation have in common: headings, list entries, table cells, pictures, links, code blocks.
 QStringList skeleton(const char *path)
 {
     static const QRegularExpression beginning("^(#+|-|[0-9]\\.|\\|) |^(```|!)");
@@ -160,7 +158,7 @@ QStringList skeleton(const char *path)
     return bones;
 }
 
-/// The macros that divide a manual page, and what its entries are about: options, files, variables.
+/// The section macros of a manual page, and the subjects of its entries: options, files, variables.
 QStringList entriesOfManual(const char *path)
 {
     static const QRegularExpression subject("\\\\-\\\\-[a-z\\\\-]+|^\\.I .*|[A-Z_]{6,}");

@@ -10,7 +10,7 @@
 
 using PlotterWindow::Side;
 
-/// What people must not miss: in the container's window, in the status bar and in the messages. And what they can open.
+/// Notices in the container's window, in the status bar and in the messages, and the files that they lead to.
 class NoticesTest : public GuardedTest
 {
     Q_OBJECT

@@ -163,7 +163,7 @@ private slots:
         QVERIFY(!bar.isVisible() && HintBar::wasClosed());
     }
 
-    /// Only what could not be seen gets a plate behind it, and the outlines that Fusion has for light windows are light.
+    /// Only an icon that would be invisible gets a plate behind it; Fusion's dark outlines are light here.
     void drawingsFitADarkWindow()
     {
         applyPalette(PaletteChoice::Dark);

@@ -8,9 +8,8 @@ namespace
 
 constexpr int maximumSteps = 300;
 
-/// Whether the Tab key has to come here. A window of the workspace hands the focus on to what is in it; of radio
-/// buttons that belong together the chosen one is the only stop. Check boxes are always one: in a group Qt takes their
-/// focus policy away.
+/// Whether the Tab key has to reach this widget. A window of the workspace hands the focus on to what is in it; of a
+/// group of radio buttons only the chosen one is a stop. Check boxes always are: Qt clears their policy in a group.
 bool isTabStop(const QWidget *widget)
 {
     const bool takesTab =

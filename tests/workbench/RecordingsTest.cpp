@@ -7,7 +7,7 @@
 #include <csignal>
 #include <sys/resource.h>
 
-/// What is found out about recordings: what the panel, the status bar and the messages show of them.
+/// The state of recordings, as the panel, the status bar and the messages show it.
 class RecordingsTest : public GuardedTest
 {
     Q_OBJECT

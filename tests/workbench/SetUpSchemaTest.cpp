@@ -98,7 +98,7 @@ private:
     const QJsonObject m_root;
 };
 
-/// Values beside and upon every border of a rule, and of other types.
+/// Values at and next to every limit of a rule, and of other types.
 QJsonArray probesOf(const QJsonObject &rule)
 {
     QJsonArray probes = {QJsonValue(), true, -1, 0.5, QString(), " ", QJsonArray(), QJsonObject()};
@@ -114,11 +114,12 @@ QJsonArray probesOf(const QJsonObject &rule)
     for (const QJsonValue &choice : choices) {
         probes.append(choice);
         probes.append(choice.toString().toUpper());
+        probes.append(choice.toInt() + 1);
     }
     return probes;
 }
 
-/// Calls \a tryOne with \a value changed in each way, at every depth; \a place is for the text of a failure.
+/// Calls \a tryOne with each changed version of \a value, at every depth; \a place is for the text of a failure.
 void changeEverywhere(const Schema &schema, const QJsonValue &value, const QJsonObject &node, const QString &place,
                       const std::function<void(const QJsonValue &, const QString &)> &tryOne)
 {
@@ -276,11 +277,11 @@ private slots:
     }
 
 private:
-    /// Changes that are right or wrong by what stands elsewhere in the document, of which a schema says nothing.
+    /// Changes whose correctness depends on other parts of the document, which a schema cannot express.
     static bool dependsOnOthers(const QString &where)
     {
         static const QRegularExpression pattern(
-            "^set-up\\.frontContainer|^set-up\\.modules(\\[\\d+\\])?[ ,]|\\.kind,|\\.key,|\\.pluggedIn,|"
+            "^set-up\\.frontContainer|^set-up\\.modules(\\[\\d+\\])?(,| without)|\\.kind,|\\.key,|\\.pluggedIn,|"
             "\\.axis,| without axis|\\.axes(\\[\\d+\\])?,|\\.module,|\\.[xy],");
         return where.contains(pattern);
     }

@@ -27,7 +27,7 @@ QStringList replaceBy(GrowingPlot &plot, const QByteArray &text)
                                  : read.errors;
 }
 
-/// Makes a state that has a bit of everything: two containers, curves with gaps, modules that are not as at first.
+/// Makes a state with something of everything: two containers, curves with gaps, modules with other settings.
 void disturb(GrowingPlot &plot)
 {
     ModuleRack &modules = plot.modules();
@@ -122,7 +122,7 @@ private slots:
         GrowingPlot plot("two-modules");
         disturb(plot);
         const QByteArray text = textOf(plot);
-        // Nothing that a person would miss is left out by both directions alike.
+        // Neither the writer nor the reader leaves these out.
         for (const char *const part :
              {"\"answerTimeMs\": 33", "\"moving\": false", "\"pluggedIn\": false", "\"signed\": true", "\"on\": false",
               "\"selectedCurve\": 4", "\"showAll\": true", "\"frontContainer\": 2", "\"width\": 900", "\"x\": null"}) {

@@ -57,7 +57,7 @@ QString labelText(const QWidget &window, const char *name)
 
 } // namespace
 
-/// Devices as a person adds them: by text, by set-up and by dialog; what they list, and what a try to reach them brings.
+/// Devices as a user adds them: by text, by set-up and by dialog; what they list, and what the connection test reports.
 class DevicesTest : public GuardedTest
 {
     Q_OBJECT
@@ -97,8 +97,8 @@ private slots:
     {
         SceneResult result = readScene(R"({"title": "T", "curves": [], "modules": [
             {"key": "A", "kind": "modbus-tcp", "host": "drive", "port": 1502, "unit": 7, "map": "/maps/t.json"},
-            {"key": "B", "kind": "modbus-rtu", "serialPort": "/dev/ttyS9", "baud": 9600, "parity": "none", "stopBits": 2,
-             "unit": 3, "map": "/maps/r.json"} ]})",
+            {"key": "B", "kind": "modbus-rtu", "serialPort": "/dev/ttyS9", "baud": 9600, "parity": "none",
+             "stopBits": 2, "unit": 3, "map": "/maps/r.json"} ]})",
                                        "file");
         for (int time = 0; time < 2; ++time) { // the second one is written by the program
             QCOMPARE(result.error, QString());

@@ -119,7 +119,7 @@ private slots:
         timer.start();
         const quint64 answered = probe.statistics().answeredExchanges;
         QVERIFY(waitUntil([&] { return probe.ask() && timer.elapsed() > 2500; }));
-        // Most exchanges give out an answer that was there, so there are more than rounds.
+        // Most exchanges use an answer that was there already, so there are more exchanges than rounds.
         QVERIFY(probe.statistics().answeredExchanges - answered > 60);
         const ModbusChannel::State state = probe.channel.state();
         QVERIFY(state.isConnected);
@@ -220,7 +220,7 @@ private slots:
             QVERIFY(!probe.ask());
             QCOMPARE(probe.reply(0).status(), Status::Unanswered);
         }
-        // One first wait of 50 ms for all; whatever the threads are in the middle of, nobody waits for them.
+        // One first wait of 50 ms for all; ending does not wait for the threads.
         QVERIFY2(timer.elapsed() < 80 + 3 * jitter.longestMs(), qPrintable(QString::number(timer.elapsed())));
     }
 

@@ -19,7 +19,7 @@ struct ProbedDevice : FaultyDevice
         : FaultyDevice(isSerialLine)
         , isSerial(isSerialLine)
         , fault(lineFault)
-        // Both requests have the same length, so that an answer to one could be taken for that to the other.
+        // Both requests have the same length, so that their answers could be mixed up.
         , probe(settings, pairsAt({10, 400}), {pairsAt({20, 800, 1200}), {}}) // there is no 1200
     {
     }
@@ -38,7 +38,7 @@ struct ProbedDevice : FaultyDevice
         answeredSilent = answeredSilent || (wasSilent && isAnswered);
     }
 
-    /// Whether the device goes on to answer. Copies of answers are recognised by their transaction numbers,
+    /// Whether the device still counts as answering. Copies of answers are recognised by their transaction numbers,
     /// which a serial line does not have.
     bool isHarmless() const
     {
@@ -123,7 +123,7 @@ private slots:
         ProbedDevice overSerial(true, FaultyLine::None);
         QVERIFY(waitUntil([&] { return overTcp.probe.ask() && overSerial.probe.ask(); }));
         QTest::qSleep(ModbusConnection::expiryMs + 200); // until nothing is asked any more
-        // The right answer comes long after the wrong one could have been taken.
+        // The right answer comes long after the wrong one.
         overSerial.server->answerTimeMs = 20;
         for (ProbedDevice *const device : {&overTcp, &overSerial}) {
             device->line->repeatsNow = true;

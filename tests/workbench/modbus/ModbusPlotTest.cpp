@@ -52,8 +52,7 @@ private slots:
         testRows<int>({"baud"}, {{"9600", 9600}, {"19200", 19200}});
     }
 
-    /// Four curves that are chosen at once, recorded, and then given other values. A choice empties the curve and ends the
-    /// recording.
+    /// Four curves that are chosen at once, recorded, and then given other values, which ends the recording.
     void everyPointHasValuesOfTheDevice()
     {
         QFETCH(int, baud);

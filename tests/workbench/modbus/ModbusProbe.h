@@ -24,7 +24,7 @@ public:
     /// \param spans what the requests of type 0, 1, ... ask for: pairs of registers
     ModbusProbe(const ConnectionSettings &settings, const Spans &spans, const SurveyedSpans &surveyed = {});
 
-    /// Exchanges all spans as one group; returns whether it was answered. A wrong answer is put down in mistake().
+    /// Exchanges all spans as one group; returns whether it was answered. A wrong answer is noted in mistake().
     bool ask();
 
     /// The first wrong value that was given out, in words; empty when all were right.

@@ -56,7 +56,7 @@ private slots:
              {"as long as may be", {holding(0, 100), holding(100, 25)}, {}, {holding(0, 125)}},
              {"one too long", {holding(0, 100), holding(100, 26)}, {}, {holding(0, 100), holding(100, 26)}},
              {"bits, one too many", {coils(0, 1000), coils(1000, 1001)}, {}, {coils(0, 1000), coils(1000, 1001)}},
-             // Joining from the left as far as it goes would read the gap of 9 and leave out the one of 1.
+             // Joining greedily from the left would read the gap of 9 and leave out the one of 1.
              {"best division",
               {holding(0, 100), holding(109, 10), holding(120, 10)},
               {},
@@ -124,7 +124,7 @@ private slots:
             return gap;
         };
         QCOMPARE(longestGap(ConnectionSettings()), 123); // whatever fits in one request
-        // At 19,200 baud 3 ms are 5.2 bytes of 11 bits; with 20 bytes of frames and silences that is more than 12 registers.
+        // At 19,200 baud 3 ms are 5.2 bytes of 11 bits; with 20 bytes of frames and pauses that is over 12 registers.
         QCOMPARE(longestGap(serialAt(19200)), 12);
         QVERIFY(longestGap(serialAt(115200)) > 12);
     }

@@ -46,7 +46,7 @@ QStringList textsIn(const QJsonValue &list)
     return texts;
 }
 
-/// What the device's value called \a name is answered with when its table holds \a words from the value on.
+/// The answer for the value \a name when the registers from its address on hold \a words.
 qint32 decoded(const QVector<RegisterMapRow> &rows, const QString &name, std::vector<quint16> words)
 {
     for (const RegisterMapRow &row : rows) {

@@ -21,14 +21,14 @@ constexpr int defaultDevices = 36;
 /// One answer in so many has a fault: others have to come through in between.
 constexpr int faultInterval = 2;
 constexpr unsigned long tickMs = 2;
-/// A device that is not taken up again after this long ends the run. Much longer than two seconds: the machine is busy.
+/// A device without an answer for this long ends the run. Much longer than two seconds, as the machine is busy.
 constexpr qint64 longestSilenceMs = 60000;
 
 struct SoakedDevice : FaultyDevice
 {
     explicit SoakedDevice(bool isSerial) : FaultyDevice(isSerial)
     {
-        // As a device does: an answer does not follow so closely on an older one that both are seen together.
+        // Like a real device: an answer does not follow so closely on an older one that both are read at once.
         server->answerTimeMs = isSerial ? 5 : 0;
         line->randomFaultInterval = faultInterval;
         connect();
@@ -76,7 +76,7 @@ int main(int argc, char **argv)
                 out << device->settings.lineName() << ": " << mistake << '\n';
                 return 1;
             }
-            // Now and then a module is taken out, whatever its line is in the middle of.
+            // Now and then a module is taken out, at any time.
             random = random * 1664525U + 1013904223U;
             if ((random >> 8) % 20000 == 0) {
                 device->probe.reset();

@@ -65,7 +65,7 @@ struct ModuleBench
 
 Q_DECLARE_METATYPE(MotionProgram)
 
-/// The modules' physics: what they answer, the same in every run, and within their limits.
+/// The simulated modules: the same answers in every run, consistent with one another and within their limits.
 class SimulationTest : public GuardedTest
 {
     Q_OBJECT
