@@ -18,40 +18,14 @@
 namespace
 {
 
-constexpr int tickMs = 14;
 constexpr int refreshTicks = 18;
 constexpr double secondsPerHour = 3600.0;
 
-struct Day
+/// Samples of each curve.
+qint64 answered(const Recorder &day)
 {
-    explicit Day(const QString &path)
-    {
-        harness.open();
-        channel = plugIn(&harness.handler, "D/0", 2)->channel;
-        channel->answer = [this](const Command &) { return static_cast<qint32>(++value % 100000U); };
-        chooseAll(&harness);
-        harness.sampleTick(); // the first points are not recorded
-        harness.startLog(path);
-        linesBefore = Watch::announcedLines();
-        exchangesBefore = channel->statistics().answeredExchanges;
-    }
-
-    qint64 lines() const
-    {
-        return Watch::announcedLines() - linesBefore;
-    }
-
-    qint64 samples() const
-    {
-        return static_cast<qint64>(channel->statistics().answeredExchanges - exchangesBefore) / curveCount;
-    }
-
-    PluginHarness harness{pluginRoot(), "Day"};
-    StormChannel *channel = nullptr;
-    quint32 value = 0;
-    qint64 linesBefore = 0;
-    quint64 exchangesBefore = 0;
-};
+    return static_cast<qint64>(day.channel->statistics().answeredExchanges) / curveCount;
+}
 
 /// -1 when one is missing or not whole.
 qint64 linesIn(const QString &path)
@@ -65,7 +39,9 @@ void fastDay(double hours)
     StormChannel::advance(0);
     const QTemporaryDir folder;
     const QString path = folder.filePath("day.csv");
-    Day day(path);
+    Recorder day;
+    day.start(path);
+    const qint64 before = answered(day);
     const auto ticks = static_cast<qint64>(hours * secondsPerHour * 1000.0 / tickMs);
     constexpr qint64 warmUpTicks = 12000; // the curves are full and were cut once
     qint64 heap = 0;
@@ -73,8 +49,7 @@ void fastDay(double hours)
     QElapsedTimer clock;
     clock.start();
     for (qint64 tick = 1; tick <= ticks; ++tick) {
-        StormChannel::advance(tickMs);
-        day.harness.sampleTick();
+        day.tick(1);
         if (tick % refreshTicks == 0) {
             day.harness.refreshTick();
             QCoreApplication::processEvents();
@@ -86,8 +61,8 @@ void fastDay(double hours)
     }
     const qint64 heapGrowth = Watch::heapBytes() - heap;
     const qint64 residentGrowth = Watch::residentBytes() - resident;
-    const qint64 samples = day.samples();
-    const qint64 lines = day.lines();
+    const qint64 samples = answered(day) - before;
+    const qint64 lines = day.announced();
     const qint64 written = linesIn(path);
     constexpr qint64 allowedGrowth = 2 << 20; // how full the four curves are
     Report::add({"day", filled("%1 h in fast motion, in sampling ticks", hours), ticks,
@@ -105,16 +80,17 @@ void realDay(double hours)
     const QTemporaryDir folder;
     const QString path = folder.filePath("day.csv");
     const auto seconds = static_cast<int>(hours * secondsPerHour);
-    Day day(path);
+    Recorder day;
+    day.start(path);
     day.harness.plugin->removeEventFilter(&day.harness); // its own timers fire from now on
     QProcess pace;                                       // the loop without a plot
     pace.start(QCoreApplication::applicationFilePath(), {"child", "pace", QString::number(seconds)});
     pace.waitForReadyRead();
     pace.readLine();
-    const qint64 before = day.samples();
+    const qint64 before = answered(day);
     const qint64 heap = Watch::heapBytes();
     QTest::qWait(seconds * 1000);
-    const qint64 samples = day.samples() - before;
+    const qint64 samples = answered(day) - before;
     const qint64 growth = (Watch::heapBytes() - heap) / 1024;
     pace.waitForFinished();
     const qint64 usual = pace.readAll().trimmed().toLongLong();
@@ -123,8 +99,8 @@ void realDay(double hours)
     Report::add({"day", "in real time, in seconds", seconds, "four curves and a recording",
                  filled("%1 samples; a timer without a plot fired %2 times meanwhile; %3 lines announced, %4 in the "
                         "file; memory %5 kB more",
-                        samples, usual, day.lines(), lines, growth),
-                 static_cast<double>(samples) < share * static_cast<double>(usual) || lines != day.lines()});
+                        samples, usual, day.announced(), lines, growth),
+                 static_cast<double>(samples) < share * static_cast<double>(usual) || lines != day.announced()});
 }
 
 void endBySignal(const Sizes &sizes)

@@ -70,9 +70,8 @@ QString faultOf(const QString &error)
 {
     constexpr int longestLine = 1000;
     return error.contains(QLatin1Char('\n')) ? "more than one line: " + error.left(200)
-           : error.size() > longestLine
-               ? QStringLiteral("a line of %1 characters: ").arg(error.size()) + error.left(200)
-               : QString();
+           : error.size() > longestLine      ? filled("a line of %1 characters: ", error.size()) + error.left(200)
+                                             : QString();
 }
 
 /// Calls \a read in a process of its own; returns its exit status as waitpid() does.
@@ -105,8 +104,7 @@ QVector<QByteArray> findsOf(const Reader &reader)
     const QString folder = CORPUS_FOLDER "/" + QString(reader.name).replace(' ', '-');
     const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files);
     for (const QFileInfo &info : files) {
-        QFile file(info.filePath());
-        finds.append(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+        finds.append(contentOf(info.filePath()));
     }
     return finds;
 }
@@ -144,23 +142,18 @@ void mutate(const Reader &reader, const Sizes &sizes)
         const QString bad = faultOf(error);
         if (!bad.isEmpty()) {
             ++faults;
-            fault = QStringLiteral("%1 times: %2").arg(faults).arg(bad);
+            fault = filled("%1 times: %2", faults, bad);
         }
     }
     constexpr qint64 longestMs = 2000;
     Watch::takeFaults(); // of Qt's readers
-    Report::add(
-        {"files", QStringLiteral("mutated %1").arg(reader.name), count,
-         reader.forked == Reader::Forked::No ? "the reader" : "the reader, in a process of its own each time",
-         QStringLiteral("%1 accepted, %2 refused with one line each; slowest %3 ms %4")
-             .arg(accepted - crashes)
-             .arg(count - accepted)
-             .arg(slowestMs)
-             .arg(mayCrash
-                      ? QString("; %1 ended the process: Qt trusts its files, which come with the program or a plugin")
-                            .arg(crashes)
-                      : fault),
-         !fault.isEmpty() || slowestMs > longestMs});
+    const QString ended =
+        filled("; %1 ended the process: Qt trusts its files, which come with the program or a plugin", crashes);
+    Report::add({"files", filled("mutated %1", reader.name), count,
+                 reader.forked == Reader::Forked::No ? "the reader" : "the reader, in a process of its own each time",
+                 filled("%1 accepted, %2 refused with one line each; slowest %3 ms %4",
+                        accepted - (mayCrash ? crashes : 0), count - accepted, slowestMs, mayCrash ? ended : fault),
+                 !fault.isEmpty() || slowestMs > longestMs});
 }
 
 /// Files whose size or depth must not cost time and memory out of proportion.
@@ -195,16 +188,12 @@ void exaggerate(const Reader &reader)
         const QString error = QString::fromUtf8(words.mid(1).join('\n')).trimmed();
         constexpr int longestMs = 20000;
         constexpr int maximumMegabytes = 600;
-        const QString bad = faultOf(error);
-        Report::add({"files", shape.name, 1, reader.name,
-                     QStringLiteral("%1 ms, at most %2 MB of memory: %3")
-                         .arg(ended.milliseconds)
-                         .arg(megabytes)
-                         .arg(ended.isCrash    ? "the process crashed"
-                              : !bad.isEmpty() ? bad
-                                               : error.left(200)),
-                     ended.isCrash || error.isEmpty() || !bad.isEmpty() || ended.milliseconds > longestMs ||
-                         megabytes > maximumMegabytes});
+        const QString bad = ended.isCrash ? "the process crashed" : faultOf(error);
+        Report::add(
+            {"files", shape.name, 1, reader.name,
+             filled("%1 ms, at most %2 MB of memory: %3", ended.milliseconds, megabytes,
+                    bad.isEmpty() ? error.left(200) : bad),
+             error.isEmpty() || !bad.isEmpty() || ended.milliseconds > longestMs || megabytes > maximumMegabytes});
     }
 }
 
@@ -223,10 +212,9 @@ void cutPlugin(const Sizes &sizes)
         crashes += runForked([&path] { return PluginFile().load(path); }, &error) != 0 ? 1 : 0;
     }
     Report::add({"files", "plugins that are cut off at any place", cuts, "loading them, each in a process of its own",
-                 QStringLiteral("%1 ended the process in the system's loader, the others were refused or accepted: a "
-                                "plugin is code, and trusted")
-                     .arg(crashes),
-                 false});
+                 filled("%1 ended the process in the system's loader, the others were refused or accepted: a plugin is "
+                        "code, and trusted",
+                        crashes)});
 }
 
 } // namespace

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "PluginHarness.h"
+#include "Readers.h"
 #include "StormModule.h"
 
 #include <QApplication>
 
 constexpr int curveCount = 4;
-
-QByteArray contentOf(const QString &path);
+constexpr int tickMs = 14; // of the sampling timer
 
 /// What the file of a recording holds.
 struct Recorded
@@ -29,3 +29,23 @@ StormModule *plugIn(PluginHandler *handler, const QString &key, quint32 shape);
 /// Makes a value of the first module in the boxes the X, and one of the last the Y, of \a curves curves, and records
 /// these.
 void chooseAll(PluginHarness *harness, int curves = curveCount);
+
+/// A plugin that records new values of four curves at every tick.
+class Recorder
+{
+public:
+    Recorder();
+
+    void start(const QString &path);
+    /// Returns how long the slowest of \a count ticks took, ms.
+    qint64 tick(int count);
+    /// Lines since the recording was started.
+    qint64 announced() const;
+
+    PluginHarness harness{pluginRoot(), "Recorder"};
+    StormChannel *const channel; ///< of the only module
+
+private:
+    quint32 m_value = 0;
+    qint64 m_announcedBefore = 0;
+};

@@ -11,15 +11,6 @@
 namespace
 {
 
-qint64 exchangesOf(const QVector<StormChannel *> &channels)
-{
-    qint64 sum = 0;
-    for (const StormChannel *const channel : channels) {
-        sum += channel->exchanges;
-    }
-    return sum;
-}
-
 void hotplugs(const Sizes &sizes)
 {
     const int count = sizes.of(300, 5000);
@@ -28,10 +19,8 @@ void hotplugs(const Sizes &sizes)
     PluginHarness harness(pluginRoot());
     harness.open();
     QVector<StormModule *> modules;
-    QVector<StormChannel *> channels;
     for (quint32 place = 0; place < 3U; ++place) {
         modules.append(plugIn(&harness.handler, QStringLiteral("H/%1").arg(place), place));
-        channels.append(modules.constLast()->channel);
     }
     qint64 asked = 0;
     qint64 unasked = 0;
@@ -46,10 +35,9 @@ void hotplugs(const Sizes &sizes)
             harness.handler.removeModulePlugin(key);
         }
         modules[place] = plugIn(&harness.handler, key, static_cast<quint32>(engine() % 64U));
-        channels[place] = modules.at(place)->channel;
-        const qint64 before = exchangesOf(channels);
+        const qint64 before = StormChannel::allExchanges();
         harness.sampleTick();
-        unasked += exchangesOf(channels) - before;
+        unasked += StormChannel::allExchanges() - before;
         chooseAll(&harness);
         harness.sampleTick();
         const QString path = folder.filePath(QString::number(round % 8));
@@ -59,11 +47,11 @@ void hotplugs(const Sizes &sizes)
         harness.startLog(path);
         const qint64 announced = Watch::announcedLines();
         for (int tick = 0; tick < 10; ++tick) {
-            StormChannel::advance(14);
+            StormChannel::advance(tickMs);
             harness.sampleTick();
         }
         harness.refreshTick();
-        asked += exchangesOf(channels) - before;
+        asked += StormChannel::allExchanges() - before;
         const Recorded recorded(contentOf(path));
         isWhole =
             isWhole && recorded.isWhole && recorded.hasHeader && recorded.lines == Watch::announcedLines() - announced;
@@ -77,13 +65,13 @@ void hotplugs(const Sizes &sizes)
                  unasked != 0 || dead != 0 || lines < count || !isWhole});
 }
 
-struct Case
+struct Moment
 {
     const char *name;
     void (*act)(PluginHarness *harness);
 };
 
-constexpr Case cases[] = {
+constexpr Moment insideMoments[] = {
     {"the module removed", [](PluginHarness *it) { it->handler.removeModulePlugin("H/0"); }},
     {"the other module removed", [](PluginHarness *it) { it->handler.removeModulePlugin("H/1"); }},
     {"the module destroyed without notice", [](PluginHarness *it) { delete it->handler.getModulePlugin("H/0"); }},
@@ -123,7 +111,7 @@ void insideExchanges(const Sizes &sizes)
     std::mt19937 engine(sizes.seed);
     QString fault;
     for (int round = 0; round < count && fault.isEmpty(); ++round) {
-        const Case &each = cases[static_cast<std::size_t>(round) % std::size(cases)];
+        const Moment &each = insideMoments[static_cast<std::size_t>(round) % std::size(insideMoments)];
         PluginHarness harness(pluginRoot());
         harness.open();
         StormModule *const first = plugIn(&harness.handler, "H/0", 1);
@@ -145,7 +133,7 @@ void insideExchanges(const Sizes &sizes)
         }
     }
     QStringList names;
-    for (const Case &each : cases) {
+    for (const Moment &each : insideMoments) {
         names.append(each.name);
     }
     Report::add({"hotplug", "from inside an exchange: " + names.join("; "), count, "four curves, two modules",

@@ -117,7 +117,7 @@ void Chapters::life(const Sizes &sizes)
     plugIn(&harness->handler, "L/1", 67);
     chooseAll(harness.get());
     for (int tick = 0; tick < 500; ++tick) {
-        StormChannel::advance(14);
+        StormChannel::advance(tickMs);
         harness->sampleTick();
     }
     const QString four = "four curves, two modules";
@@ -147,7 +147,7 @@ void Chapters::life(const Sizes &sizes)
     // A QFile with its engine and the name of a temporary file is kept: 870 bytes.
     measure("recording into a new file", four, sizes.of(30, 1000), {1, 1000.0}, [&](int index) {
         harness->startLog(folder.filePath(QString::number(index % 16)));
-        StormChannel::advance(14);
+        StormChannel::advance(tickMs);
         harness->sampleTick();
         harness->logBox()->click();
         settleQuickly();

@@ -22,55 +22,8 @@
 namespace
 {
 
-constexpr unsigned int longestSeconds = 60; // for a tick
-
-/// A plugin that records new values at every tick.
-class Recorder
-{
-public:
-    Recorder()
-    {
-        m_harness.open();
-        StormChannel *const channel = plugIn(&m_harness.handler, "R/0", 2)->channel;
-        channel->answer = [this](const Command &) { return ++m_value; };
-        chooseAll(&m_harness);
-        tick(2);
-    }
-
-    void start(const QString &path)
-    {
-        if (m_harness.logBox()->isChecked()) {
-            m_harness.logBox()->click();
-        }
-        m_harness.startLog(path);
-        announcedBefore = Watch::announcedLines();
-    }
-
-    /// Returns how long the slowest took, ms.
-    qint64 tick(int count)
-    {
-        qint64 slowest = 0;
-        for (int index = 0; index < count; ++index) {
-            QElapsedTimer clock;
-            clock.start();
-            alarm(longestSeconds); // the signal ends the process: a tick that never ends is a fault, too
-            StormChannel::advance(14);
-            m_harness.sampleTick();
-            alarm(0);
-            slowest = qMax(slowest, clock.elapsed());
-        }
-        return slowest;
-    }
-
-    qint64 announcedBefore = 0;
-
-private:
-    PluginHarness m_harness{pluginRoot(), "Recorder"};
-    qint32 m_value = 0;
-};
-
 /// In \a folder, which is made before if it is missing.
-void run(const QString &folder, const QString &command)
+void inShell(const QString &folder, const QString &command)
 {
     QProcess::execute("sh", {"-c", filled("exec >/dev/null 2>&1; mkdir -p %1; cd %1; %2", folder, command)});
 }
@@ -114,7 +67,7 @@ const Trouble troubles[] = {
     {"file replaced by a link to /dev/full", "ln -sf /dev/full log", "rm log", lostMeanwhile},
     {"file replaced by a FIFO without a reader", "rm log; mkfifo log", "rm log",
      "lines are lost while it is there; the window goes on"},
-    {"file replaced by a FIFO whose reader is stopped", "rm log; mkfifo log; sleep 60 <>log & echo $! >reader",
+    {"file replaced by a FIFO whose reader is stopped", "rm log; mkfifo log; exec 3<>log; sleep 60 & echo $! >reader",
      "kill $(cat reader); rm log", "lines are lost once the pipe is full; the window goes on"},
     {"folder vanishes and comes back", "rm -r $PWD", "", "lines are lost meanwhile; goes on in a new file"},
     {cutLine, "truncate -s -3 log", "", "the next line is glued to what is left", true},
@@ -128,8 +81,8 @@ void tryTroubles(const QString &folder)
 {
     std::signal(SIGXFSZ, SIG_IGN);
     const QString mounted = folder + "/mounted";
-    run(mounted,
-        filled("truncate -s 8M %1/image && mkfs.ext4 -q %1/image && mount -o loop %1/image %2", folder, mounted));
+    inShell(mounted,
+            filled("truncate -s 8M %1/image && mkfs.ext4 -q %1/image && mount -o loop %1/image %2", folder, mounted));
     Recorder recorder;
     for (const Trouble &trouble : troubles) {
         const bool isFrozen = trouble.name == frozen;
@@ -142,14 +95,14 @@ void tryTroubles(const QString &folder)
         QDir().mkpath(place);
         recorder.start(place + "/log");
         qint64 slowest = recorder.tick(10);
-        run(place, trouble.begin);
+        inShell(place, trouble.begin);
         trouble.act(true);
         slowest = qMax(slowest, recorder.tick(60));
         trouble.act(false);
-        run(place, trouble.end);
+        inShell(place, trouble.end);
         slowest = qMax(slowest, recorder.tick(10));
         const Recorded recorded(contentOf(place + "/log"));
-        const qint64 announced = Watch::announcedLines() - recorder.announcedBefore;
+        const qint64 announced = recorder.announced();
         const char *const state = isCut              ? "the cut one has grown together with the next"
                                   : recorded.isWhole ? "all whole"
                                                      : "one is torn";
@@ -161,14 +114,14 @@ void tryTroubles(const QString &folder)
                          recorded.lastNumber != announced});
         QFile::remove(place + "/log");
     }
-    run(folder, "umount mounted");
+    inShell(folder, "umount mounted");
 }
 
 /// A recording on a file system of 16 kB.
 void fillDisk(const QString &folder)
 {
     const QString mounted = folder + "/small";
-    run(mounted, "mount -t tmpfs -o size=16k none . && touch ../small/ready");
+    inShell(mounted, "mount -t tmpfs -o size=16k none . && touch ../small/ready");
     const QString on = "ticks of a recording on a file system of 16 kB, which is enlarged later";
     if (!QFile::exists(mounted + "/ready")) {
         Report::add({"log", "disk full", 0, on, "not tried: no file system could be mounted here"});
@@ -179,15 +132,15 @@ void fillDisk(const QString &folder)
     recorder.start(path);
     recorder.tick(800);
     const Recorded full(contentOf(path));
-    run(mounted, "mount -o remount,size=64k $PWD");
+    inShell(mounted, "mount -o remount,size=64k $PWD");
     recorder.tick(10);
     const Recorded later(contentOf(path));
-    run(folder, "umount small");
+    inShell(folder, "umount small");
     Report::add({"log", "disk full", 810, on,
                  filled("%1 lines, then %2, all whole, with the header; the numbers of the lost ones are missing",
                         full.lines, later.lines),
                  !full.isWhole || !later.isWhole || !later.hasHeader || later.lines != full.lines + 10 ||
-                     later.lastNumber != Watch::announcedLines() - recorder.announcedBefore});
+                     later.lastNumber != recorder.announced()});
 }
 
 void kill(const Sizes &sizes, const QString &folder)

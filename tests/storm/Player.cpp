@@ -26,7 +26,7 @@ namespace
 
 constexpr int checkInterval = 1000; // events
 constexpr int objectChecks = 4;     // every so many of these checks everything begins anew
-constexpr unsigned int longestSeconds = 120;
+constexpr unsigned int longestEventSeconds = 120;
 constexpr int refreshIntervalMs = 250;
 
 bool isInFileDialog(const QObject *object)
@@ -78,7 +78,7 @@ bool Player::playNext()
         // After a crash the process that started this one reads it.
         [[maybe_unused]] const auto written = pwrite(m_progress, &m_next, sizeof m_next, 0);
     }
-    alarm(longestSeconds); // the signal ends the process: an event must not stop everything
+    alarm(longestEventSeconds); // the signal ends the process: an event must not stop everything
     const Op op = m_ops.at(m_next++);
     perform(op);
     while (QWidget *const popup = QApplication::activePopupWidget()) {

@@ -1,5 +1,6 @@
 // What comes from the host: time, modules, openings and closings; and the commands of the window.
 
+#include "Harness.h"
 #include "Player.h"
 #include "Report.h"
 
@@ -17,8 +18,6 @@
 
 namespace
 {
-
-constexpr int tickMs = 14;
 
 QImage drawnFromScratch(QWidget *plot)
 {

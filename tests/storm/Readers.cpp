@@ -14,6 +14,7 @@
 #include "host/ExportCSV.h"
 
 #include <QDockWidget>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
@@ -25,26 +26,10 @@
 namespace
 {
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QByteArray sceneSample()
 {
     shippedScenes(); // registers the resources
     return contentOf(shippedScenePath("four-curves"));
-}
-
-QString readSceneBytes(const QByteArray &bytes)
-{
-    return readScene(bytes, "scene.json").error;
-}
-
-QString readScenePath(const QString &path)
-{
-    return readSceneFile(path).error;
 }
 
 QByteArray mapSample()
@@ -59,16 +44,6 @@ QByteArray mapSample()
         { "name": "O", "table": "coil", "address": 0 }
     ]
 })";
-}
-
-QString readMapBytes(const QByteArray &bytes)
-{
-    return readRegisterMap(bytes, "map.json").error;
-}
-
-QString readMapPath(const QString &path)
-{
-    return readRegisterMapFile(path).error;
 }
 
 QByteArray recordingSample()
@@ -105,34 +80,18 @@ QString readRecordingBytes(const QByteArray &bytes)
                                                                             : "no temporary file";
 }
 
-/// The settings in a file of their own while it lives.
-class SettingsFile
+/// Has settings with this content used from now on; returns the path of their file.
+QString useSettings(const QByteArray &content)
 {
-public:
-    explicit SettingsFile(const QByteArray &content)
-    {
-        m_file.open();
-        m_file.write(content);
-        m_file.flush();
-        AppSettings::setStoreFile(m_file.fileName());
-    }
-
-    ~SettingsFile()
-    {
-        AppSettings::setStoreFile(m_previous);
-    }
-
-    QByteArray content() const
-    {
-        return contentOf(m_file.fileName());
-    }
-
-private:
-    Q_DISABLE_COPY(SettingsFile)
-
-    const QString m_previous = AppSettings::storeFile();
-    QTemporaryFile m_file;
-};
+    static const QTemporaryDir folder;
+    static int number = 0; // another name each time: Qt keeps what it has read, by name, time and size
+    QFile::remove(folder.filePath(QString::number(number)));
+    QFile file(folder.filePath(QString::number(++number)));
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+    AppSettings::setStoreFile(file.fileName());
+    return file.fileName();
+}
 
 /// A window that comes back as it was.
 struct KeptWindow
@@ -152,13 +111,13 @@ struct KeptWindow
 /// the rest allocates whatever size it finds.
 QByteArray settingsSample()
 {
-    const SettingsFile file("[Plot]\nS%5CM\\0X=3\nrow=12\n[ExportCSV]\nSeparator=1\nFolder=/tmp\n"
-                            "[Pictures]\nFolder=@Invalid()\n");
+    const QString path = useSettings("[Plot]\nS%5CM\\0X=3\nrow=12\n[ExportCSV]\nSeparator=1\nFolder=/tmp\n"
+                                     "[Pictures]\nFolder=@Invalid()\n");
     KeptWindow().window.close();
     RecentFiles::add("/tmp/a, b.json");
     Preferences::setPalette(PaletteChoice::Dark);
     Preferences::setLanguage("de");
-    return file.content();
+    return contentOf(path);
 }
 
 /// All that the workbench reads at its start and for its windows.
@@ -167,7 +126,7 @@ QString readSettings(const QByteArray &bytes)
     if (bytes.contains("Variant(") || bytes.contains("DateTime(")) {
         return "refused";
     }
-    const SettingsFile file(bytes);
+    useSettings(bytes);
     const KeptWindow kept;
     (void)HintBar::wasClosed();
     (void)Preferences::palette();
@@ -225,11 +184,19 @@ QString readMetaData(const QByteArray &bytes)
 
 } // namespace
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 const std::vector<Reader> &readers()
 {
     static const std::vector<Reader> all{
-        {"scene file", sceneSample, readSceneBytes, readScenePath},
-        {"register map", mapSample, readMapBytes, readMapPath},
+        {"scene file", sceneSample, [](const QByteArray &bytes) { return readScene(bytes, "scene.json").error; },
+         [](const QString &path) { return readSceneFile(path).error; }},
+        {"register map", mapSample, [](const QByteArray &bytes) { return readRegisterMap(bytes, "map.json").error; },
+         [](const QString &path) { return readRegisterMapFile(path).error; }},
         {"recording", recordingSample, readRecordingBytes, readRecordingPath},
         {"settings file", settingsSample, readSettings, nullptr},
         {"answer of a device", answerSample, readAnswer, nullptr},

@@ -5,6 +5,9 @@
 
 #include <vector>
 
+/// Of a regular file; empty when it cannot be read.
+QByteArray contentOf(const QString &path);
+
 /// Something that reads files that come from others. A new reader is a new row in Readers.cpp.
 struct Reader
 {

@@ -12,7 +12,7 @@
 namespace
 {
 
-struct Case
+struct Slowness
 {
     const char *name;
     StormChannel::Manner manner;
@@ -20,7 +20,7 @@ struct Case
     bool isBlocking; ///< a channel that waits as long as it takes, as another host's may
 };
 
-constexpr Case cases[] = {
+constexpr Slowness slownesses[] = {
     {"answers at once", StormChannel::Manner::Answers, 0, false},
     {"5 ms per answer", StormChannel::Manner::Answers, 5, false},
     {"50 ms per answer", StormChannel::Manner::Answers, 50, false},
@@ -39,7 +39,7 @@ struct Measured
 };
 
 /// \a curves of the window with the module, and a window with a module that answers at once beside it.
-Measured measure(const Case &each, int curves, int milliseconds)
+Measured slowed(const Slowness &each, int curves, int milliseconds)
 {
     PluginHarness sick(pluginRoot(), "Sick");
     PluginHarness healthy(pluginRoot(), "Healthy");
@@ -87,12 +87,12 @@ void Chapters::slow(const Sizes &sizes)
     StormChannel::advance(-1);
     const int milliseconds = sizes.of(1200, 6000);
     double usual = 0.0;
-    for (const Case &each : cases) {
+    for (const Slowness &each : slownesses) {
         for (const int curves : {1, 4}) {
             if (!sizes.isLong && curves == 1 && each.answerMs != 0) {
                 continue;
             }
-            const Measured measured = measure(each, curves, milliseconds);
+            const Measured measured = slowed(each, curves, milliseconds);
             usual = qMax(usual, measured.healthyPerSecond);
             // Four curves of one module: each exchange has its deadline. The neighbour gets what the rests leave.
             constexpr qint64 stopMs = curveCount * CommandHandlerInterface::exchangeDeadlineMs + 500;

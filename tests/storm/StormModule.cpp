@@ -14,6 +14,7 @@
 namespace
 {
 
+qint64 sumOfExchanges = 0;
 qint64 deadExchanges = 0;
 qint64 virtualNs = 1;
 bool isTimeVirtual = false;
@@ -46,6 +47,7 @@ const char *const oddNames[] = {"position",
 void StormChannel::sendCommandCombos(QList<CommandCombo *> combos)
 {
     ++exchanges;
+    ++sumOfExchanges;
     deadExchanges += isDead ? 1 : 0;
     CommandHandlerInterface::sendCommandCombos(combos);
     if (manner == Manner::Babbling) {
@@ -63,6 +65,11 @@ void StormChannel::sendCommandCombos(QList<CommandCombo *> combos)
     if (onExchange) {
         std::exchange(onExchange, nullptr)();
     }
+}
+
+qint64 StormChannel::allExchanges()
+{
+    return sumOfExchanges;
 }
 
 qint64 StormChannel::exchangesWithTheDead()

@@ -29,8 +29,8 @@ public:
     qint64 exchanges = 0;
     bool isDead = false; ///< its module has been destroyed
 
-    /// Exchanges with modules that had been destroyed, of all channels.
-    static qint64 exchangesWithTheDead();
+    static qint64 allExchanges();         ///< of all channels
+    static qint64 exchangesWithTheDead(); ///< those with modules that had been destroyed
     /// Moves the clock of all channels on; they do not see the real one until \a ms is negative.
     static void advance(int ms);
 

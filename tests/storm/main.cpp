@@ -17,28 +17,9 @@
 namespace
 {
 
-struct Chapter
-{
-    const char *name;
-    void (*run)(const Sizes &sizes);
-};
-
-constexpr Chapter chapters[] = {
+constexpr std::pair<const char *, Chapters::Chapter *> chapters[] = {
     {"events", Chapters::events}, {"hotplug", Chapters::hotplug}, {"slow", Chapters::slow}, {"log", Chapters::log},
     {"life", Chapters::life},     {"files", Chapters::files},     {"day", Chapters::day},
-};
-
-struct ChildTask
-{
-    const char *name;
-    int (*run)(const QStringList &arguments);
-};
-
-constexpr ChildTask childTasks[] = {
-    {"events", Chapters::playEvents},
-    {"pace", Chapters::pace},
-    {"read", Chapters::readFile},
-    {"record", Chapters::recordLines},
 };
 
 /// In a process of its own: a crash is a row of the report, and the other chapters run.
@@ -78,15 +59,15 @@ int runChapters()
     arguments += parser.isSet("long") ? QStringList("--long") : QStringList();
     QStringList names = parser.positionalArguments();
     const bool isAll = names.isEmpty();
-    for (const Chapter &chapter : chapters) {
-        if (names.removeAll(chapter.name) == 0 && !isAll) {
+    for (const auto &[name, run] : chapters) {
+        if (names.removeAll(name) == 0 && !isAll) {
             continue;
         }
         if (parser.isSet("here")) {
-            chapter.run(sizes);
+            run(sizes);
         } else {
-            Report::begin(chapter.name);
-            runInChild(chapter.name, arguments);
+            Report::begin(name);
+            runInChild(name, arguments);
         }
     }
     if (!names.isEmpty()) {
@@ -100,12 +81,9 @@ int runChapters()
 
 int Chapters::child(const QStringList &arguments)
 {
-    for (const ChildTask &task : childTasks) {
-        if (arguments.constFirst() == task.name) {
-            return task.run(arguments.mid(1));
-        }
-    }
-    return 2;
+    const QMap<QString, ChildTask *> tasks{
+        {"events", playEvents}, {"pace", pace}, {"read", readFile}, {"record", recordLines}};
+    return tasks.contains(arguments.constFirst()) ? tasks.value(arguments.constFirst())(arguments.mid(1)) : 2;
 }
 
 Ended runChild(const QStringList &arguments, int timeoutMs, const QStringList &environment)
