@@ -27,8 +27,8 @@ const TestClassEntry *firstTestClass = nullptr;
 
 } // namespace
 
-TestClassEntry::TestClassEntry(const char *name, Factory factory) noexcept
-    : name(name), factory(factory), next(firstTestClass)
+TestClassEntry::TestClassEntry(const char *className, Factory makesOne) noexcept
+    : name(className), factory(makesOne), next(firstTestClass)
 {
     firstTestClass = this;
 }

@@ -101,7 +101,7 @@ class TestClassEntry
 public:
     using Factory = std::unique_ptr<QObject> (*)();
 
-    TestClassEntry(const char *name, Factory factory) noexcept;
+    TestClassEntry(const char *className, Factory makesOne) noexcept;
 
     const char *name;
     Factory factory;
