@@ -257,7 +257,8 @@ private slots:
     void manualsSayTheSame()
     {
         const QStringList english = entriesOfManual("../packaging/xy-plot-workbench.1.in");
-        auto option = QRegularExpression("\n  --([a-z-]+)").globalMatch(optionsHelp());
+        static const QRegularExpression pattern("\n  --([a-z-]+)");
+        auto option = pattern.globalMatch(optionsHelp());
         QVERIFY(option.hasNext());
         while (option.hasNext()) {
             const QString name = option.next().captured(1).replace('-', "\\-");

@@ -2,6 +2,7 @@
 #include "Paper.h"
 #include "application/RecordingDriver.h"
 #include "application/WorkbenchRun.h"
+#include "window/HintBar.h"
 #include "window/ModulePanel.h"
 
 #include <csignal>
@@ -112,12 +113,14 @@ private slots:
         plan.plugins = QStringList(PLUGIN);
         plan.log = temporaryPath("run.csv");
         plan.hasScene = plan.isTimed = true;
+        bool hasHint = false;
         QTimer poll;
         connect(&poll, &QTimer::timeout, this, [&] {
             if (linesOf(plan.log).size() > 6) {
                 poll.stop();
                 const QWidgetList windows = QApplication::topLevelWidgets();
                 for (const QWidget *const window : windows) {
+                    hasHint = hasHint || window->findChild<HintBar *>() != nullptr;
                     if (const auto *const panel = window->findChild<ModulePanel *>()) {
                         panel->findChildren<QCheckBox *>().constLast()->click(); // "Silent" of the second module
                     }
@@ -127,6 +130,7 @@ private slots:
         poll.start(1);
         const Paper paper;
         WorkbenchRun(plan, paper.terminal).exec();
+        QVERIFY2(!hasHint, "a scene needs no first steps");
         QVERIFY2(paper.errors().contains("run.csv: lines with old values"), qPrintable(paper.errors()));
     }
 

@@ -290,10 +290,16 @@ private slots:
         }
         QCOMPARE(rack.settings(0).key, QString("DEV0/map"));
         QVERIFY(QDir::isAbsolutePath(rack.device(0)->mapFile)); // for set-ups that are saved in other folders
-        QVERIFY(waitUntil([&] {
+        const auto isNotPlotted = [&] {
             watch.poll(0);
             return labelText(panel, "deviceState") == "Connected and answering, not plotted";
-        }));
+        };
+        QVERIFY(waitUntil(isNotPlotted));
+        auto *const module = rack.moduleAs<ModbusModule>(0);
+        const int position = module->getParameterMapByName("axis0")->first().number;
+        Exchange exchange({requestFor(module->moduleAddress(), 6, 0, position)});
+        QVERIFY(waitUntil([&] { return exchange.with(module->commandHandlerInterface()) && !isNotPlotted(); }));
+        QVERIFY(waitUntil(isNotPlotted)); // nobody asks any more
         {
             DeviceDialog dialog(&rack, 0);
             ModuleSettings changed = dialog.settings();

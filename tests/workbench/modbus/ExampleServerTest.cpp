@@ -131,7 +131,8 @@ private slots:
             process.start(client, {"-1", "-0", "-q", "-B", "-t", type, "-r", address, "-p", port, "127.0.0.1"});
             REQUIRE(process.waitForFinished());
             const QString text = QString::fromLatin1(process.readAllStandardOutput());
-            const auto match = QRegularExpression(QString("\\[%1\\]:\\s*([0-9]+)").arg(address)).match(text);
+            const QRegularExpression pattern(QString("\\[%1\\]:\\s*([0-9]+)").arg(address));
+            const auto match = pattern.match(text);
             REQUIRE(match.hasMatch());
             return match.captured(1).toInt();
         };

@@ -73,6 +73,7 @@ private slots:
         QFETCH(bool, isSerial);
         const MachineJitter jitter;
         std::vector<std::unique_ptr<ProbedDevice>> devices;
+        devices.reserve(FaultyLine::FaultCount);
         for (int fault = 0; fault < FaultyLine::FaultCount; ++fault) {
             devices.push_back(std::make_unique<ProbedDevice>(isSerial, static_cast<FaultyLine::Fault>(fault)));
         }

@@ -69,9 +69,8 @@ private slots:
         QVector<RegisterSpan> sent;
         QVERIFY(waitUntil([&] {
             sent += server.takeRequests();
-            return device->state().isKnownToAnswer && sent.size() >= 4 * curveCount;
+            return device->state().isKnownToAnswer && sent.size() >= 8 * curveCount; // each value twice
         }));
-        QTest::qSleep(100);
 
         for (int phase = 0; phase < 2; ++phase) {
             const QString path = temporaryPath(QString("log%1.csv").arg(phase));
