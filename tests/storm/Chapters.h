@@ -10,21 +10,13 @@
 namespace Chapters
 {
 
-void events(const Sizes &sizes);
-void hotplug(const Sizes &sizes);
-void slow(const Sizes &sizes);
-void log(const Sizes &sizes);
-void life(const Sizes &sizes);
-void files(const Sizes &sizes);
-void day(const Sizes &sizes);
+using Chapter = void(const Sizes &sizes);
+Chapter events, hotplug, slow, log, life, files, day;
 
-/// What a chapter lets another process of this program do: the first argument says what, the others how.
-/// \return the process's exit code
-int child(const QStringList &arguments);
-int playEvents(const QStringList &arguments);
-int recordLines(const QStringList &arguments);
-int pace(const QStringList &arguments);
-int readFile(const QStringList &arguments);
+/// What a chapter lets another process of this program do: the first argument says what, the others how; returns the
+/// process's exit code.
+using ChildTask = int(const QStringList &arguments);
+ChildTask child, playEvents, recordLines, pace, readFile;
 
 } // namespace Chapters
 

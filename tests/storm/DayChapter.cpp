@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <csignal>
 #include <cstdio>
@@ -17,53 +18,20 @@
 namespace
 {
 
-constexpr int tickMs = 14;
 constexpr int refreshTicks = 18;
 constexpr double secondsPerHour = 3600.0;
 
-struct Day
+/// Samples of each curve.
+qint64 answered(const Recorder &day)
 {
-    explicit Day(const QString &path)
-    {
-        harness.open();
-        channel = plugIn(&harness.handler, "D/0", 2)->channel;
-        channel->answer = [this](const Command &) { return static_cast<qint32>(++value % 100000U); };
-        chooseAll(&harness);
-        harness.sampleTick(); // the first points are not recorded
-        harness.startLog(path);
-        linesBefore = Watch::announcedLines();
-        exchangesBefore = channel->statistics().answeredExchanges;
-    }
+    return static_cast<qint64>(day.channel->statistics().answeredExchanges) / curveCount;
+}
 
-    qint64 lines() const
-    {
-        return Watch::announcedLines() - linesBefore;
-    }
-
-    qint64 samples() const
-    {
-        return static_cast<qint64>(channel->statistics().answeredExchanges - exchangesBefore) / curveCount;
-    }
-
-    PluginHarness harness{pluginRoot(), "Day"};
-    StormChannel *channel = nullptr;
-    quint32 value = 0;
-    qint64 linesBefore = 0;
-    quint64 exchangesBefore = 0;
-};
-
+/// -1 when one is missing or not whole.
 qint64 linesIn(const QString &path)
 {
-    QFile file(path);
-    qint64 lines = -2;
-    int number = 0;
-    bool isWhole = file.open(QIODevice::ReadOnly);
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine();
-        isWhole =
-            isWhole && line.endsWith(";\r\n") && (++lines < 1 || line.split(';').constFirst().toInt() == ++number);
-    }
-    return isWhole ? lines : -1;
+    const Recorded recorded(contentOf(path));
+    return recorded.isWhole && recorded.hasHeader && recorded.lastNumber == recorded.lines ? recorded.lines : -1;
 }
 
 void fastDay(double hours)
@@ -71,7 +39,9 @@ void fastDay(double hours)
     StormChannel::advance(0);
     const QTemporaryDir folder;
     const QString path = folder.filePath("day.csv");
-    Day day(path);
+    Recorder day;
+    day.start(path);
+    const qint64 before = answered(day);
     const auto ticks = static_cast<qint64>(hours * secondsPerHour * 1000.0 / tickMs);
     constexpr qint64 warmUpTicks = 12000; // the curves are full and were cut once
     qint64 heap = 0;
@@ -79,8 +49,7 @@ void fastDay(double hours)
     QElapsedTimer clock;
     clock.start();
     for (qint64 tick = 1; tick <= ticks; ++tick) {
-        StormChannel::advance(tickMs);
-        day.harness.sampleTick();
+        day.tick(1);
         if (tick % refreshTicks == 0) {
             day.harness.refreshTick();
             QCoreApplication::processEvents();
@@ -91,24 +60,18 @@ void fastDay(double hours)
         }
     }
     const qint64 heapGrowth = Watch::heapBytes() - heap;
-    const qint64 samples = day.samples();
-    const qint64 lines = day.lines();
-    const QStringList warnings = Watch::takeFaults();
+    const qint64 residentGrowth = Watch::residentBytes() - resident;
+    const qint64 samples = answered(day) - before;
+    const qint64 lines = day.announced();
+    const qint64 written = linesIn(path);
     constexpr qint64 allowedGrowth = 2 << 20; // how full the four curves are
-    Report::add({"day", QStringLiteral("%1 h in fast motion, in sampling ticks").arg(hours), ticks,
+    Report::add({"day", filled("%1 h in fast motion, in sampling ticks", hours), ticks,
                  "four full curves and a recording",
-                 QStringLiteral("%1 samples of each curve, %2 lines announced, %3 in the file; memory %4 kB (resident "
-                                "%5 kB) more than after %6 ticks; %7 s %8")
-                     .arg(samples)
-                     .arg(lines)
-                     .arg(linesIn(path))
-                     .arg(heapGrowth / 1024)
-                     .arg((Watch::residentBytes() - resident) / 1024)
-                     .arg(qMin(ticks, warmUpTicks))
-                     .arg(clock.elapsed() / 1000)
-                     .arg(warnings.join(QLatin1Char(' '))),
-                 samples != ticks || lines != ticks || linesIn(path) != ticks || heapGrowth > allowedGrowth ||
-                     !warnings.isEmpty()});
+                 filled("%1 samples of each curve, %2 lines announced, %3 in the file; memory %4 kB (resident %5 kB) "
+                        "more than after %6 ticks; %7 s",
+                        samples, lines, written, heapGrowth / 1024, residentGrowth / 1024, qMin(ticks, warmUpTicks),
+                        clock.elapsed() / 1000),
+                 samples != ticks || lines != ticks || written != ticks || heapGrowth > allowedGrowth});
 }
 
 void realDay(double hours)
@@ -117,35 +80,32 @@ void realDay(double hours)
     const QTemporaryDir folder;
     const QString path = folder.filePath("day.csv");
     const auto seconds = static_cast<int>(hours * secondsPerHour);
-    Day day(path);
+    Recorder day;
+    day.start(path);
     day.harness.plugin->removeEventFilter(&day.harness); // its own timers fire from now on
     QProcess pace;                                       // the loop without a plot
     pace.start(QCoreApplication::applicationFilePath(), {"child", "pace", QString::number(seconds)});
     pace.waitForReadyRead();
     pace.readLine();
-    const qint64 before = day.samples();
+    const qint64 before = answered(day);
     const qint64 heap = Watch::heapBytes();
     QTest::qWait(seconds * 1000);
-    const qint64 samples = day.samples() - before;
+    const qint64 samples = answered(day) - before;
     const qint64 growth = (Watch::heapBytes() - heap) / 1024;
     pace.waitForFinished();
     const qint64 usual = pace.readAll().trimmed().toLongLong();
     constexpr double share = 0.97;
     const qint64 lines = linesIn(path);
     Report::add({"day", "in real time, in seconds", seconds, "four curves and a recording",
-                 QStringLiteral("%1 samples; a timer without a plot fired %2 times meanwhile; %3 lines announced, %4 "
-                                "in the file; memory %5 kB more")
-                     .arg(samples)
-                     .arg(usual)
-                     .arg(day.lines())
-                     .arg(lines)
-                     .arg(growth),
-                 static_cast<double>(samples) < share * static_cast<double>(usual) || lines != day.lines()});
+                 filled("%1 samples; a timer without a plot fired %2 times meanwhile; %3 lines announced, %4 in the "
+                        "file; memory %5 kB more",
+                        samples, usual, day.announced(), lines, growth),
+                 static_cast<double>(samples) < share * static_cast<double>(usual) || lines != day.announced()});
 }
 
 void endBySignal(const Sizes &sizes)
 {
-    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const auto &[name, number] : {std::pair("TERM", SIGTERM), {"INT", SIGINT}, {"HUP", SIGHUP}}) {
         const int count = sizes.isLong ? 10 : 1;
         std::signal(number, SIG_DFL); // the program leaves ignored what was ignored when it was started
         QString fault;
@@ -167,24 +127,15 @@ void endBySignal(const Sizes &sizes)
             const QStringList left = QDir(folder.filePath("tmp")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
             if (!hasBegun || program.exitStatus() != QProcess::NormalExit || program.exitCode() != 128 + number ||
                 lines < 1 || !QFile::exists(picture) || !left.isEmpty()) {
-                fault =
-                    QStringLiteral("exit code %1, %2 lines, picture %3, left: %4; %5")
-                        .arg(program.exitCode())
-                        .arg(lines)
-                        .arg(QFile::exists(picture))
-                        .arg(left.join(QLatin1Char(' ')), QString::fromUtf8(program.readAllStandardError().left(300)));
+                fault = filled("exit code %1, %2 lines, picture %3, left: %4; %5", program.exitCode(), lines,
+                               QFile::exists(picture), left.join(QLatin1Char(' ')),
+                               QString::fromUtf8(program.readAllStandardError().left(300)));
             }
         }
-        Report::add({"day",
-                     QStringLiteral("signal %1")
-                         .arg(number == SIGTERM  ? "TERM"
-                              : number == SIGINT ? "INT"
-                                                 : "HUP"),
-                     count, "the program in the middle of a recording",
-                     fault.isEmpty()
-                         ? "ends like closing the window: whole log, picture, nothing left in the temporary folder"
-                         : fault,
-                     !fault.isEmpty()});
+        const char *const outcome =
+            "ends like closing the window: whole log, picture, nothing left in the temporary folder";
+        Report::add({"day", filled("signal %1", name), count, "the program in the middle of a recording",
+                     fault.isEmpty() ? outcome : fault, !fault.isEmpty()});
     }
 }
 

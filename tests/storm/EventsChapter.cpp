@@ -1,6 +1,7 @@
 // Random events: series of them in processes of their own, so that a crash is seen, and can be shortened.
 
 #include "Chapters.h"
+#include "Harness.h"
 #include "Player.h"
 #include "Watch.h"
 
@@ -11,12 +12,9 @@
 #include <QTextStream>
 
 #include <array>
-#include <atomic>
 #include <cstdio>
 #include <fcntl.h>
-#include <map>
-#include <mutex>
-#include <thread>
+#include <future>
 #include <unistd.h>
 
 namespace
@@ -35,7 +33,7 @@ struct Series
     QStringList environment() const
     {
         const char *const ratios[] = {"1", "1.5", "2"};
-        return {QStringLiteral("QT_SCALE_FACTOR=%1").arg(ratios[seed % 3U])};
+        return {filled("QT_SCALE_FACTOR=%1", ratios[seed % 3U])};
     }
 };
 
@@ -61,10 +59,9 @@ void writeOps(const QString &path, const QVector<Op> &ops)
 QVector<Op> readOps(const QString &path)
 {
     QVector<Op> ops;
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    while (!file.atEnd()) {
-        const QList<QByteArray> words = file.readLine().split(' ');
+    const QList<QByteArray> lines = contentOf(path).split('\n');
+    for (const QByteArray &line : lines) {
+        const QList<QByteArray> words = line.split(' ');
         if (words.size() >= 4) {
             ops.append({words.at(0).toInt(), words.at(1).toUInt(), words.at(2).toUInt(), words.at(3).toUInt()});
         }
@@ -122,56 +119,34 @@ QString explained(const Series &series, const QString &folder, const Ended &ende
     const Ended again = playInChild(series, folder, &ops);
     QTextStream out(stderr);
     out << "\nSeed " << series.seed << ", " << series.host << ", event " << last << ": "
-        << (ended.isCrash ? QStringLiteral("signal %1").arg(ended.exitCode) : QString::fromUtf8(ended.output.trimmed()))
-        << "\n"
+        << (ended.isCrash ? filled("signal %1", ended.exitCode) : QString::fromUtf8(ended.output.trimmed())) << "\n"
         << again.output << again.errors << "\n"
         << ops.size() << " of " << all << " events show it; " << series.environment().constFirst()
         << " storm child events " << series.host << " FOLDER " << series.seed << " 0 FILE, with FILE:\n";
     for (const Op &op : qAsConst(ops)) {
         out << Player::describe(op) << "\n";
     }
-    return QStringLiteral("seed %1, %2 events show it").arg(series.seed).arg(ops.size());
+    return filled("seed %1, %2 events show it", series.seed, ops.size());
 }
 
-void play(const Series &series, Outcome *outcome, std::mutex *mutex)
+/// \a total events in one host after the other, until something goes wrong.
+Outcome playAll(const QString &host, quint32 firstSeed, int total, int eventsPerSeries)
 {
-    const QTemporaryDir folder;
-    const Ended ended = playInChild(series, folder.path(), nullptr);
-    const QString fault = isFault(ended) ? explained(series, folder.path(), ended) : QString();
-    const QList<QByteArray> words = ended.output.split('\n').constFirst().split(' ');
-    const std::lock_guard<std::mutex> lock(*mutex);
-    outcome->played += series.events;
-    for (std::size_t index = 0; index < outcome->counts.size(); ++index) {
-        outcome->counts.at(index) += words.value(static_cast<int>(index)).toLongLong();
-    }
-    outcome->fault = fault.isEmpty() ? outcome->fault : fault;
-}
-
-/// Plays \a all, two at a time.
-std::map<QString, Outcome> playAll(const QVector<Series> &all)
-{
-    std::map<QString, Outcome> outcomes;
-    std::mutex mutex;
-    for (const Series &series : all) {
-        outcomes[series.host];
-    }
-    std::atomic<int> next{0};
-    const auto work = [&] {
-        for (int index = next++; index < all.size(); index = next++) {
-            Outcome &outcome = outcomes.at(all.at(index).host);
-            const bool isLost = [&] {
-                const std::lock_guard<std::mutex> lock(mutex);
-                return !outcome.fault.isEmpty();
-            }();
-            if (!isLost) {
-                play(all.at(index), &outcome, &mutex);
-            }
+    Outcome outcome;
+    Series series{host, firstSeed, 0};
+    for (int left = total; left > 0 && outcome.fault.isEmpty(); left -= eventsPerSeries) {
+        series.events = qMin(eventsPerSeries, left);
+        const QTemporaryDir folder;
+        const Ended ended = playInChild(series, folder.path(), nullptr);
+        outcome.fault = isFault(ended) ? explained(series, folder.path(), ended) : QString();
+        outcome.played += series.events;
+        const QList<QByteArray> words = ended.output.split('\n').constFirst().split(' ');
+        for (std::size_t index = 0; index < outcome.counts.size(); ++index) {
+            outcome.counts.at(index) += words.value(static_cast<int>(index)).toLongLong();
         }
-    };
-    std::thread other(work);
-    work();
-    other.join();
-    return outcomes;
+        ++series.seed;
+    }
+    return outcome;
 }
 
 QString describe(const Outcome &outcome)
@@ -198,7 +173,7 @@ int Chapters::playEvents(const QStringList &arguments)
     StormChannel::advance(0);
     QString problem;
     {
-        const std::unique_ptr<StormHost> host = StormHost::make(arguments.at(0), PLUGIN);
+        const std::unique_ptr<StormHost> host = StormHost::make(arguments.at(0));
         const quint32 seed = arguments.at(2).toUInt();
         Player player(host.get(), files.path(), seed % deviceSeries == 0U);
         problem = player.play(ops, progress);
@@ -213,30 +188,18 @@ int Chapters::playEvents(const QStringList &arguments)
 
 void Chapters::events(const Sizes &sizes)
 {
-    const int total = sizes.of(20000, 1000000);
+    const int total = sizes.of(20000, 1000000) / 2;
     const int seriesEvents = sizes.isLong ? 10000 : 5000; // in one process
-    const char *const hosts[] = {"workbench", "bare"};
     const quint32 firstSeed = sizes.seed * 1000U;
-    quint32 seed = firstSeed;
-    QVector<Series> all;
-    for (int left = total / 2; left > 0; left -= seriesEvents) {
-        for (const char *const host : hosts) {
-            all.append({host, seed, qMin(seriesEvents, left)});
-        }
-        ++seed;
-    }
-    const std::map<QString, Outcome> outcomes = playAll(all);
-    for (const char *const host : hosts) {
-        const Outcome &outcome = outcomes.at(host);
-        Report::add({"events",
-                     QStringLiteral("random events, seeds %1 to %2, devices on faulty lines with every %3th")
-                         .arg(firstSeed)
-                         .arg(seed - 1U)
-                         .arg(deviceSeries),
-                     outcome.played,
-                     qstrcmp(host, "bare") == 0
-                         ? "two containers in bare windows, destroyed and made anew at any moment"
-                         : "two containers in the workbench's main window",
-                     outcome.fault.isEmpty() ? describe(outcome) : outcome.fault, !outcome.fault.isEmpty()});
-    }
+    const auto lastSeed = firstSeed + static_cast<quint32>((total - 1) / seriesEvents);
+    const QString tried = filled("random events, seeds %1 to %2, devices on faulty lines with every %3th", firstSeed,
+                                 lastSeed, deviceSeries);
+    auto bare = std::async(std::launch::async, playAll, "bare", firstSeed, total, seriesEvents);
+    const Outcome workbench = playAll("workbench", firstSeed, total, seriesEvents);
+    const auto report = [&tried](const Outcome &outcome, const char *on) {
+        Report::add({"events", tried, outcome.played, on, outcome.fault.isEmpty() ? describe(outcome) : outcome.fault,
+                     !outcome.fault.isEmpty()});
+    };
+    report(workbench, "two containers in the workbench's main window");
+    report(bare.get(), "two containers in bare windows, destroyed and made anew at any moment");
 }

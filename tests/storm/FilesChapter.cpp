@@ -70,9 +70,8 @@ QString faultOf(const QString &error)
 {
     constexpr int longestLine = 1000;
     return error.contains(QLatin1Char('\n')) ? "more than one line: " + error.left(200)
-           : error.size() > longestLine
-               ? QStringLiteral("a line of %1 characters: ").arg(error.size()) + error.left(200)
-               : QString();
+           : error.size() > longestLine      ? filled("a line of %1 characters: ", error.size()) + error.left(200)
+                                             : QString();
 }
 
 /// Calls \a read in a process of its own; returns its exit status as waitpid() does.
@@ -98,11 +97,6 @@ int runForked(const std::function<QString()> &read, QString *error)
     return status;
 }
 
-int loadForked(const QString &path, QString *error)
-{
-    return runForked([&path] { return PluginFile().load(path); }, error);
-}
-
 /// What made a reader fail before.
 QVector<QByteArray> findsOf(const Reader &reader)
 {
@@ -110,15 +104,15 @@ QVector<QByteArray> findsOf(const Reader &reader)
     const QString folder = CORPUS_FOLDER "/" + QString(reader.name).replace(' ', '-');
     const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files);
     for (const QFileInfo &info : files) {
-        QFile file(info.filePath());
-        finds.append(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
+        finds.append(contentOf(info.filePath()));
     }
     return finds;
 }
 
 void mutate(const Reader &reader, const Sizes &sizes)
 {
-    const int count = sizes.of(1000, 20000);
+    const int count = sizes.of(reader.briefCount, 20000);
+    const bool mayCrash = reader.forked == Reader::Forked::MayCrash;
     Engine engine(sizes.seed);
     const QByteArray sample = reader.sample();
     const QTemporaryDir folder;
@@ -137,32 +131,29 @@ void mutate(const Reader &reader, const Sizes &sizes)
         QElapsedTimer clock;
         clock.start();
         QString error;
-        if (reader.trustsFile) {
-            crashes += runForked([&] { return reader.read(bytes); }, &error) != 0 ? 1 : 0;
-        } else {
+        if (reader.forked == Reader::Forked::No) {
             error = reader.read(bytes);
+        } else if (runForked([&] { return reader.read(bytes); }, &error) != 0) {
+            ++crashes;
+            error = mayCrash ? QString() : "the process\ncrashed";
         }
         slowestMs = qMax(slowestMs, clock.elapsed());
         accepted += error.isEmpty() ? 1 : 0;
         const QString bad = faultOf(error);
         if (!bad.isEmpty()) {
             ++faults;
-            fault = QStringLiteral("%1 times: %2").arg(faults).arg(bad);
+            fault = filled("%1 times: %2", faults, bad);
         }
     }
     constexpr qint64 longestMs = 2000;
     Watch::takeFaults(); // of Qt's readers
-    Report::add(
-        {"files", QStringLiteral("mutated %1").arg(reader.name), count, "the reader",
-         QStringLiteral("%1 accepted, %2 refused with one line each; slowest %3 ms %4")
-             .arg(accepted - crashes)
-             .arg(count - accepted)
-             .arg(slowestMs)
-             .arg(reader.trustsFile
-                      ? QString("; %1 ended the process: Qt trusts its files, which come with the program or a plugin")
-                            .arg(crashes)
-                      : fault),
-         !fault.isEmpty() || slowestMs > longestMs});
+    const QString ended =
+        filled("; %1 ended the process: Qt trusts its files, which come with the program or a plugin", crashes);
+    Report::add({"files", filled("mutated %1", reader.name), count,
+                 reader.forked == Reader::Forked::No ? "the reader" : "the reader, in a process of its own each time",
+                 filled("%1 accepted, %2 refused with one line each; slowest %3 ms %4",
+                        accepted - (mayCrash ? crashes : 0), count - accepted, slowestMs, mayCrash ? ended : fault),
+                 !fault.isEmpty() || slowestMs > longestMs});
 }
 
 /// Files whose size or depth must not cost time and memory out of proportion.
@@ -197,62 +188,33 @@ void exaggerate(const Reader &reader)
         const QString error = QString::fromUtf8(words.mid(1).join('\n')).trimmed();
         constexpr int longestMs = 20000;
         constexpr int maximumMegabytes = 600;
-        const QString bad = faultOf(error);
-        Report::add({"files", shape.name, 1, reader.name,
-                     QStringLiteral("%1 ms, at most %2 MB of memory: %3")
-                         .arg(ended.milliseconds)
-                         .arg(megabytes)
-                         .arg(ended.isCrash    ? "the process crashed"
-                              : !bad.isEmpty() ? bad
-                                               : error.left(200)),
-                     ended.isCrash || error.isEmpty() || !bad.isEmpty() || ended.milliseconds > longestMs ||
-                         megabytes > maximumMegabytes});
+        const QString bad = ended.isCrash ? "the process crashed" : faultOf(error);
+        Report::add(
+            {"files", shape.name, 1, reader.name,
+             filled("%1 ms, at most %2 MB of memory: %3", ended.milliseconds, megabytes,
+                    bad.isEmpty() ? error.left(200) : bad),
+             error.isEmpty() || !bad.isEmpty() || ended.milliseconds > longestMs || megabytes > maximumMegabytes});
     }
 }
 
-/// What a plugin says about itself is changed; the rest of it is code, which nobody can check.
-void mutatePlugin(const Sizes &sizes)
+void cutPlugin(const Sizes &sizes)
 {
-    const int count = sizes.of(300, 20000);
-    Engine engine(sizes.seed);
     const QTemporaryDir folder;
     const QString path = folder.filePath("plugin.so");
-    QFile::copy(PLUGIN, path);
-    QFile file(path);
-    file.open(QIODevice::ReadWrite);
-    const int begin = file.readAll().indexOf("QTMETADATA");
-    constexpr int length = 400;
-    file.seek(begin);
-    const QByteArray original = file.read(length);
-    int accepted = 0;
-    QString fault = begin < 0 ? "no metadata found" : QString();
-    for (int index = 0; index < count && fault.isEmpty(); ++index) {
-        QByteArray bytes = mutated(original, &engine).leftJustified(length, '\0', true);
-        file.seek(begin);
-        file.write(bytes);
-        file.flush();
-        QString error;
-        const int status = loadForked(path, &error);
-        accepted += error.isEmpty() ? 1 : 0;
-        fault = status != 0 ? QStringLiteral("status %1, see %2").arg(status).arg(index) : faultOf(error);
-    }
-    Report::add({"files", "mutated metadata of a plugin", count, "loading it, each in a process of its own",
-                 QStringLiteral("%1 accepted, the others refused with one line each %2").arg(accepted).arg(fault),
-                 !fault.isEmpty()});
+    Engine engine(sizes.seed);
     int crashes = 0;
-    const int cuts = count / 20;
+    const int cuts = sizes.of(15, 1000);
     for (int index = 0; index < cuts; ++index) {
         QFile::remove(path);
         QFile::copy(PLUGIN, path);
         QFile::resize(path, static_cast<qint64>(engine() % static_cast<quint32>(QFileInfo(path).size())));
         QString error;
-        crashes += loadForked(path, &error) != 0 ? 1 : 0;
+        crashes += runForked([&path] { return PluginFile().load(path); }, &error) != 0 ? 1 : 0;
     }
     Report::add({"files", "plugins that are cut off at any place", cuts, "loading them, each in a process of its own",
-                 QStringLiteral("%1 ended the process in the system's loader, the others were refused or accepted: a "
-                                "plugin is code, and trusted")
-                     .arg(crashes),
-                 false});
+                 filled("%1 ended the process in the system's loader, the others were refused or accepted: a plugin is "
+                        "code, and trusted",
+                        crashes)});
 }
 
 } // namespace
@@ -279,5 +241,5 @@ void Chapters::files(const Sizes &sizes)
             exaggerate(reader);
         }
     }
-    mutatePlugin(sizes);
+    cutPlugin(sizes);
 }

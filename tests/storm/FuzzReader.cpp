@@ -3,7 +3,8 @@
 
 #include "Readers.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QFile>
 
 #include <cstdint>
 #include <cstdio>
@@ -12,12 +13,14 @@
 namespace
 {
 
-const Reader *chosenReader()
+const Reader *chosen = nullptr;
+
+const Reader &chosenReader()
 {
     const QByteArray name = qgetenv("FUZZ_READER");
     for (const Reader &reader : readers()) {
         if (name == reader.name) {
-            return &reader;
+            return reader;
         }
         std::fprintf(stderr, "FUZZ_READER may be: %s\n", reader.name);
     }
@@ -26,14 +29,25 @@ const Reader *chosenReader()
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data,
-                                      std::size_t size) // NOLINT(readability-identifier-naming)
+// NOLINTBEGIN(readability-identifier-naming): the fuzzer's names
+extern "C" int LLVMFuzzerInitialize(int *argumentCount, char ***arguments)
 {
-    static const Reader *const reader = chosenReader();
-    const QString error = reader->read(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
+    static const QApplication application(*argumentCount, *arguments);
+    chosen = &chosenReader();
+    QFile sample(QString::fromLocal8Bit(qgetenv("FUZZ_SAMPLE")));
+    if (!sample.fileName().isEmpty() && sample.open(QIODevice::WriteOnly)) {
+        sample.write(chosen->sample());
+    }
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QString error = chosen->read(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
     if (error.contains(QLatin1Char('\n'))) {
         std::fprintf(stderr, "more than one line: %s\n", qPrintable(error));
         std::abort();
     }
     return 0;
 }
+// NOLINTEND(readability-identifier-naming)

@@ -1,6 +1,28 @@
 #include "Harness.h"
 
+#include "Watch.h"
+
+#include <QElapsedTimer>
 #include <QPluginLoader>
+#include <QRegularExpression>
+
+#include <unistd.h>
+
+Recorded::Recorded(const QByteArray &content)
+{
+    static const QRegularExpression numbers("^([0-9]+);(-?[0-9]*;)*\r$");
+    QList<QByteArray> all = content.split('\n');
+    isWhole = all.takeLast().isEmpty();
+    hasHeader = all.size() >= 2 && all.at(0).startsWith("Module:;") && all.at(1).startsWith("Counter;");
+    const QList<QByteArray> dataLines = all.mid(hasHeader ? 2 : 0);
+    for (const QByteArray &line : dataLines) {
+        const auto match = numbers.match(QString::fromLatin1(line));
+        const qint64 number = match.captured(1).toLongLong();
+        isWhole = isWhole && match.hasMatch() && number > lastNumber;
+        lastNumber = number;
+        ++lines;
+    }
+}
 
 ContainerInterface *pluginRoot()
 {
@@ -36,4 +58,42 @@ void chooseAll(PluginHarness *harness, int curves)
             harness->curveBox(curve)->click();
         }
     }
+}
+
+Recorder::Recorder() : channel(plugIn(&harness.handler, "R/0", 2)->channel)
+{
+    channel->answer = [this](const Command &) { return static_cast<qint32>(++m_value % 100000U); };
+    harness.open();
+    chooseAll(&harness);
+    harness.sampleTick(); // the first points are not recorded
+}
+
+void Recorder::start(const QString &path)
+{
+    if (harness.logBox()->isChecked()) {
+        harness.logBox()->click();
+    }
+    harness.startLog(path);
+    m_announcedBefore = Watch::announcedLines();
+}
+
+qint64 Recorder::tick(int count)
+{
+    constexpr unsigned int longestTickSeconds = 60;
+    qint64 slowest = 0;
+    for (int index = 0; index < count; ++index) {
+        QElapsedTimer clock;
+        clock.start();
+        alarm(longestTickSeconds); // the signal ends the process: a tick that never ends is a fault, too
+        StormChannel::advance(tickMs);
+        harness.sampleTick();
+        alarm(0);
+        slowest = qMax(slowest, clock.elapsed());
+    }
+    return slowest;
+}
+
+qint64 Recorder::announced() const
+{
+    return Watch::announcedLines() - m_announcedBefore;
 }

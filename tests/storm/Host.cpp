@@ -1,5 +1,7 @@
 #include "Host.h"
 
+#include "Harness.h"
+
 #include "setup/SceneReader.h"
 #include "window/ContainerWindow.h"
 #include "window/MainWindow.h"
@@ -9,7 +11,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QPluginLoader>
 #include <QPointer>
 #include <QVBoxLayout>
 
@@ -21,8 +22,9 @@ namespace
 class WorkbenchHost : public StormHost
 {
 public:
-    explicit WorkbenchHost(const QString &pluginPath) : m_pluginPath(pluginPath)
+    WorkbenchHost()
     {
+        isRenewedWhole = true;
         make();
     }
 
@@ -35,11 +37,6 @@ public:
     {
         QWidget *const parent = container(index)->parentWidget();
         return parent == nullptr ? nullptr : parent->parentWidget();
-    }
-
-    QWidget *frame() override
-    {
-        return m_window.get();
     }
 
     void open(int index) override
@@ -63,26 +60,11 @@ public:
         make();
     }
 
-    bool isRenewedWhole() const override
-    {
-        return true;
-    }
-
-    PluginHandler *registry() override
-    {
-        return container(0)->pluginHandler();
-    }
-
-    ModuleRack *rack() override
-    {
-        return &m_workbench->modules();
-    }
-
 private:
     void make()
     {
         m_workbench = std::make_unique<Workbench>(SimulationClock::Drive::Exchanges, 3);
-        const QString problem = m_workbench->loadPlugin(m_pluginPath);
+        const QString problem = m_workbench->loadPlugin(PLUGIN);
         if (!problem.isEmpty()) {
             qFatal("%s", qPrintable(problem));
         }
@@ -95,9 +77,10 @@ private:
             m_window->addContainer();
         }
         m_window->show();
+        frame = m_window.get();
+        rack = &m_workbench->modules();
     }
 
-    const QString m_pluginPath;
     std::unique_ptr<Workbench> m_workbench;
     std::unique_ptr<MainWindow> m_window;
 };
@@ -105,15 +88,10 @@ private:
 class BareHost : public StormHost
 {
 public:
-    explicit BareHost(const QString &pluginPath) : m_loader(pluginPath)
+    BareHost()
     {
-        m_root = qobject_cast<ContainerInterface *>(m_loader.instance());
-        if (m_root == nullptr) {
-            qFatal("%s", qPrintable(m_loader.errorString()));
-        }
-        for (int index = 0; index < containerCount; ++index) {
-            make(index);
-        }
+        make(0);
+        make(1);
     }
 
     ~BareHost() override
@@ -122,7 +100,6 @@ public:
             destroy(container);
         }
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        m_loader.unload();
     }
 
     ContainerInterface *container(int index) override
@@ -133,11 +110,6 @@ public:
     QWidget *window(int index) override
     {
         return container(index)->parentWidget();
-    }
-
-    QWidget *frame() override
-    {
-        return nullptr;
     }
 
     void open(int index) override
@@ -166,27 +138,12 @@ public:
         make(index);
     }
 
-    bool isRenewedWhole() const override
-    {
-        return false;
-    }
-
-    PluginHandler *registry() override
-    {
-        return &m_handler;
-    }
-
-    ModuleRack *rack() override
-    {
-        return nullptr;
-    }
-
 private:
     void make(int index)
     {
         const QString name = QStringLiteral("Plot %1").arg(index);
         m_containers.at(static_cast<std::size_t>(index)) =
-            static_cast<ContainerInterface *>(m_root->clone(name, &m_handler));
+            static_cast<ContainerInterface *>(pluginRoot()->clone(name, &m_handler));
     }
 
     static void destroy(ContainerInterface *container)
@@ -198,17 +155,12 @@ private:
     }
 
     PluginHandler m_handler;
-    QPluginLoader m_loader;
-    ContainerInterface *m_root = nullptr; // owned by the loader
     std::array<QPointer<ContainerInterface>, containerCount> m_containers;
 };
 
 } // namespace
 
-std::unique_ptr<StormHost> StormHost::make(const QString &kind, const QString &pluginPath)
+std::unique_ptr<StormHost> StormHost::make(const QString &kind)
 {
-    if (kind == "workbench") {
-        return std::make_unique<WorkbenchHost>(pluginPath);
-    }
-    return std::make_unique<BareHost>(pluginPath);
+    return kind == "workbench" ? std::unique_ptr<StormHost>(new WorkbenchHost) : std::make_unique<BareHost>();
 }

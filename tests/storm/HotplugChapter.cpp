@@ -11,15 +11,6 @@
 namespace
 {
 
-qint64 exchangesOf(const QVector<StormChannel *> &channels)
-{
-    qint64 sum = 0;
-    for (const StormChannel *const channel : channels) {
-        sum += channel->exchanges;
-    }
-    return sum;
-}
-
 void hotplugs(const Sizes &sizes)
 {
     const int count = sizes.of(300, 5000);
@@ -28,14 +19,13 @@ void hotplugs(const Sizes &sizes)
     PluginHarness harness(pluginRoot());
     harness.open();
     QVector<StormModule *> modules;
-    QVector<StormChannel *> channels;
     for (quint32 place = 0; place < 3U; ++place) {
         modules.append(plugIn(&harness.handler, QStringLiteral("H/%1").arg(place), place));
-        channels.append(modules.constLast()->channel);
     }
     qint64 asked = 0;
     qint64 unasked = 0;
     qint64 lines = 0;
+    bool isWhole = true;
     for (int round = 0; round < count; ++round) {
         const auto place = static_cast<int>(engine() % 3U);
         const QString key = modules.at(place)->key();
@@ -45,10 +35,9 @@ void hotplugs(const Sizes &sizes)
             harness.handler.removeModulePlugin(key);
         }
         modules[place] = plugIn(&harness.handler, key, static_cast<quint32>(engine() % 64U));
-        channels[place] = modules.at(place)->channel;
-        const qint64 before = exchangesOf(channels);
+        const qint64 before = StormChannel::allExchanges();
         harness.sampleTick();
-        unasked += exchangesOf(channels) - before;
+        unasked += StormChannel::allExchanges() - before;
         chooseAll(&harness);
         harness.sampleTick();
         const QString path = folder.filePath(QString::number(round % 8));
@@ -58,37 +47,31 @@ void hotplugs(const Sizes &sizes)
         harness.startLog(path);
         const qint64 announced = Watch::announcedLines();
         for (int tick = 0; tick < 10; ++tick) {
-            StormChannel::advance(14);
+            StormChannel::advance(tickMs);
             harness.sampleTick();
         }
         harness.refreshTick();
-        asked += exchangesOf(channels) - before;
-        QFile file(path);
-        const QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        lines += content.count('\n') - 2 == Watch::announcedLines() - announced ? content.count('\n') - 2 : -1000000;
+        asked += StormChannel::allExchanges() - before;
+        const Recorded recorded(contentOf(path));
+        isWhole =
+            isWhole && recorded.isWhole && recorded.hasHeader && recorded.lines == Watch::announcedLines() - announced;
+        lines += recorded.lines;
     }
-    const QStringList warnings = Watch::takeFaults();
-    const bool isFault =
-        unasked != 0 || StormChannel::exchangesWithTheDead() != 0 || lines < count || !warnings.isEmpty();
-    Report::add(
-        {"hotplug", "modules taken out (a quarter without notice) and replaced by others of the same key", count,
-         "four curves that sample and record, three modules",
-         QStringLiteral("%1 exchanges, %2 with a module that is gone, %3 before a new choice; %4 lines, all whole %5")
-             .arg(asked)
-             .arg(StormChannel::exchangesWithTheDead())
-             .arg(unasked)
-             .arg(lines)
-             .arg(warnings.join(QLatin1Char(' '))),
-         isFault});
+    const qint64 dead = StormChannel::exchangesWithTheDead();
+    Report::add({"hotplug", "modules taken out (a quarter without notice) and replaced by others of the same key",
+                 count, "four curves that sample and record, three modules",
+                 filled("%1 exchanges, %2 with a module that is gone, %3 before a new choice; %4 lines, %5", asked,
+                        dead, unasked, lines, isWhole ? "all whole" : "not all whole"),
+                 unasked != 0 || dead != 0 || lines < count || !isWhole});
 }
 
-struct Case
+struct Moment
 {
     const char *name;
     void (*act)(PluginHarness *harness);
 };
 
-constexpr Case cases[] = {
+constexpr Moment insideMoments[] = {
     {"the module removed", [](PluginHarness *it) { it->handler.removeModulePlugin("H/0"); }},
     {"the other module removed", [](PluginHarness *it) { it->handler.removeModulePlugin("H/1"); }},
     {"the module destroyed without notice", [](PluginHarness *it) { delete it->handler.getModulePlugin("H/0"); }},
@@ -128,7 +111,7 @@ void insideExchanges(const Sizes &sizes)
     std::mt19937 engine(sizes.seed);
     QString fault;
     for (int round = 0; round < count && fault.isEmpty(); ++round) {
-        const Case &each = cases[static_cast<std::size_t>(round) % std::size(cases)];
+        const Moment &each = insideMoments[static_cast<std::size_t>(round) % std::size(insideMoments)];
         PluginHarness harness(pluginRoot());
         harness.open();
         StormModule *const first = plugIn(&harness.handler, "H/0", 1);
@@ -145,14 +128,12 @@ void insideExchanges(const Sizes &sizes)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         const QStringList warnings = Watch::takeFaults();
         if (StormChannel::exchangesWithTheDead() != 0 || !warnings.isEmpty()) {
-            fault = QStringLiteral("%1: %2 exchanges with a module that is gone; %3")
-                        .arg(each.name)
-                        .arg(StormChannel::exchangesWithTheDead())
-                        .arg(warnings.join(QLatin1Char(' ')));
+            fault = filled("%1: %2 exchanges with a module that is gone; %3", each.name,
+                           StormChannel::exchangesWithTheDead(), warnings.join(QLatin1Char(' ')));
         }
     }
     QStringList names;
-    for (const Case &each : cases) {
+    for (const Moment &each : insideMoments) {
         names.append(each.name);
     }
     Report::add({"hotplug", "from inside an exchange: " + names.join("; "), count, "four curves, two modules",

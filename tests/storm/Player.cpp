@@ -1,5 +1,7 @@
 #include "Player.h"
 
+#include "Harness.h"
+#include "Report.h"
 #include "Watch.h"
 
 #include "host/ContainerInterface.h"
@@ -14,7 +16,6 @@
 #include <QLayout>
 #include <QMessageBox>
 #include <QRadioButton>
-#include <QRegularExpression>
 #include <QStackedWidget>
 #include <QTimer>
 
@@ -25,7 +26,7 @@ namespace
 
 constexpr int checkInterval = 1000; // events
 constexpr int objectChecks = 4;     // every so many of these checks everything begins anew
-constexpr unsigned int longestSeconds = 120;
+constexpr unsigned int longestEventSeconds = 120;
 constexpr int refreshIntervalMs = 250;
 
 bool isInFileDialog(const QObject *object)
@@ -77,7 +78,7 @@ bool Player::playNext()
         // After a crash the process that started this one reads it.
         [[maybe_unused]] const auto written = pwrite(m_progress, &m_next, sizeof m_next, 0);
     }
-    alarm(longestSeconds); // the signal ends the process: an event must not stop everything
+    alarm(longestEventSeconds); // the signal ends the process: an event must not stop everything
     const Op op = m_ops.at(m_next++);
     perform(op);
     while (QWidget *const popup = QApplication::activePopupWidget()) {
@@ -106,7 +107,7 @@ void Player::fail(const QString &problem)
 
 ContainerInterface *Player::chosen(const Op &op)
 {
-    ContainerInterface *const container = m_host->container(static_cast<int>(op.c % StormHost::containerCount));
+    ContainerInterface *const container = m_host->container(op.container());
     container->removeEventFilter(this);
     container->installEventFilter(this);
     return container;
@@ -115,16 +116,16 @@ ContainerInterface *Player::chosen(const Op &op)
 QWidget *Player::widget(const Op &op)
 {
     QWidget *root = chosen(op);
-    if (m_host->frame() != nullptr && op.b % 8U == 0U) {
-        root = m_host->frame();
-    } else if (QWidget *const window = m_host->window(static_cast<int>(op.c % StormHost::containerCount))) {
+    if (m_host->frame != nullptr && op.b % 8U == 0U) {
+        root = m_host->frame;
+    } else if (QWidget *const window = m_host->window(op.container())) {
         root = window; // with the windows that the container has opened
     }
     Widgets all = root->findChildren<QWidget *>();
     // Nobody operates what is hidden; and the widgets of file dialogs can delete files.
     const auto isOut = [](QWidget *each) { return !each->isVisible() || isInFileDialog(each); };
     all.erase(std::remove_if(all.begin(), all.end(), isOut), all.end());
-    return all.isEmpty() ? root : all.at(static_cast<int>(op.a % static_cast<quint32>(all.size())));
+    return all.isEmpty() ? root : pick(all, op.a);
 }
 
 QWidget *Player::plotOf(ContainerInterface *container) const
@@ -141,7 +142,7 @@ KAROModuleInterface *Player::someModule(quint32 choice) const
             living.append(module);
         }
     }
-    return living.isEmpty() ? nullptr : living.at(static_cast<int>(choice % static_cast<quint32>(living.size())));
+    return pick(living, choice);
 }
 
 /// That of a scripted module; null when a device is chosen, or nothing is there.
@@ -200,7 +201,7 @@ void Player::endDialog(QDialog *dialog, const Op &op)
     const QPointer<QDialog> guard(dialog);
     auto *const files = qobject_cast<QFileDialog *>(dialog);
     const bool isLog = files != nullptr && files->nameFilters().constFirst() == "csv (*.csv)";
-    const auto container = static_cast<int>(op.c % StormHost::containerCount);
+    const auto container = op.container();
     const int plan = static_cast<int>(op.b % 8U);
     if (plan == 3) {
         m_host->close(container);
@@ -246,7 +247,7 @@ void Player::checkPages()
         const bool isOpen = container->parent() != nullptr;
         const int timers = QAbstractEventDispatcher::instance()->registeredTimers(container).size();
         if (timers > (isOpen ? 2 : 1)) {
-            fail(QStringLiteral("%1 timers in a container that is %2").arg(timers).arg(isOpen ? "open" : "closed"));
+            fail(filled("%1 timers in a container that is %2", timers, isOpen ? "open" : "closed"));
         }
         const QList<QRadioButton *> radios = container->findChildren<QRadioButton *>();
         for (const QRadioButton *const radio : radios) {
@@ -254,9 +255,7 @@ void Player::checkPages()
             for (const char *const pages : {"dockWidgetContentsX", "dockWidgetContentsY"}) {
                 const auto *const stack = container->findChild<QStackedWidget *>(pages);
                 if (radio->isChecked() && stack->currentIndex() != curve) {
-                    fail(QStringLiteral("curve %1 is chosen, the pages are those of %2")
-                             .arg(curve)
-                             .arg(stack->currentIndex()));
+                    fail(filled("curve %1 is chosen, the pages are those of %2", curve, stack->currentIndex()));
                 }
             }
         }
@@ -279,29 +278,19 @@ void Player::checkThousand()
 /// Every recording has its header and whole lines, numbered from 1 on, and no announced line is missing in all of them.
 void Player::checkFiles()
 {
-    static const QRegularExpression whole("^[0-9]+;(-?[0-9]*;)*$");
     qint64 lines = m_linesOfOldFiles;
     const QFileInfoList files = QDir(logFolder()).entryInfoList(QDir::Files);
     for (const QFileInfo &info : files) {
-        QFile file(info.filePath());
-        QList<QByteArray> content = file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QList<QByteArray>();
-        if (content.size() < 3 || !content.takeLast().isEmpty() || !content.at(0).startsWith("Module:;") ||
-            !content.at(1).startsWith("Counter;")) {
-            fail(QStringLiteral("%1 has no header, or a part of a line at its end").arg(info.fileName()));
-            continue;
+        const Recorded recorded(contentOf(info.filePath()));
+        if (!recorded.isWhole || !recorded.hasHeader || recorded.lastNumber != recorded.lines) {
+            fail(filled("%1: header %2, whole lines %3, last of %4 lines has number %5", info.fileName(),
+                        recorded.hasHeader, recorded.isWhole, recorded.lines, recorded.lastNumber));
         }
-        for (int index = 2; index < content.size(); ++index) {
-            const QString line = QString::fromLatin1(content.at(index)).chopped(1);
-            if (!content.at(index).endsWith('\r') || !whole.match(line).hasMatch() ||
-                line.section(QLatin1Char(';'), 0, 0).toInt() != index - 1) {
-                fail(QStringLiteral("%1, line %2: %3").arg(info.fileName()).arg(index).arg(line.left(60)));
-            }
-        }
-        lines += content.size() - 2;
+        lines += recorded.lines;
     }
     m_counts.lines = lines;
     if (lines != Watch::announcedLines()) {
-        fail(QStringLiteral("%1 lines were announced, %2 are in the files").arg(Watch::announcedLines()).arg(lines));
+        fail(filled("%1 lines were announced, %2 are in the files", Watch::announcedLines(), lines));
     }
 }
 
@@ -326,7 +315,7 @@ void Player::checkObjects()
     const qint64 allowed = slackBytes + m_renewals * keptBytes + m_counts.recordings * 4000;
     const qint64 grown = Watch::heapBytes() - m_heapBefore;
     if (grown > allowed) {
-        fail(QStringLiteral("%1 kB more memory, allowed are %2").arg(grown / 1024).arg(allowed / 1024));
+        fail(filled("%1 kB more memory, allowed are %2", grown / 1024, allowed / 1024));
     }
     ++m_counts.leakChecks;
 }
@@ -345,26 +334,23 @@ void Player::startAnew()
     }
     for (const QPointer<KAROModuleInterface> &module : qAsConst(m_modules)) {
         if (!module.isNull()) {
-            m_host->registry()->removeModulePlugin(module->key());
+            m_host->container(0)->pluginHandler()->removeModulePlugin(module->key());
         }
     }
     m_modules.clear();
     QApplication::setPalette(QPalette());
     QApplication::setLayoutDirection(Qt::LeftToRight);
-    for (int index = 0; index < (m_host->isRenewedWhole() ? 1 : StormHost::containerCount); ++index) {
+    for (int index = 0; index < (m_host->isRenewedWhole ? 1 : StormHost::containerCount); ++index) {
         m_host->renew(index);
     }
     m_renewals += StormHost::containerCount;
     Watch::settle();
     const QFileInfoList files = QDir(logFolder()).entryInfoList(QDir::Files);
     for (const QFileInfo &info : files) {
-        QFile file(info.filePath());
-        m_linesOfOldFiles += file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') - 2 : 0;
-        file.remove();
+        m_linesOfOldFiles += Recorded(contentOf(info.filePath())).lines;
+        QFile::remove(info.filePath());
     }
     for (int index = 0; index < StormHost::containerCount; ++index) {
-        Op op;
-        op.c = static_cast<quint32>(index);
-        chosen(op);
+        chosen({0, 0, 0, static_cast<quint32>(index)});
     }
 }

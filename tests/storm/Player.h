@@ -20,12 +20,23 @@ struct Op
     quint32 a = 0;
     quint32 b = 0;
     quint32 c = 0;
+
+    int container() const
+    {
+        return static_cast<int>(c % StormHost::containerCount);
+    }
 };
 
 /// \a number brought into the range from \a minimum to \a maximum.
 inline int numberIn(quint32 number, int minimum, int maximum)
 {
     return minimum + static_cast<int>(number % static_cast<quint32>(maximum - minimum + 1));
+}
+
+/// That of \a all which \a number chooses; null when there is none.
+template<typename Part> Part *pick(const QList<Part *> &all, quint32 number)
+{
+    return all.isEmpty() ? nullptr : all.at(static_cast<int>(number % static_cast<quint32>(all.size())));
 }
 
 /**
@@ -86,35 +97,11 @@ private:
     void tameDialog();
     void endDialog(QDialog *dialog, const Op &op);
 
-    // The kinds of events.
-    void mouse(const Op &op);
-    void drag(const Op &op);
-    void wheel(const Op &op);
-    void key(const Op &op);
-    void box(const Op &op);
-    void table(const Op &op);
-    void sources(const Op &op);
-    void checkBox(const Op &op);
-    void radio(const Op &op);
-    void resize(const Op &op);
-    void visibility(const Op &op);
-    void look(const Op &op);
-    void state(const Op &op);
-    void tick(const Op &op);
-    void refresh(const Op &op);
-    void notices(const Op &op);
-    void moduleComes(const Op &op);
-    void moduleGoes(const Op &op);
-    void moduleReplaced(const Op &op);
-    void moduleManner(const Op &op);
-    void schedule(const Op &op);
-    void openOrClose(const Op &op);
-    void renew(const Op &op);
-    void log(const Op &op);
-    void exportWindow(const Op &op);
-    void button(const Op &op);
-    void strangeCall(const Op &op);
-    void picture(const Op &op);
+    // The kinds of events, by a person and by the host.
+    using Play = void(const Op &op);
+    Play mouse, drag, wheel, key, box, table, sources, checkBox, radio, resize, visibility, look, state;
+    Play tick, refresh, notices, moduleComes, moduleGoes, moduleReplaced, moduleManner, schedule, openOrClose, renew,
+        log, exportWindow, button, strangeCall, picture;
     void act(int container, quint32 what);
 
     // What has to hold.

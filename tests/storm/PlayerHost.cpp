@@ -1,6 +1,8 @@
 // What comes from the host: time, modules, openings and closings; and the commands of the window.
 
+#include "Harness.h"
 #include "Player.h"
+#include "Report.h"
 
 #include "modules/ModuleRack.h"
 
@@ -16,8 +18,6 @@
 
 namespace
 {
-
-constexpr int tickMs = 14;
 
 QImage drawnFromScratch(QWidget *plot)
 {
@@ -55,7 +55,7 @@ void Player::notices(const Op &op)
 
 void Player::moduleComes(const Op &op)
 {
-    ModuleRack *const rack = m_host->rack();
+    ModuleRack *const rack = m_host->rack;
     if (rack != nullptr && op.a % 4U == 0U) {
         const int place = numberIn(op.b, 0, rack->count() - 1);
         rack->setPluggedIn(place, !rack->isPluggedIn(place));
@@ -66,7 +66,7 @@ void Player::moduleComes(const Op &op)
 
 KAROModuleInterface *Player::newModule(const Op &op) const
 {
-    PluginHandler *const registry = m_host->registry();
+    PluginHandler *const registry = m_host->container(0)->pluginHandler();
     if (m_devices != nullptr && registry->getModulePlugin(FaultyDevices::key(op.b)) == nullptr) {
         return m_devices->makeModule(op.b, registry);
     }
@@ -76,7 +76,7 @@ KAROModuleInterface *Player::newModule(const Op &op) const
 
 void Player::plugIn(KAROModuleInterface *module)
 {
-    if (m_host->registry()->addModulePlugin(module)) {
+    if (m_host->container(0)->pluginHandler()->addModulePlugin(module)) {
         m_modules.append(module);
     } else {
         delete module; // its key is in use
@@ -92,7 +92,7 @@ void Player::moduleGoes(const Op &op)
     if (op.b % 4U == 0U) {
         delete module; // without a notice before
     } else {
-        m_host->registry()->removeModulePlugin(module->key());
+        m_host->container(0)->pluginHandler()->removeModulePlugin(module->key());
     }
     m_modules.removeAll(nullptr);
 }
@@ -104,7 +104,7 @@ void Player::moduleReplaced(const Op &op)
         return;
     }
     const QString key = module->key();
-    m_host->registry()->removeModulePlugin(key);
+    m_host->container(0)->pluginHandler()->removeModulePlugin(key);
     m_modules.removeAll(nullptr);
     plugIn(new StormModule(key, op.b));
 }
@@ -112,9 +112,9 @@ void Player::moduleReplaced(const Op &op)
 void Player::moduleManner(const Op &op)
 {
     if (StormChannel *const channel = someChannel(op.a)) {
-        channel->manner = op.b % 3U == 0U   ? StormChannel::Manner::Silent
-                          : op.b % 3U == 1U ? StormChannel::Manner::Babbling
-                                            : StormChannel::Manner::Answers;
+        using Manner = StormChannel::Manner;
+        constexpr Manner manners[] = {Manner::Silent, Manner::Babbling, Manner::Answers};
+        channel->manner = manners[op.b % 3U];
     }
 }
 
@@ -123,7 +123,7 @@ void Player::schedule(const Op &op)
     if (StormChannel *const channel = someChannel(op.a)) {
         channel->onExchange = [this, op] {
             ++m_depth;
-            act(static_cast<int>(op.c % StormHost::containerCount), op.b);
+            act(op.container(), op.b);
             --m_depth;
         };
     }
@@ -132,52 +132,31 @@ void Player::schedule(const Op &op)
 /// What may happen at any moment, also in the middle of an exchange or under a dialog.
 void Player::act(int container, quint32 what)
 {
-    Op op;
-    op.a = what / 12U;
-    op.b = what / 96U;
-    op.c = static_cast<quint32>(container);
-    switch (what % 12U) {
-    case 0:
-    case 1:
-        moduleGoes(op);
-        break;
-    case 2:
-        moduleComes(op);
-        break;
-    case 3:
-        m_host->close(container);
-        break;
-    case 4:
-        renew(op);
-        break;
-    case 5:
-        while (someModule(0) != nullptr) {
-            moduleGoes(op);
-        }
-        break;
-    case 6:
-        moduleReplaced(op);
-        break;
-    case 7:
-        tick(op);
-        break;
-    case 8:
-        box(op);
-        break;
-    case 9:
-        table(op);
-        break;
-    case 10:
-        button(op);
-        break;
-    default:
-        notices(op);
-    }
+    using Moment = std::function<void(Player *, const Op &)>;
+    static const Moment moments[] = {
+        &Player::moduleGoes,
+        &Player::moduleGoes,
+        &Player::moduleComes,
+        [](Player *it, const Op &op) { it->m_host->close(op.container()); },
+        &Player::renew,
+        [](Player *it, const Op &op) {
+            while (it->someModule(0) != nullptr) {
+                it->moduleGoes(op);
+            }
+        },
+        &Player::moduleReplaced,
+        &Player::tick,
+        &Player::box,
+        &Player::table,
+        &Player::button,
+        &Player::notices,
+    };
+    moments[what % 12U](this, {0, what / 12U, what / 96U, static_cast<quint32>(container)});
 }
 
 void Player::openOrClose(const Op &op)
 {
-    const auto index = static_cast<int>(op.c % StormHost::containerCount);
+    const auto index = op.container();
     if (op.a % 6U == 0U) {
         m_host->close(index);
     } else {
@@ -187,15 +166,13 @@ void Player::openOrClose(const Op &op)
 
 void Player::renew(const Op &op)
 {
-    if (m_host->isRenewedWhole() && (m_depth > 0 || op.a % 8U != 0U)) {
+    if (m_host->isRenewedWhole && (m_depth > 0 || op.a % 8U != 0U)) {
         return;
     }
-    m_host->renew(static_cast<int>(op.c % StormHost::containerCount));
-    m_renewals += m_host->isRenewedWhole() ? StormHost::containerCount : 1;
+    m_host->renew(op.container());
+    m_renewals += m_host->isRenewedWhole ? StormHost::containerCount : 1;
     for (quint32 index = 0; index < StormHost::containerCount; ++index) {
-        Op other = op;
-        other.c = index;
-        chosen(other);
+        chosen({0, 0, 0, index});
     }
 }
 
@@ -220,14 +197,14 @@ void Player::log(const Op &op)
 void Player::exportWindow(const Op &op)
 {
     click(chosen(op), "btnExport");
-    QWidget *const window = m_host->window(static_cast<int>(op.c % StormHost::containerCount));
+    QWidget *const window = m_host->window(op.container());
     auto *const shown = window == nullptr ? nullptr : window->findChild<ExportCSV *>();
     if (shown == nullptr) {
         return;
     }
-    const QList<QPushButton *> buttons = shown->findChildren<QPushButton *>();
-    if (op.a % 3U == 0U && !buttons.isEmpty()) {
-        buttons.at(static_cast<int>(op.b % static_cast<quint32>(buttons.size())))->click();
+    auto *const pushed = pick(shown->findChildren<QPushButton *>(), op.b);
+    if (op.a % 3U == 0U && pushed != nullptr) {
+        pushed->click();
     } else if (op.a % 3U == 1U) {
         shown->close();
     }
@@ -242,20 +219,12 @@ void Player::button(const Op &op)
 void Player::strangeCall(const Op &op)
 {
     ContainerInterface *const container = chosen(op);
-    switch (op.a % 5U) {
-    case 0:
-        QMetaObject::invokeMethod(container, "btnClicked", Q_ARG(int, numberIn(op.b, -5, 5)));
-        break;
-    case 1:
-        QMetaObject::invokeMethod(container, "setModule", Q_ARG(int, numberIn(op.b, -5, 5)));
-        break;
-    case 2:
-        QMetaObject::invokeMethod(container, "setMotorTable", Q_ARG(int, numberIn(op.b, -5, 5)));
-        break;
-    case 3:
+    const char *const slotNames[] = {"btnClicked", "setModule", "setMotorTable"};
+    if (op.a % 5U < 3U) {
+        QMetaObject::invokeMethod(container, slotNames[op.a % 5U], Q_ARG(int, numberIn(op.b, -5, 5)));
+    } else if (op.a % 5U == 3U) {
         QMetaObject::invokeMethod(container, "itemClicked", Q_ARG(QModelIndex, QModelIndex()));
-        break;
-    default:
+    } else {
         QTimerEvent stray(numberIn(op.b, -5, 100000) + 1000000);
         m_isDelivering = true;
         QCoreApplication::sendEvent(container, &stray);
@@ -307,9 +276,7 @@ void Player::picture(const Op &op)
     const QImage shown = plot->grab().toImage();
     ++m_counts.pictures;
     if (shown != drawnFromScratch(plot)) {
-        fail(QStringLiteral("the picture is not one drawn from scratch, %1 x %2, after step %3")
-                 .arg(plot->width())
-                 .arg(plot->height())
-                 .arg(op.a % 7U));
+        fail(filled("the picture is not one drawn from scratch, %1 x %2, after step %3", plot->width(), plot->height(),
+                    op.a % 7U));
     }
 }

@@ -1,6 +1,7 @@
 // The kinds of events, and those that come from a person: mouse, keys, boxes, tables, sizes and looks.
 
 #include "Player.h"
+#include "Report.h"
 
 #include "host/ComboBox.h"
 #include "host/ContainerInterface.h"
@@ -21,10 +22,7 @@ namespace
 
 QString partName(const char *part, const Op &op)
 {
-    return QStringLiteral("%1%2dockWidgetContents%3")
-        .arg(QLatin1String(part))
-        .arg(op.b / 2U % 4U)
-        .arg(QLatin1Char(op.b % 2U == 0U ? 'X' : 'Y'));
+    return filled("%1%2dockWidgetContents%3", part, op.b / 2U % 4U, op.b % 2U == 0U ? "X" : "Y");
 }
 
 void sendMouse(QWidget *target, QEvent::Type type, QPoint position, Qt::MouseButton button, Qt::MouseButtons buttons)
@@ -102,12 +100,7 @@ QVector<Op> Player::makeOps(quint32 seed, int count)
 
 QString Player::describe(const Op &op)
 {
-    return QStringLiteral("%1 %2 %3 %4 (%5)")
-        .arg(op.kind)
-        .arg(op.a)
-        .arg(op.b)
-        .arg(op.c)
-        .arg(QLatin1String(OpTable::kinds[op.kind].name));
+    return filled("%1 %2 %3 %4 (%5)", op.kind, op.a, op.b, op.c, OpTable::kinds[op.kind].name);
 }
 
 void Player::perform(const Op &op)
@@ -228,25 +221,22 @@ void Player::sources(const Op &op)
 void Player::checkBox(const Op &op)
 {
     const ContainerInterface *const container = chosen(op);
-    const QList<QCheckBox *> boxes = container->findChildren<QCheckBox *>();
-    if (!boxes.isEmpty() && container->parent() != nullptr) {
-        boxes.at(static_cast<int>(op.a % static_cast<quint32>(boxes.size())))->click();
+    auto *const box = pick(container->findChildren<QCheckBox *>(), op.a);
+    if (box != nullptr && container->parent() != nullptr) {
+        box->click();
     }
 }
 
 void Player::radio(const Op &op)
 {
-    const QList<QRadioButton *> buttons = chosen(op)->findChildren<QRadioButton *>();
-    if (!buttons.isEmpty()) {
-        buttons.at(static_cast<int>(op.a % static_cast<quint32>(buttons.size())))->click();
+    if (auto *const button = pick(chosen(op)->findChildren<QRadioButton *>(), op.a)) {
+        button->click();
     }
 }
 
 void Player::resize(const Op &op)
 {
-    QWidget *const outer = m_host->frame() != nullptr && op.b % 2U == 0U
-                               ? m_host->frame()
-                               : m_host->window(static_cast<int>(op.c % StormHost::containerCount));
+    QWidget *const outer = m_host->frame != nullptr && op.b % 2U == 0U ? m_host->frame : m_host->window(op.container());
     QWidget *const target = outer == nullptr || op.b % 5U == 0U ? chosen(op) : outer;
     const quint32 range = op.b / 2U % 12U;
     const QSize size = range == 0U   ? QSize(4000, 3000)
@@ -258,7 +248,7 @@ void Player::resize(const Op &op)
 
 void Player::visibility(const Op &op)
 {
-    QWidget *const window = m_host->window(static_cast<int>(op.c % StormHost::containerCount));
+    QWidget *const window = m_host->window(op.container());
     QWidget *const target = window == nullptr || op.a % 2U == 0U ? static_cast<QWidget *>(chosen(op)) : window;
     target->setVisible(op.a % 5U != 0U);
 }

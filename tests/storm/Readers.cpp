@@ -4,36 +4,32 @@
 #include "modules/modbus/RegisterMapReader.h"
 #include "modules/recording/RecordingFile.h"
 #include "setup/SceneReader.h"
+#include "window/HintBar.h"
+#include "window/PluginFile.h"
+#include "window/Preferences.h"
+#include "window/RecentFiles.h"
+#include "window/WindowState.h"
 
 #include "host/AppSettings.h"
+#include "host/ExportCSV.h"
 
-#include <QFile>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMainWindow>
+#include <QScreen>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTranslator>
 
 namespace
 {
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QByteArray sceneSample()
 {
     shippedScenes(); // registers the resources
     return contentOf(shippedScenePath("four-curves"));
-}
-
-QString readSceneBytes(const QByteArray &bytes)
-{
-    return readScene(bytes, "scene.json").error;
-}
-
-QString readScenePath(const QString &path)
-{
-    return readSceneFile(path).error;
 }
 
 QByteArray mapSample()
@@ -48,16 +44,6 @@ QByteArray mapSample()
         { "name": "O", "table": "coil", "address": 0 }
     ]
 })";
-}
-
-QString readMapBytes(const QByteArray &bytes)
-{
-    return readRegisterMap(bytes, "map.json").error;
-}
-
-QString readMapPath(const QString &path)
-{
-    return readRegisterMapFile(path).error;
 }
 
 QByteArray recordingSample()
@@ -94,35 +80,65 @@ QString readRecordingBytes(const QByteArray &bytes)
                                                                             : "no temporary file";
 }
 
-/// Without "@Variant": those who write settings here use texts, numbers and bytes only, and Qt's reader of the rest
-/// allocates whatever size it finds.
-QByteArray settingsSample()
+/// Has settings with this content used from now on; returns the path of their file.
+QString useSettings(const QByteArray &content)
 {
-    return "[Plot]\nS%5CM\\0X=3\nrow=12\n[ExportCSV]\nSeparator=1\nFolder=/tmp\n"
-           "[Pictures]\nFolder=@Invalid()\n[MainWindow]\nGeometry=@ByteArray(\\x1\\xd9\\xd0\\xcb\\0\\x3\\0\\0)\n";
+    static const QTemporaryDir folder;
+    static int number = 0; // another name each time: Qt keeps what it has read, by name, time and size
+    QFile::remove(folder.filePath(QString::number(number)));
+    QFile file(folder.filePath(QString::number(++number)));
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+    AppSettings::setStoreFile(file.fileName());
+    return file.fileName();
 }
 
-/// Every value as every type that is read somewhere.
+/// A window that comes back as it was.
+struct KeptWindow
+{
+    KeptWindow()
+    {
+        auto *const dock = new QDockWidget("Dock", &window);
+        dock->setObjectName("dock");
+        window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+        new WindowState(&window);
+    }
+
+    QMainWindow window;
+};
+
+/// Without "@Variant": those who write settings here use texts, numbers, rectangles and bytes only, and Qt's reader of
+/// the rest allocates whatever size it finds.
+QByteArray settingsSample()
+{
+    const QString path = useSettings("[Plot]\nS%5CM\\0X=3\nrow=12\n[ExportCSV]\nSeparator=1\nFolder=/tmp\n"
+                                     "[Pictures]\nFolder=@Invalid()\n");
+    KeptWindow().window.close();
+    RecentFiles::add("/tmp/a, b.json");
+    Preferences::setPalette(PaletteChoice::Dark);
+    Preferences::setLanguage("de");
+    return contentOf(path);
+}
+
+/// All that the workbench reads at its start and for its windows.
 QString readSettings(const QByteArray &bytes)
 {
-    QTemporaryFile file;
-    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush()) {
-        return "no temporary file";
+    if (bytes.contains("Variant(") || bytes.contains("DateTime(")) {
+        return "refused";
     }
-    const QString previous = AppSettings::storeFile();
-    AppSettings::setStoreFile(file.fileName());
-    {
-        AppSettings settings;
-        const QStringList keys = settings.allKeys();
-        for (const QString &key : keys) {
-            const QVariant value = settings.value(key);
-            (void)value.toInt();
-            (void)value.toString();
-            (void)value.toByteArray();
-        }
-    }
-    AppSettings::setStoreFile(previous);
-    return {};
+    useSettings(bytes);
+    const KeptWindow kept;
+    (void)HintBar::wasClosed();
+    (void)Preferences::palette();
+    (void)Language::codes().contains(Preferences::language());
+    RecentFiles::add("/tmp/new");
+    RecentFiles::remove(RecentFiles::paths().value(0));
+    QStandardItemModel model(1, 1);
+    delete new ExportCSV(&model, nullptr, {});
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const bool isMaximised = kept.window.isMaximized();
+    return isMaximised || screen.contains(QRect(kept.window.pos(), kept.window.size())) ? QString()
+                                                                                        : "a window\noff the screen";
 }
 
 QByteArray translationSample()
@@ -143,16 +159,49 @@ QString readTranslation(const QByteArray &bytes)
     return {};
 }
 
+constexpr int metaDataBytes = 400;
+
+QByteArray metaDataSample()
+{
+    const QByteArray code = contentOf(PLUGIN);
+    const int begin = code.indexOf("QTMETADATA");
+    return begin < 0 ? QByteArray() : code.mid(begin, metaDataBytes);
+}
+
+/// Loads the plugin with \a bytes as what it says about itself; the rest of it is code, which nobody can check.
+QString readMetaData(const QByteArray &bytes)
+{
+    static const QTemporaryDir folder;
+    static const QString path = folder.filePath("plugin.so");
+    static const int begin = QFile::copy(PLUGIN, path) ? contentOf(path).indexOf("QTMETADATA") : 0;
+    QFile file(path);
+    file.open(QIODevice::ReadWrite);
+    file.seek(begin);
+    file.write(bytes.leftJustified(metaDataBytes, '\0', true));
+    file.close();
+    return PluginFile().load(path);
+}
+
 } // namespace
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 const std::vector<Reader> &readers()
 {
     static const std::vector<Reader> all{
-        {"scene file", sceneSample, readSceneBytes, readScenePath},
-        {"register map", mapSample, readMapBytes, readMapPath},
+        {"scene file", sceneSample, [](const QByteArray &bytes) { return readScene(bytes, "scene.json").error; },
+         [](const QString &path) { return readSceneFile(path).error; }},
+        {"register map", mapSample, [](const QByteArray &bytes) { return readRegisterMap(bytes, "map.json").error; },
+         [](const QString &path) { return readRegisterMapFile(path).error; }},
         {"recording", recordingSample, readRecordingBytes, readRecordingPath},
         {"settings file", settingsSample, readSettings, nullptr},
-        {"translation", translationSample, readTranslation, nullptr, true},
+        {"answer of a device", answerSample, readAnswer, nullptr},
+        {"translation", translationSample, readTranslation, nullptr, Reader::Forked::MayCrash},
+        {"metadata of a plugin", metaDataSample, readMetaData, nullptr, Reader::Forked::Yes, 300},
     };
     return all;
 }

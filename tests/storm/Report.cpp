@@ -1,5 +1,7 @@
 #include "Report.h"
 
+#include "Watch.h"
+
 #include <QDate>
 #include <QFile>
 #include <QLocale>
@@ -79,8 +81,11 @@ const char rowsOfEarlierRuns[] =
 
 } // namespace
 
-void Report::add(const Row &row)
+void Report::add(Row row)
 {
+    const QStringList warnings = Watch::takeFaults();
+    row.isFault = row.isFault || !warnings.isEmpty();
+    row.outcome += QLatin1Char(' ') + warnings.join(QLatin1Char(' '));
     faultSeen = faultSeen || row.isFault;
     std::puts(qPrintable(cells(row)));
     std::fflush(stdout);
@@ -95,15 +100,11 @@ void Report::add(const Row &row)
 
 Row Report::row(const QString &line)
 {
-    const QString outcome = part(line, 4).trimmed();
     const QString mark = "FAULT: ";
+    QString outcome = part(line, 4).trimmed();
     const bool isFault = outcome.startsWith(mark);
-    return {part(line, 0),
-            part(line, 1),
-            part(line, 2).toLongLong(),
-            part(line, 3),
-            isFault ? outcome.mid(mark.size()) : outcome,
-            isFault};
+    outcome.remove(0, isFault ? mark.size() : 0);
+    return {part(line, 0), part(line, 1), part(line, 2).toLongLong(), part(line, 3), outcome, isFault};
 }
 
 bool Report::hasFault()
@@ -119,14 +120,16 @@ void Report::setFile(const QString &path, const QString &version)
 
 void Report::begin(const QString &chapter)
 {
+    if (rowFile.isEmpty()) {
+        return;
+    }
     QStringList lines = linesOf(rowFile);
     const auto isOld = [&](const QString &line) { return line.isEmpty() || part(line, 0) == chapter; };
     lines.erase(std::remove_if(lines.begin(), lines.end(), isOld), lines.end());
     lines.append(QString());
     QFile file(rowFile);
-    if (!rowFile.isEmpty() && file.open(QIODevice::WriteOnly)) {
-        file.write(lines.join(QLatin1Char('\n')).toUtf8());
-    }
+    file.open(QIODevice::WriteOnly);
+    file.write(lines.join(QLatin1Char('\n')).toUtf8());
 }
 
 QString Report::document(const QString &path)

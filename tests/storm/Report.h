@@ -1,7 +1,13 @@
 #pragma once
 
 #include <QString>
-#include <QVector>
+
+/// \a pattern with \a arguments in place of %1, %2 and so on.
+template<typename... Arguments> QString filled(QString pattern, const Arguments &...arguments)
+{
+    ((pattern = pattern.arg(arguments)), ...);
+    return pattern;
+}
 
 /// What one part of the storm has tried, and what came of it.
 struct Row
@@ -33,8 +39,8 @@ struct Sizes
 namespace Report
 {
 
-/// Prints the row, and keeps it in the file that was named.
-void add(const Row &row);
+/// Prints the row, and keeps it in the file that was named. Warnings that came before make it a fault.
+void add(Row row);
 /// The row that another process has printed as \a line.
 Row row(const QString &line);
 bool hasFault();

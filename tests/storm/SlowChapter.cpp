@@ -7,11 +7,12 @@
 #include <QElapsedTimer>
 #include <QTest>
 #include <QThread>
+#include <QTimer>
 
 namespace
 {
 
-struct Case
+struct Slowness
 {
     const char *name;
     StormChannel::Manner manner;
@@ -19,7 +20,7 @@ struct Case
     bool isBlocking; ///< a channel that waits as long as it takes, as another host's may
 };
 
-constexpr Case cases[] = {
+constexpr Slowness slownesses[] = {
     {"answers at once", StormChannel::Manner::Answers, 0, false},
     {"5 ms per answer", StormChannel::Manner::Answers, 5, false},
     {"50 ms per answer", StormChannel::Manner::Answers, 50, false},
@@ -38,7 +39,7 @@ struct Measured
 };
 
 /// \a curves of the window with the module, and a window with a module that answers at once beside it.
-Measured measure(const Case &each, int curves, int milliseconds)
+Measured slowed(const Slowness &each, int curves, int milliseconds)
 {
     PluginHarness sick(pluginRoot(), "Sick");
     PluginHarness healthy(pluginRoot(), "Healthy");
@@ -86,33 +87,25 @@ void Chapters::slow(const Sizes &sizes)
     StormChannel::advance(-1);
     const int milliseconds = sizes.of(1200, 6000);
     double usual = 0.0;
-    for (const Case &each : cases) {
+    for (const Slowness &each : slownesses) {
         for (const int curves : {1, 4}) {
             if (!sizes.isLong && curves == 1 && each.answerMs != 0) {
                 continue;
             }
-            const Measured measured = measure(each, curves, milliseconds);
+            const Measured measured = slowed(each, curves, milliseconds);
             usual = qMax(usual, measured.healthyPerSecond);
             // Four curves of one module: each exchange has its deadline. The neighbour gets what the rests leave.
             constexpr qint64 stopMs = curveCount * CommandHandlerInterface::exchangeDeadlineMs + 500;
             constexpr double share = 0.3;
             const bool isFault = !each.isBlocking && (measured.longestStopMs > stopMs || measured.closeMs > stopMs ||
                                                       measured.healthyPerSecond < share * usual);
-            Report::add(
-                {"slow", each.name, milliseconds,
-                 QStringLiteral("ms, with %1 curve(s) of this module and another window with a healthy one")
-                     .arg(curves),
-                 QStringLiteral(
-                     "longest stop of the event loop %1 ms; the healthy window got %2 samples/s; closing took %3 ms%4")
-                     .arg(measured.longestStopMs)
-                     .arg(measured.healthyPerSecond, 0, 'f', 0)
-                     .arg(measured.closeMs)
-                     .arg(each.isBlocking ? " (nothing in a plugin limits this)" : QString()),
-                 isFault});
+            Report::add({"slow", each.name, milliseconds,
+                         filled("ms, with %1 curve(s) of this module and another window with a healthy one", curves),
+                         filled("longest stop of the event loop %1 ms; the healthy window got %2 samples/s; closing "
+                                "took %3 ms%4",
+                                measured.longestStopMs, qRound64(measured.healthyPerSecond), measured.closeMs,
+                                each.isBlocking ? " (nothing in a plugin limits this)" : ""),
+                         isFault});
         }
-    }
-    const QStringList warnings = Watch::takeFaults();
-    if (!warnings.isEmpty()) {
-        Report::add({"slow", "warnings", warnings.size(), "all of these", warnings.constFirst(), true});
     }
 }

@@ -1,5 +1,7 @@
 #include "StormModule.h"
 
+#include "Report.h"
+
 #include "host/ParameterType.h"
 #include "host/RegisterSet.h"
 
@@ -12,6 +14,7 @@
 namespace
 {
 
+qint64 sumOfExchanges = 0;
 qint64 deadExchanges = 0;
 qint64 virtualNs = 1;
 bool isTimeVirtual = false;
@@ -44,6 +47,7 @@ const char *const oddNames[] = {"position",
 void StormChannel::sendCommandCombos(QList<CommandCombo *> combos)
 {
     ++exchanges;
+    ++sumOfExchanges;
     deadExchanges += isDead ? 1 : 0;
     CommandHandlerInterface::sendCommandCombos(combos);
     if (manner == Manner::Babbling) {
@@ -61,6 +65,11 @@ void StormChannel::sendCommandCombos(QList<CommandCombo *> combos)
     if (onExchange) {
         std::exchange(onExchange, nullptr)();
     }
+}
+
+qint64 StormChannel::allExchanges()
+{
+    return sumOfExchanges;
 }
 
 qint64 StormChannel::exchangesWithTheDead()
@@ -103,29 +112,34 @@ qint64 StormChannel::nowNs() const
 }
 
 StormModule::StormModule(const QString &key, quint32 shape)
-    : KAROModuleInterface(QString::fromUtf8(oddNames[shape % 8U]), key, nullptr, QString())
+    : ScriptedModule(key, shape % 16U == 0U ? 0 : 1 + static_cast<int>(shape / 4U % 3U),
+                     static_cast<unsigned char>(shape % 255U), QString::fromUtf8(oddNames[shape % 8U]))
     , channel(makeChannel())
     , m_shape(shape)
 {
+    channelNumber = static_cast<int>(shape % 2U);
+    const auto add = [this](const QString &group, int number, const QString &name) {
+        addParameter(group, filled("par::%1", number), number, name);
+    };
     for (int axis = 0; axis < numberOfAxes(); ++axis) {
         for (int number = 0; number < 6; ++number) {
-            addParameter(QStringLiteral("axis%1").arg(axis), number * 51,
-                         QString::fromUtf8(oddNames[(shape + static_cast<quint32>(number)) % 8U]));
+            add(filled("axis%1", axis), number * 51,
+                QString::fromUtf8(oddNames[(shape + static_cast<quint32>(number)) % 8U]));
         }
     }
     for (const char *const group :
          {"global2", ParameterType::DigitalInput, ParameterType::DigitalOutput, ParameterType::AnalogInput}) {
         if ((shape >>= 1U) & 1U) {
-            addParameter(QString::fromLatin1(group), 3, QString::fromLatin1(group));
+            add(group, 3, group);
         }
     }
     for (quint32 index = 0; index < m_shape / 16U % 5U; ++index) {
-        auto *const set = new RegisterSet(static_cast<int>(index * 60U), 32, QStringLiteral("Status %1").arg(index),
-                                          QString(), Register::Readable, this);
+        auto *const set = new RegisterSet(static_cast<int>(index * 60U), 32, filled("Status %1", index), QString(),
+                                          Register::Readable, this);
         for (quint32 field = 0; field < index; ++field) {
             set->addFraction(static_cast<int>(field * 8U), static_cast<int>(4U + field), "Load");
         }
-        m_registers.append(set);
+        registerList.append(set);
     }
 }
 
@@ -135,47 +149,12 @@ StormModule::~StormModule()
     channel->onExchange = nullptr;
 }
 
-void StormModule::addParameter(const QString &group, int number, const QString &name)
-{
-    Parameter parameter;
-    parameter.number = number;
-    parameter.name = name;
-    parameter.nameSuffix = "[raw]";
-    parameter.access = "rw";
-    m_groups[group].insert(QStringLiteral("par::%1").arg(number), parameter);
-}
-
 QString StormModule::getAliasName() const
 {
     return QString::fromUtf8(oddNames[m_shape / 8U % 8U]);
 }
 
-int StormModule::numberOfAxes()
-{
-    return m_shape % 16U == 0U ? 0 : 1 + static_cast<int>(m_shape / 4U % 3U);
-}
-
-unsigned char StormModule::moduleAddress()
-{
-    return static_cast<unsigned char>(m_shape % 255U);
-}
-
 CommandHandlerInterface *StormModule::commandHandlerInterface()
 {
     return channel;
-}
-
-int StormModule::getChannel()
-{
-    return static_cast<int>(m_shape % 2U);
-}
-
-QMap<QString, Parameter> *StormModule::getParameterMapByName(QString name)
-{
-    return m_groups.contains(name) ? &m_groups[name] : nullptr;
-}
-
-QList<Register *> StormModule::registers() const
-{
-    return m_registers;
 }

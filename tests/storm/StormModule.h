@@ -1,7 +1,6 @@
 #pragma once
 
-#include "host/CommandHandlerInterface.h"
-#include "host/KAROModuleInterface.h"
+#include "ScriptedModule.h"
 
 #include <functional>
 #include <memory>
@@ -30,8 +29,8 @@ public:
     qint64 exchanges = 0;
     bool isDead = false; ///< its module has been destroyed
 
-    /// Exchanges with modules that had been destroyed, of all channels.
-    static qint64 exchangesWithTheDead();
+    static qint64 allExchanges();         ///< of all channels
+    static qint64 exchangesWithTheDead(); ///< those with modules that had been destroyed
     /// Moves the clock of all channels on; they do not see the real one until \a ms is negative.
     static void advance(int ms);
 
@@ -44,7 +43,7 @@ private:
 };
 
 /// A module with up to three axes, odd names, registers and every kind of group.
-class StormModule : public KAROModuleInterface
+class StormModule : public ScriptedModule
 {
     Q_OBJECT
 
@@ -54,19 +53,10 @@ public:
     ~StormModule() override;
 
     QString getAliasName() const override;
-    int numberOfAxes() override;
-    unsigned char moduleAddress() override;
     CommandHandlerInterface *commandHandlerInterface() override;
-    int getChannel() override;
-    QMap<QString, Parameter> *getParameterMapByName(QString name) override;
-    QList<Register *> registers() const override;
 
     StormChannel *const channel; ///< never null, never freed
 
 private:
-    void addParameter(const QString &group, int number, const QString &name);
-
     const quint32 m_shape;
-    QMap<QString, QMap<QString, Parameter>> m_groups;
-    QList<Register *> m_registers; // children
 };

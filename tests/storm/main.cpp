@@ -8,6 +8,7 @@
 
 #include "host/AppSettings.h"
 
+#include <QCommandLineParser>
 #include <QDesktopServices>
 #include <QProcess>
 
@@ -16,28 +17,9 @@
 namespace
 {
 
-struct Chapter
-{
-    const char *name;
-    void (*run)(const Sizes &sizes);
-};
-
-constexpr Chapter chapters[] = {
+constexpr std::pair<const char *, Chapters::Chapter *> chapters[] = {
     {"events", Chapters::events}, {"hotplug", Chapters::hotplug}, {"slow", Chapters::slow}, {"log", Chapters::log},
     {"life", Chapters::life},     {"files", Chapters::files},     {"day", Chapters::day},
-};
-
-struct ChildTask
-{
-    const char *name;
-    int (*run)(const QStringList &arguments);
-};
-
-constexpr ChildTask childTasks[] = {
-    {"events", Chapters::playEvents},
-    {"pace", Chapters::pace},
-    {"read", Chapters::readFile},
-    {"record", Chapters::recordLines},
 };
 
 /// In a process of its own: a crash is a row of the report, and the other chapters run.
@@ -45,7 +27,7 @@ void runInChild(const QString &name, const QStringList &arguments)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(QCoreApplication::applicationFilePath(), QStringList{"--here", name} + arguments);
+    process.start(QCoreApplication::applicationFilePath(), arguments + QStringList{"--here", name});
     while (process.waitForReadyRead(-1) || process.canReadLine()) {
         while (process.canReadLine()) {
             Report::add(Report::row(QString::fromUtf8(process.readLine())));
@@ -53,58 +35,43 @@ void runInChild(const QString &name, const QStringList &arguments)
     }
     process.waitForFinished(-1);
     if (process.exitStatus() == QProcess::CrashExit || process.exitCode() > 1) {
-        Report::add(
-            {name, "the whole chapter", 1, QString(), QStringLiteral("ended with %1").arg(process.exitCode()), true});
+        Report::add({name, "the whole chapter", 1, QString(), filled("ended with %1", process.exitCode()), true});
     }
 }
 
-int runChapters(QStringList arguments)
+int runChapters()
 {
-    QStringList sizeArguments;
-    bool isHere = false;
-    Sizes sizes;
-    QStringList names;
-    QString version;
-    while (!arguments.isEmpty()) {
-        const QString argument = arguments.takeFirst();
-        if (argument == "--long") {
-            sizes.isLong = true;
-            sizeArguments.append(argument);
-        } else if (argument == "--here") {
-            isHere = true;
-        } else if (argument.startsWith("--") && !arguments.isEmpty()) {
-            const QString value = arguments.takeFirst();
-            const bool isSize = argument != "--save" && argument != "--version";
-            sizeArguments += isSize ? QStringList{argument, value} : QStringList();
-            if (argument == "--seed") {
-                sizes.seed = value.toUInt();
-            } else if (argument == "--count") {
-                sizes.count = value.toInt();
-            } else if (argument == "--hours") {
-                sizes.hours = value.toDouble();
-            } else if (argument == "--version") {
-                version = value;
-            } else if (argument == "--save") {
-                Report::setFile(value, version);
-            }
+    QCommandLineParser parser;
+    parser.addOptions({{"long", ""},
+                       {"here", "in this process"},
+                       {"seed", "", "number", "1"},
+                       {"count", "", "number", "0"},
+                       {"hours", "", "number", "0"},
+                       {"version", "of the program, for the rows", "text"},
+                       {"save", "", "file of rows"}});
+    parser.addPositionalArgument("chapter", "", "CHAPTER...");
+    parser.process(*qApp);
+    const Sizes sizes{parser.isSet("long"), parser.value("seed").toUInt(), parser.value("hours").toDouble(),
+                      parser.value("count").toInt()};
+    Report::setFile(parser.value("save"), parser.value("version"));
+    QStringList arguments{"--seed",  parser.value("seed"), "--hours", parser.value("hours"),
+                          "--count", parser.value("count")};
+    arguments += parser.isSet("long") ? QStringList("--long") : QStringList();
+    QStringList names = parser.positionalArguments();
+    const bool isAll = names.isEmpty();
+    for (const auto &[name, run] : chapters) {
+        if (names.removeAll(name) == 0 && !isAll) {
+            continue;
+        }
+        if (parser.isSet("here")) {
+            run(sizes);
         } else {
-            names.append(argument);
+            Report::begin(name);
+            runInChild(name, arguments);
         }
     }
-    int known = 0;
-    for (const Chapter &chapter : chapters) {
-        if (names.isEmpty() || names.contains(chapter.name)) {
-            if (isHere) {
-                chapter.run(sizes);
-            } else {
-                Report::begin(chapter.name);
-                runInChild(chapter.name, sizeArguments);
-            }
-            ++known;
-        }
-    }
-    if (known == 0 || (!names.isEmpty() && known < names.size())) {
-        std::fputs("storm: there is no such chapter\n", stderr);
+    if (!names.isEmpty()) {
+        std::fprintf(stderr, "storm: there is no chapter %s\n", qPrintable(names.join(", ")));
         return 2;
     }
     return Report::hasFault() ? 1 : 0;
@@ -114,12 +81,9 @@ int runChapters(QStringList arguments)
 
 int Chapters::child(const QStringList &arguments)
 {
-    for (const ChildTask &task : childTasks) {
-        if (arguments.constFirst() == task.name) {
-            return task.run(arguments.mid(1));
-        }
-    }
-    return 2;
+    const QMap<QString, ChildTask *> tasks{
+        {"events", playEvents}, {"pace", pace}, {"read", readFile}, {"record", recordLines}};
+    return tasks.contains(arguments.constFirst()) ? tasks.value(arguments.constFirst())(arguments.mid(1)) : 2;
 }
 
 Ended runChild(const QStringList &arguments, int timeoutMs, const QStringList &environment)
@@ -168,5 +132,5 @@ int main(int argc, char **argv)
         std::fputs(Report::document(arguments.value(1)).toUtf8().constData(), stdout);
         return 0;
     }
-    return runChapters(arguments);
+    return runChapters();
 }

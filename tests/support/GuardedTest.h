@@ -4,6 +4,7 @@
 #include <QtWidgets>
 
 #include <initializer_list>
+#include <memory>
 #include <tuple>
 
 /**
@@ -94,13 +95,22 @@ template<typename Part> Part *partNamed(const QWidget &parent, const QString &ac
 void prepareTestEnvironment();
 void prepareTestApplication();
 
-/// The main function of a test program of one test class.
-#define GUARDED_TEST_MAIN(TestClass)                                                                                   \
-    int main(int argc, char **argv)                                                                                    \
-    {                                                                                                                  \
-        prepareTestEnvironment();                                                                                      \
-        QApplication application(argc, argv);                                                                          \
-        prepareTestApplication();                                                                                      \
-        TestClass test;                                                                                                \
-        return QTest::qExec(&test, argc, argv);                                                                        \
-    }
+/// A test class of a test program, see TestMain.cpp. All of them are in a list that is made before main().
+class TestClassEntry
+{
+public:
+    using Factory = std::unique_ptr<QObject> (*)();
+
+    TestClassEntry(const char *className, Factory makesOne) noexcept;
+
+    const char *name;
+    Factory factory;
+    const TestClassEntry *next;
+
+    static const TestClassEntry *first();
+};
+
+/// Makes a test class known to its program.
+#define GUARDED_TEST(TestClass)                                                                                        \
+    static const TestClassEntry entryOf##TestClass(                                                                    \
+        #TestClass, []() -> std::unique_ptr<QObject> { return std::make_unique<TestClass>(); });

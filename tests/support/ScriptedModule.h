@@ -50,8 +50,9 @@ class ScriptedModule : public KAROModuleInterface
     Q_OBJECT
 
 public:
-    explicit ScriptedModule(const QString &key, int axes = 1, unsigned char address = 1)
-        : KAROModuleInterface(QStringLiteral("Scripted"), key, nullptr, QString()), m_axes(axes), m_address(address)
+    explicit ScriptedModule(const QString &key, int axes = 1, unsigned char address = 1,
+                            const QString &name = QStringLiteral("Scripted"))
+        : KAROModuleInterface(name, key, nullptr, QString()), m_axes(axes), m_address(address)
     {
     }
 

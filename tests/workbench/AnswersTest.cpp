@@ -285,5 +285,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(AnswersTest)
+GUARDED_TEST(AnswersTest)
 #include "AnswersTest.moc"

@@ -323,5 +323,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(ApplicationTest)
+GUARDED_TEST(ApplicationTest)
 #include "ApplicationTest.moc"

@@ -314,5 +314,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(CommandLineTest)
+GUARDED_TEST(CommandLineTest)
 #include "CommandLineTest.moc"

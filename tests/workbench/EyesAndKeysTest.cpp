@@ -344,5 +344,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(EyesAndKeysTest)
+GUARDED_TEST(EyesAndKeysTest)
 #include "EyesAndKeysTest.moc"

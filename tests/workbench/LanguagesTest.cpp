@@ -272,5 +272,5 @@ private:
     Texts m_german;
 };
 
-GUARDED_TEST_MAIN(LanguagesTest)
+GUARDED_TEST(LanguagesTest)
 #include "LanguagesTest.moc"

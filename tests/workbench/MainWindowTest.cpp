@@ -226,5 +226,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(MainWindowTest)
+GUARDED_TEST(MainWindowTest)
 #include "MainWindowTest.moc"

@@ -271,5 +271,5 @@ private:
     QStringList m_opened;
 };
 
-GUARDED_TEST_MAIN(NoticesTest)
+GUARDED_TEST(NoticesTest)
 #include "NoticesTest.moc"

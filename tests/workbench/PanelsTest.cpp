@@ -205,5 +205,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(PanelsTest)
+GUARDED_TEST(PanelsTest)
 #include "PanelsTest.moc"

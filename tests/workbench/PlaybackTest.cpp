@@ -215,5 +215,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(PlaybackTest)
+GUARDED_TEST(PlaybackTest)
 #include "PlaybackTest.moc"

@@ -155,5 +155,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(PlotWindowTest)
+GUARDED_TEST(PlotWindowTest)
 #include "PlotWindowTest.moc"

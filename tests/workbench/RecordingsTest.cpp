@@ -245,5 +245,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(RecordingsTest)
+GUARDED_TEST(RecordingsTest)
 #include "RecordingsTest.moc"

@@ -85,5 +85,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(SceneReaderTest)
+GUARDED_TEST(SceneReaderTest)
 #include "SceneReaderTest.moc"

@@ -287,5 +287,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(SetUpSchemaTest)
+GUARDED_TEST(SetUpSchemaTest)
 #include "SetUpSchemaTest.moc"

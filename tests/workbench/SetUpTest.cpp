@@ -350,5 +350,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(SetUpTest)
+GUARDED_TEST(SetUpTest)
 #include "SetUpTest.moc"

@@ -73,7 +73,7 @@ struct WindowLayout
 {
     QSize size; ///< without the frame of the desktop, widget pixels; invalid: as the window is
     bool isMaximised = false;
-    QByteArray docks; ///< as QMainWindow::saveState() gives it; empty: as they are
+    QByteArray docks; ///< as WindowState::docks() gives it; empty: as they are
 };
 
 /**

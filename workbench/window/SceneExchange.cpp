@@ -5,6 +5,7 @@
 #include "setup/SceneRunner.h"
 #include "window/ContainerWindow.h"
 #include "window/MainWindow.h"
+#include "window/WindowState.h"
 #include "window/Workbench.h"
 
 #include "host/AppSettings.h"
@@ -117,7 +118,7 @@ Scene SceneExchange::taken(QStringList *losses) const
     }
     scene.layout.isMaximised = m_window->isMaximized();
     scene.layout.size = m_window->isMaximized() ? m_window->normalGeometry().size() : m_window->size();
-    scene.layout.docks = m_window->saveState();
+    scene.layout.docks = WindowState::docks(*m_window);
     return scene;
 }
 
@@ -167,7 +168,7 @@ QStringList SceneExchange::tryAside(const Scene &scene) const
         }
     }
     QMainWindow window;
-    if (!scene.layout.docks.isEmpty() && !window.restoreState(scene.layout.docks)) {
+    if (!scene.layout.docks.isEmpty() && !WindowState::restoreDocks(&window, scene.layout.docks)) {
         errors.append(
             SceneExchangeText::tr("the field \"docks\" of the window is not as the workbench has written it"));
     }
@@ -227,7 +228,7 @@ void SceneExchange::setUpLayout(const Scene &scene)
         m_window->showMaximized();
     }
     if (!layout.docks.isEmpty()) {
-        m_window->restoreState(layout.docks);
+        WindowState::restoreDocks(m_window, layout.docks);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/AppSettings.h"
 
+#include <QCryptographicHash>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QMainWindow>
@@ -15,6 +16,12 @@ const char placeKey[] = "Place";
 const char maximisedKey[] = "Maximised";
 const char docksKey[] = "Docks";
 constexpr QSize usualFrame(16, 48); // of a desktop, with its title: that of a window is not known before it is shown
+constexpr QRect possiblePlaces(-1000000, -1000000, 2000000, 2000000); ///< with others, sums of coordinates overflow
+
+QByteArray checksum(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
 
 } // namespace
 
@@ -44,6 +51,18 @@ QRect WindowState::onScreen(const QRect &frame, const QList<QRect> &screens)
     return result;
 }
 
+QByteArray WindowState::docks(const QMainWindow &window)
+{
+    const QByteArray state = window.saveState();
+    return state + checksum(state);
+}
+
+bool WindowState::restoreDocks(QMainWindow *window, const QByteArray &docks)
+{
+    const QByteArray state = docks.chopped(qMin(docks.size(), checksum({}).size()));
+    return docks == state + checksum(state) && window->restoreState(state);
+}
+
 bool WindowState::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_window && event->type() == QEvent::Close) {
@@ -62,7 +81,7 @@ void WindowState::restore()
     for (const QScreen *const screen : all) {
         screens.append(screen->availableGeometry());
     }
-    if (place.isValid()) {
+    if (place.isValid() && possiblePlaces.contains(place)) {
         const QRect frame = onScreen(QRect(place.topLeft(), place.size() + usualFrame), screens);
         m_window->resize(frame.size() - usualFrame);
         m_window->move(frame.topLeft());
@@ -70,7 +89,7 @@ void WindowState::restore()
     if (settings.value(QString::fromLatin1(maximisedKey)).toBool()) {
         m_window->setWindowState(m_window->windowState() | Qt::WindowMaximized);
     }
-    m_window->restoreState(settings.value(QString::fromLatin1(docksKey)).toByteArray());
+    restoreDocks(m_window, settings.value(QString::fromLatin1(docksKey)).toByteArray());
 }
 
 void WindowState::store() const
@@ -82,5 +101,5 @@ void WindowState::store() const
     settings.setValue(QString::fromLatin1(placeKey),
                       isNormal ? QRect(m_window->pos(), m_window->size()) : m_window->normalGeometry());
     settings.setValue(QString::fromLatin1(maximisedKey), m_window->isMaximized());
-    settings.setValue(QString::fromLatin1(docksKey), m_window->saveState());
+    settings.setValue(QString::fromLatin1(docksKey), docks(*m_window));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QObject>
 #include <QRect>
@@ -23,6 +24,11 @@ public:
      * of it, or the first one when none shows any. The screens' rectangles are without the bars of the desktop.
      */
     static QRect onScreen(const QRect &frame, const QList<QRect> &screens);
+
+    /// Where the docks and tool bars of \a window are, with a checksum: Qt crashes over such bytes when they are damaged.
+    static QByteArray docks(const QMainWindow &window);
+    /// Moves them back to where docks() found them; returns false, without effect, when \a docks is damaged.
+    static bool restoreDocks(QMainWindow *window, const QByteArray &docks);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -336,5 +336,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(DevicesTest)
+GUARDED_TEST(DevicesTest)
 #include "DevicesTest.moc"

@@ -188,5 +188,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(ExampleServerTest)
+GUARDED_TEST(ExampleServerTest)
 #include "ExampleServerTest.moc"

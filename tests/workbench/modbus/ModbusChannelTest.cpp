@@ -243,5 +243,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(ModbusChannelTest)
+GUARDED_TEST(ModbusChannelTest)
 #include "ModbusChannelTest.moc"

@@ -194,5 +194,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(ModbusFaultsTest)
+GUARDED_TEST(ModbusFaultsTest)
 #include "ModbusFaultsTest.moc"

@@ -127,5 +127,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(ModbusPlotTest)
+GUARDED_TEST(ModbusPlotTest)
 #include "ModbusPlotTest.moc"

@@ -98,5 +98,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(ModbusServersTest)
+GUARDED_TEST(ModbusServersTest)
 #include "ModbusServersTest.moc"

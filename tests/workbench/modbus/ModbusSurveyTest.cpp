@@ -276,5 +276,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(ModbusSurveyTest)
+GUARDED_TEST(ModbusSurveyTest)
 #include "ModbusSurveyTest.moc"

@@ -130,5 +130,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(ReadPlanTest)
+GUARDED_TEST(ReadPlanTest)
 #include "ReadPlanTest.moc"

@@ -283,5 +283,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(RegisterMapTest)
+GUARDED_TEST(RegisterMapTest)
 #include "RegisterMapTest.moc"

@@ -264,5 +264,5 @@ private:
     CommandCombo m_pair;
 };
 
-GUARDED_TEST_MAIN(RecordedModuleTest)
+GUARDED_TEST(RecordedModuleTest)
 #include "RecordedModuleTest.moc"

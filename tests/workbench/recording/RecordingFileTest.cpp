@@ -258,5 +258,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(RecordingFileTest)
+GUARDED_TEST(RecordingFileTest)
 #include "RecordingFileTest.moc"

@@ -256,5 +256,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(SimulationTest)
+GUARDED_TEST(SimulationTest)
 #include "SimulationTest.moc"
