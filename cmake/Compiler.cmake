@@ -19,12 +19,18 @@ elseif(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wno-gnu-zero-variadic-macro-arguments>)
   set(stop_at_warnings -Werror)
 endif()
-if(CMAKE_UNITY_BUILD)
-  # A name of one source is no outer name of the next.
-  target_compile_options(project_options INTERFACE -Wno-shadow)
-endif()
 if(WARNINGS_AS_ERRORS)
   target_compile_options(project_options INTERFACE ${stop_at_warnings})
+endif()
+
+# For sources that are compiled together: a name of one is no outer name of the next, and no unnamed namespace is that of
+# a header.
+add_library(joined_sources INTERFACE)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+  target_compile_options(joined_sources INTERFACE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
+if(CMAKE_UNITY_BUILD)
+  target_link_libraries(project_options INTERFACE joined_sources)
 endif()
 
 # What is deprecated in any series of Qt is an error. Where the replacement is newer than 5.12, the call that it

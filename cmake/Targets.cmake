@@ -28,18 +28,26 @@ function(room_application name)
   target_link_libraries(${name} PRIVATE Qt5::Widgets ${arg_USES} project_options)
 endfunction()
 
-# room_test(NAME SOURCES file... [USES target...] [DEPENDS target...])
-# One test program, run offscreen by CTest. DEPENDS names targets that it loads at run time.
-function(room_test name)
+# room_tests(NAME SOURCES file... [USES target...] [DEPENDS target...])
+# One program of the test classes in the SOURCES named <class>Test.cpp. CTest runs each class in a process of its own,
+# offscreen. DEPENDS names targets that are loaded or started at run time. The sources are compiled some at a time in all
+# builds: what they include takes most of the time.
+function(room_tests name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;DEPENDS")
   add_executable(${name} ${arg_SOURCES})
-  set_target_properties(${name} PROPERTIES AUTOMOC ON UNITY_BUILD OFF)
-  target_link_libraries(${name} PRIVATE Qt5::Test test_support ${arg_USES} project_options)
+  set_target_properties(${name} PROPERTIES AUTOMOC ON UNITY_BUILD ON)
+  target_link_libraries(${name} PRIVATE Qt5::Test test_support ${arg_USES} project_options joined_sources)
   if(arg_DEPENDS)
     add_dependencies(${name} ${arg_DEPENDS})
   endif()
-  add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES
-    TIMEOUT 120
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LC_ALL=C.UTF-8;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
+  foreach(source IN LISTS arg_SOURCES)
+    get_filename_component(class ${source} NAME_WE)
+    if(NOT source MATCHES "Test\\.cpp$")
+      continue()
+    endif()
+    add_test(NAME ${class} COMMAND ${name} ${class})
+    set_tests_properties(${class} PROPERTIES
+      TIMEOUT 120
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LC_ALL=C.UTF-8;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
+  endforeach()
 endfunction()

@@ -179,5 +179,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(BasicToolsTest)
+GUARDED_TEST(BasicToolsTest)
 #include "BasicToolsTest.moc"

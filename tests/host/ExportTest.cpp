@@ -169,5 +169,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(ExportTest)
+GUARDED_TEST(ExportTest)
 #include "ExportTest.moc"

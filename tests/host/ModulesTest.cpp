@@ -264,5 +264,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(ModulesTest)
+GUARDED_TEST(ModulesTest)
 #include "ModulesTest.moc"

@@ -241,5 +241,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(CurvePictureTest)
+GUARDED_TEST(CurvePictureTest)
 #include "CurvePictureTest.moc"

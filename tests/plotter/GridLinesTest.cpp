@@ -146,5 +146,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(GridLinesTest)
+GUARDED_TEST(GridLinesTest)
 #include "GridLinesTest.moc"

@@ -261,5 +261,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(PlotterDrawingTest)
+GUARDED_TEST(PlotterDrawingTest)
 #include "PlotterDrawingTest.moc"

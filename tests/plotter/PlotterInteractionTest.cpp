@@ -220,5 +220,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(PlotterInteractionTest)
+GUARDED_TEST(PlotterInteractionTest)
 #include "PlotterInteractionTest.moc"

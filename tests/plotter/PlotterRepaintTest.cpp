@@ -210,5 +210,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(PlotterRepaintTest)
+GUARDED_TEST(PlotterRepaintTest)
 #include "PlotterRepaintTest.moc"

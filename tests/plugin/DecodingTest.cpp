@@ -134,5 +134,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(DecodingTest)
+GUARDED_TEST(DecodingTest)
 #include "DecodingTest.moc"

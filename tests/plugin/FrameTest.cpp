@@ -102,5 +102,5 @@ private:
     XYPlotter m_root;
 };
 
-GUARDED_TEST_MAIN(FrameTest)
+GUARDED_TEST(FrameTest)
 #include "FrameTest.moc"

@@ -273,5 +273,5 @@ private:
     XYPlotter m_root;
 };
 
-GUARDED_TEST_MAIN(RecordingTest)
+GUARDED_TEST(RecordingTest)
 #include "RecordingTest.moc"

@@ -258,5 +258,5 @@ private:
     XYPlotter m_root;
 };
 
-GUARDED_TEST_MAIN(SamplingTest)
+GUARDED_TEST(SamplingTest)
 #include "SamplingTest.moc"

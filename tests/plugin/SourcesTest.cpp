@@ -346,5 +346,5 @@ private:
     XYPlotter m_root;
 };
 
-GUARDED_TEST_MAIN(SourcesTest)
+GUARDED_TEST(SourcesTest)
 #include "SourcesTest.moc"

@@ -34,5 +34,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(UnloadingTest)
+GUARDED_TEST(UnloadingTest)
 #include "UnloadingTest.moc"

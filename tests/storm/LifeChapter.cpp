@@ -116,15 +116,18 @@ void Chapters::life(const Sizes &sizes)
     plugIn(&harness->handler, "L/0", 2);
     plugIn(&harness->handler, "L/1", 67);
     chooseAll(harness.get());
-    for (int tick = 0; tick < 500; ++tick) {
+    const int ticks = sizes.isLong ? 12000 : 500; // many openings add many points, so the curves have to be full before
+    for (int tick = 0; tick < ticks; ++tick) {
         StormChannel::advance(tickMs);
         harness->sampleTick();
     }
+    harness->refreshTick();
     const QString four = "four curves, two modules";
     measure("opening and closing", four, sizes.of(150, 10000), {0, 0.0}, [&](int) {
         harness->close();
         harness->open();
         harness->sampleTick();
+        harness->refreshTick();
         settleQuickly();
     });
     measure("choosing modules, motors and registers", four, sizes.of(100, 2000), {0, 0.0}, [&](int index) {

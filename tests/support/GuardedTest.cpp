@@ -23,7 +23,20 @@ void record(QtMsgType type, const QMessageLogContext &context, const QString &te
     }
 }
 
+const TestClassEntry *firstTestClass = nullptr;
+
 } // namespace
+
+TestClassEntry::TestClassEntry(const char *className, Factory makesOne) noexcept
+    : name(className), factory(makesOne), next(firstTestClass)
+{
+    firstTestClass = this;
+}
+
+const TestClassEntry *TestClassEntry::first()
+{
+    return firstTestClass;
+}
 
 void GuardedTest::expectMessage(QtMsgType type, const QRegularExpression &pattern)
 {

@@ -1,17 +1,11 @@
 #include "GuardedTest.h"
+#include "Paper.h"
 #include "application/PluginFolders.h"
 #include "application/RunPlan.h"
 #include "application/SelfTest.h"
-#include "application/Terminal.h"
 #include "application/TimedRun.h"
 #include "application/WorkbenchRun.h"
 #include "setup/SceneReader.h"
-
-#include <QAction>
-#include <QDir>
-#include <QElapsedTimer>
-#include <QImage>
-#include <QLabel>
 
 #include <sys/stat.h>
 
@@ -23,34 +17,13 @@ const char brokenPlugin[] = FIXTURE_FOLDER "/missing_symbol.so";
 
 OptionsResult parsed(const QString &arguments)
 {
-    return parseOptions(QStringList(QStringLiteral("program")) + arguments.split(QLatin1Char(' ')));
+    return parseOptions(QStringList("program") + arguments.split(' '));
 }
 
 RunPlan planned(const QString &arguments, bool isHeadless)
 {
-    return planRun(parsed(QStringLiteral("--plugin x.so ") + arguments).options, isHeadless).plan;
+    return planRun(parsed(QString("--plugin x.so ") + arguments).options, isHeadless).plan;
 }
-
-/// A terminal whose lines can be read.
-struct Paper
-{
-    ~Paper()
-    {
-        std::fclose(output);
-        std::fclose(errors);
-    }
-
-    static QString linesOf(std::FILE *file)
-    {
-        std::rewind(file);
-        QFile reader;
-        return reader.open(file, QIODevice::ReadOnly) ? QString::fromLocal8Bit(reader.readAll()) : QString();
-    }
-
-    std::FILE *const output = std::tmpfile();
-    std::FILE *const errors = std::tmpfile();
-    const Terminal terminal{output, errors};
-};
 
 } // namespace
 
@@ -79,9 +52,9 @@ private slots:
     void valuesOfOptions()
     {
         QFETCH(bool, isSound);
-        const QString error = parsed(QString::fromLatin1(QTest::currentDataTag())).error;
+        const QString error = parsed(QTest::currentDataTag()).error;
         QVERIFY2(error.isEmpty() == isSound, qPrintable(error));
-        QVERIFY(!error.contains(QLatin1Char('\n')));
+        QVERIFY(!error.contains('\n'));
     }
 
     void everyOptionArrives()
@@ -100,57 +73,54 @@ private slots:
         QVERIFY(!options.wantsHelp && !options.wantsVersion && !options.wantsSceneList && !options.wantsPluginList);
         QVERIFY(parsed("--help").options.wantsHelp && parsed("--version").options.wantsVersion);
         QVERIFY(parsed("--list-scenes").options.wantsSceneList && parsed("--list-plugins").options.wantsPluginList);
-        // Known before all else, so that what is wrong with the rest is said in it.
+        // Known before the rest is parsed, so that errors are reported in that language.
         QCOMPARE(languageOption({"program", "--seconds", "soon", "--language", "de", "--stray"}), QString("de"));
         QCOMPARE(languageOption({"program", "--language", "fr"}), QString());
     }
 
     void planHasDefaults()
     {
-        const RunPlan headless = planned(QStringLiteral("--seed 5"), true);
+        const RunPlan headless = planned("--seed 5", true);
         QVERIFY(headless.isTimed && headless.hasScene && headless.seconds == 5.0);
         QCOMPARE(headless.size, QSize(1000, 600));
-        QCOMPARE(headless.picture, QDir::current().absoluteFilePath(QStringLiteral("xy-plot.png")));
-        QCOMPARE(headless.scene.title, readSceneFile(shippedScenePath(QStringLiteral("circle"))).scene.title);
+        QCOMPARE(headless.picture, QDir::current().absoluteFilePath("xy-plot.png"));
+        QCOMPARE(headless.scene.title, readSceneFile(shippedScenePath("circle")).scene.title);
         QCOMPARE(headless.scene.seed, 5U);
-        const RunPlan window = planned(QStringLiteral("--scene phase --settings s.ini"), false);
+        const RunPlan window = planned("--scene phase --settings s.ini", false);
         QVERIFY(!window.isTimed && window.hasScene && window.picture.isEmpty() && !window.size.isValid());
         QCOMPARE(window.scene.seed, 3U); // the scene's own
-        QCOMPARE(window.settings, QDir::current().absoluteFilePath(QStringLiteral("s.ini")));
-        const RunPlan bare = planned(QStringLiteral("--plugin y.so"), false);
+        QCOMPARE(window.settings, QDir::current().absoluteFilePath("s.ini"));
+        const RunPlan bare = planned("--plugin y.so", false);
         QVERIFY(!bare.isTimed && !bare.hasScene && bare.scene.modules.size() == 3 && bare.scene.curves.isEmpty());
         QCOMPARE(bare.requiredPlugins, 2);
         const QString file = temporaryPath("bench.xyplot");
         QVERIFY(QFile::copy(startScenePath(), file));
         const RunPlan opened = planned(file, false); // from the event loop, when a person can be asked
         QVERIFY(!opened.hasScene && opened.openFile == file && opened.scene.title == bare.scene.title);
-        const RunPlan timed = planned(QStringLiteral("--seconds 1 ") + file, false);
+        const RunPlan timed = planned(QString("--seconds 1 ") + file, false);
         QVERIFY(timed.hasScene && timed.isSceneAsked && timed.openFile.isEmpty() && timed.scenePath == file);
         const QString log = temporaryPath("run.csv");
-        QVERIFY(planned(QStringLiteral("--log ") + log, false).picture.isEmpty());
-        const RunPlan both = planned(QStringLiteral("--log %1 --picture %1.png").arg(log), false);
-        QVERIFY(both.isTimed && both.log == log && both.picture == log + QStringLiteral(".png"));
+        QVERIFY(planned(QString("--log ") + log, false).picture.isEmpty());
+        const RunPlan both = planned(QString("--log %1 --picture %1.png").arg(log), false);
+        QVERIFY(both.isTimed && both.log == log && both.picture == log + ".png");
     }
 
     /// What a run would write or read is looked at before anything begins; %1 is a folder.
     void planFindsWhatCannotBe_data()
     {
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("fragment");
-        const auto row = [](int exitCode, const char *arguments, const char *fragment) {
-            QTest::newRow(arguments) << exitCode << QString(fragment);
-        };
-        row(0, "--log /dev/null", "");
-        row(1, "--log %1/absent/run.csv", "absent/run.csv: cannot save there: there is no such folder");
-        row(1, "--log %1/pipe", "nobody reads");
-        row(1, "--picture %1/pipe", "a device or a pipe");
-        row(1, "--settings %1/pipe --seconds 1", "a device or a pipe");
-        row(2, "--log %1/run.csv --picture %1/./run.csv", "--log and --picture");
-        row(2, "--picture %1/link --log %1/run.csv", "--log and --picture");
-        row(1, "--recording %1/absent.csv", "absent.csv: there is no such file");
-        row(1, "--recording %1/pipe", "found a device or a pipe");
-        row(1, "--recording %1/data.csv", "data.csv: line 2, column 1: expected a number");
-        row(2, "--recording %1/data.csv --log %1/data.csv", "--recording and --log");
+        testRows<int, QString>(
+            {"exitCode", "fragment"},
+            {{"--log /dev/null", 0, ""},
+             {"--log %1/absent/run.csv", 1, "absent/run.csv: cannot save there: there is no such folder"},
+             {"--log %1/pipe", 1, "nobody reads"},
+             {"--picture %1/pipe", 1, "a device or a pipe"},
+             {"--settings %1/pipe --seconds 1", 1, "a device or a pipe"},
+             {"--log %1/run.csv --picture %1/./run.csv", 2, "--log and --picture"},
+             {"--picture %1/link --log %1/run.csv", 2, "--log and --picture"},
+             {"--recording %1/absent.csv", 1, "absent.csv: there is no such file"},
+             {"--recording %1/pipe", 1, "found a device or a pipe"},
+             {"--recording %1/data.csv", 1, "data.csv: line 2, column 1: expected a number"},
+             {"--recording %1/data.csv --log %1/data.csv", 2, "--recording and --log"}});
     }
 
     void planFindsWhatCannotBe()
@@ -161,8 +131,7 @@ private slots:
         const QString pipe = temporaryPath("pipe");
         QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU), 0);
         QVERIFY(QFile::link(temporaryPath("run.csv"), temporaryPath("link"))); // to what is not there yet
-        const QString arguments =
-            QString(QTest::currentDataTag()).replace(QStringLiteral("%1"), QFileInfo(pipe).absolutePath());
+        const QString arguments = QString(QTest::currentDataTag()).replace("%1", QFileInfo(pipe).absolutePath());
         const RunPlanResult result = planRun(parsed("--plugin x.so " + arguments).options, false);
         QVERIFY2(result.error.contains(fragment) && result.error.isEmpty() == fragment.isEmpty(),
                  qPrintable(result.error));
@@ -174,27 +143,23 @@ private slots:
     {
         for (const char *const arguments :
              {"--palette dark", "bench.xyplot", "--settings s.ini", "--scene circle --settings s.ini"}) {
-            QVERIFY2(keepsState(parsed(QString::fromLatin1(arguments)).options, false), arguments);
-            QVERIFY2(!keepsState(parsed(QString::fromLatin1(arguments)).options, true), arguments);
+            QVERIFY2(keepsState(parsed(arguments).options, false), arguments);
+            QVERIFY2(!keepsState(parsed(arguments).options, true), arguments);
         }
         for (const char *const arguments :
              {"--scene circle", "--seconds 1 --settings s.ini", "--log l.csv bench.xyplot", "--picture p.png",
               "--self-test --settings s.ini"}) {
-            QVERIFY2(!keepsState(parsed(QString::fromLatin1(arguments)).options, false), arguments);
+            QVERIFY2(!keepsState(parsed(arguments).options, false), arguments);
         }
     }
 
     void runEndsAsItWent_data()
     {
-        QTest::addColumn<QStringList>("plugins");
-        QTest::addColumn<int>("required");
-        QTest::addColumn<QString>("error"); // empty: there is none
-        QTest::addColumn<bool>("isDone");
-        QTest::newRow("well") << QStringList({minimalPlugin}) << 1 << QString() << true;
-        QTest::newRow("without a plugin that was not given")
-            << QStringList({minimalPlugin, brokenPlugin}) << 1 << "definedNowhere" << true;
-        QTest::newRow("a plugin is missing that was given")
-            << QStringList({minimalPlugin, brokenPlugin}) << 2 << "definedNowhere" << false;
+        testRows<QStringList, int, QString, bool>(
+            {"plugins", "required", "error", "isDone"}, // without an error where that is empty
+            {{"well", {minimalPlugin}, 1, "", true},
+             {"without a plugin that was not given", {minimalPlugin, brokenPlugin}, 1, "definedNowhere", true},
+             {"a plugin is missing that was given", {minimalPlugin, brokenPlugin}, 2, "definedNowhere", false}});
     }
 
     void runEndsAsItWent()
@@ -209,17 +174,15 @@ private slots:
         plan.size = QSize(300, 200);
         const Paper paper;
         QCOMPARE(WorkbenchRun(plan, paper.terminal).exec(), isDone ? 0 : 1);
-        const QString errors = Paper::linesOf(paper.errors);
+        const QString errors = paper.errors();
         QVERIFY2(errors.contains(error) && errors.count('\n') == (error.isEmpty() ? 0 : 1), qPrintable(errors));
-        QCOMPARE(Paper::linesOf(paper.output).contains(plan.picture), isDone);
+        QCOMPARE(paper.output().contains(plan.picture), isDone);
         QCOMPARE(QImage(plan.picture).size(), isDone ? plan.size : QSize(0, 0));
     }
 
     void runThatLosesItsWindowFails_data()
     {
-        QTest::addColumn<bool>("isPlotOnly");
-        QTest::newRow("plot window") << true;
-        QTest::newRow("main window") << false;
+        testRows<bool>({"isPlotOnly"}, {{"plot window", true}, {"main window", false}});
     }
 
     void runThatLosesItsWindowFails()
@@ -228,22 +191,19 @@ private slots:
         const RunPlan plan = shortPlan();
         const Paper paper;
         bool isTitled = false;
-        bool hasHint = false;
-        QTimer::singleShot(0, qApp, [isPlotOnly, &isTitled, &hasHint] {
+        QTimer::singleShot(0, qApp, [isPlotOnly, &isTitled] {
             const QWidgetList windows = QApplication::allWidgets();
             for (QWidget *const window : windows) {
                 isTitled =
                     isTitled || window->windowTitle().startsWith("One module of each kind[*] - XY Plot Workbench");
-                hasHint = hasHint || window->inherits("HintBar");
                 if (isPlotOnly ? window->inherits("QMdiSubWindow") : window->isWindow()) {
                     window->close();
                 }
             }
         });
         QCOMPARE(WorkbenchRun(plan, paper.terminal).exec(), 1);
-        QVERIFY2(!hasHint, "a scene needs no first steps");
         QVERIFY2(isTitled, "the window does not show which scene it is");
-        const QString errors = Paper::linesOf(paper.errors);
+        const QString errors = paper.errors();
         QVERIFY2(errors.contains(isPlotOnly ? "the plot window was closed" : "before its time"), qPrintable(errors));
         QVERIFY(!QFile::exists(plan.picture));
     }
@@ -252,30 +212,28 @@ private slots:
     {
         const QString path = written("bench.json", R"({ "title": "T", "curves": [], "modules": [
             { "kind": "servo-1", "key": "S" }, { "kind": "io-block", "key": "O", "pluggedIn": false } ] })");
-        RunPlan plan = planned(QStringLiteral("--scene ") + path, false);
+        RunPlan plan = planned(QString("--scene ") + path, false);
         plan.plugins = QStringList(minimalPlugin);
         // Looked for at once: texts of the plugin are gone with its file.
         QStringList missing = {"Dark", "Deutsch", "1 of 2 modules plugged in", "bench.json"};
         QTimer::singleShot(0, qApp, [&] {
             const QWidgetList windows = QApplication::topLevelWidgets();
             for (QWidget *const window : windows) {
-                const QList<QAction *> actions = window->findChildren<QAction *>();
-                for (QAction *const action : actions) {
+                for (QAction *const action : partsOf<QAction>(*window)) {
                     missing.removeAll(action->text().remove('&'));
                 }
                 if (window->inherits("MainWindow")) {
-                    const QList<QLabel *> labels = window->findChildren<QLabel *>();
-                    for (const QLabel *const label : labels) {
+                    for (const QLabel *const label : partsOf<QLabel>(*window)) {
                         missing.removeAll(label->text());
                     }
-                    missing.removeAll(window->windowTitle().section(QLatin1Char('['), 0, 0));
+                    missing.removeAll(window->windowTitle().section('[', 0, 0));
                     QTimer::singleShot(0, qApp, [&missing] {
                         if (QWidget *const question = QApplication::activeModalWidget()) {
                             missing.append(question->windowTitle());
                             question->close();
                         }
                     });
-                    partCalled<QAction>(*window, QStringLiteral("Save"))->trigger(); // without a question
+                    partCalled<QAction>(*window, "Save")->trigger(); // without a question
                     window->close();
                 }
             }
@@ -302,23 +260,18 @@ private slots:
 
     void selfTestChecksTheLog_data()
     {
-        QTest::addColumn<QString>("original");
-        QTest::addColumn<QString>("mistake");
-        QTest::addColumn<int>("recorded");
-        const auto row = [](const char *name, const char *original, const char *mistake, int recorded = 20) {
-            QTest::newRow(name) << original << mistake << recorded;
-        };
-        row("sound", "", "");
-        row("line missing", "\n7;1;2;\r", "");
-        row("line twice", "\n8;", "\n7;");
-        row("header missing", "Module:;", ";");
-        row("blank in the header", "y;", "y; ");
-        row("another line end", "4;1;2;\r", "4;1;2;");
-        row("field missing", "4;1;2;", "4;1;");
-        row("field too many", "4;1;2;", "4;1;2;3;");
-        row("last line torn", "20;1;2;\r\n", "20;1;2;\r\n21;1;");
-        row("more recorded than written", "", "", 21);
-        row("too few", "\n20;1;2;\r", "", 19);
+        testRows<QString, QString, int>({"original", "mistake", "recorded"},
+                                        {{"sound", "", "", 20},
+                                         {"line missing", "\n7;1;2;\r", "", 20},
+                                         {"line twice", "\n8;", "\n7;", 20},
+                                         {"header missing", "Module:;", ";", 20},
+                                         {"blank in the header", "y;", "y; ", 20},
+                                         {"another line end", "4;1;2;\r", "4;1;2;", 20},
+                                         {"field missing", "4;1;2;", "4;1;", 20},
+                                         {"field too many", "4;1;2;", "4;1;2;3;", 20},
+                                         {"last line torn", "20;1;2;\r\n", "20;1;2;\r\n21;1;", 20},
+                                         {"more recorded than written", "", "", 21},
+                                         {"too few", "\n20;1;2;\r", "", 19}});
     }
 
     void selfTestChecksTheLog()
@@ -326,9 +279,9 @@ private slots:
         QFETCH(QString, original);
         QFETCH(QString, mistake);
         QFETCH(int, recorded);
-        QString log = QStringLiteral("Module:;M;M;\r\nCounter;x;y;\r\n");
+        QString log = "Module:;M;M;\r\nCounter;x;y;\r\n";
         for (int line = 1; line <= 20; ++line) {
-            log += QStringLiteral("%1;1;2;\r\n").arg(line);
+            log += QString("%1;1;2;\r\n").arg(line);
         }
         if (!original.isEmpty()) {
             log.replace(log.indexOf(original), original.size(), mistake);
@@ -338,7 +291,7 @@ private slots:
         SelfTest test(paper.terminal);
         test.checkLog(path, 1, recorded);
         const bool isSound = qstrcmp(QTest::currentDataTag(), "sound") == 0;
-        QVERIFY2(test.hasFailed() != isSound, qPrintable(Paper::linesOf(paper.output)));
+        QVERIFY2(test.hasFailed() != isSound, qPrintable(paper.output()));
     }
 
     /// A plugin of one's own is tested beside the plot that the scene needs.
@@ -349,10 +302,10 @@ private slots:
         const auto plugins = [&](const QString &arguments) {
             return test.completed(parsed(arguments).options).plugins;
         };
-        const QStringList beside = plugins(QStringLiteral("--plugin ") + minimalPlugin);
+        const QStringList beside = plugins(QString("--plugin ") + minimalPlugin);
         QCOMPARE(beside, QStringList({PluginFolders::plotterFile(), minimalPlugin}));
-        QCOMPARE(plugins(QStringLiteral("--plugin /x/container_xy_plot.so")).size(), 1);
-        QVERIFY(plugins(QStringLiteral("--self-test")).isEmpty()); // all that are found
+        QCOMPARE(plugins("--plugin /x/container_xy_plot.so").size(), 1);
+        QVERIFY(plugins("--self-test").isEmpty()); // all that are found
     }
 
 private:
@@ -370,5 +323,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(ApplicationTest)
+GUARDED_TEST(ApplicationTest)
 #include "ApplicationTest.moc"

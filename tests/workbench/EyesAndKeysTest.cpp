@@ -1,27 +1,10 @@
 #include "GrowingPlot.h"
+#include "window/ContainerWindow.h"
 #include "window/Contrast.h"
 #include "window/Palettes.h"
 #include "window/PlotMenu.h"
 #include "window/ShortcutList.h"
 #include "window/Workspace.h"
-
-#include <QAbstractItemView>
-#include <QAction>
-#include <QClipboard>
-#include <QComboBox>
-#include <QDockWidget>
-#include <QImage>
-#include <QLineEdit>
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPainter>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QStyle>
-#include <QStyleOption>
-#include <QTableView>
-#include <QTreeWidget>
 
 namespace
 {
@@ -45,7 +28,7 @@ bool isExplained(const QWidget *widget)
     return false;
 }
 
-/// How many edges between colours that can be told apart a button's icon has, with the ground that its parent paints.
+/// The number of visible edges in a button's icon, painted on the background of its parent.
 int edgesOf(QAbstractButton *button)
 {
     button->setText(QString());
@@ -73,7 +56,7 @@ int edgesOf(QAbstractButton *button)
 
 } // namespace
 
-/// What can be seen, reached and understood in the window: contrast, sizes, keys, and what things are for.
+/// Accessibility of the window: contrast, sizes, keys, tool tips and descriptions.
 class EyesAndKeysTest : public GuardedTest
 {
     Q_OBJECT
@@ -92,16 +75,14 @@ private slots:
 
     void palettesCanBeRead_data()
     {
-        QTest::addColumn<bool>("isDark");
-        QTest::newRow("light") << false;
-        QTest::newRow("dark") << true;
-        QTest::newRow("system") << false; // that of the platform here is a light one, without a style of its own
+        // That of the platform here is a light one, without a style of its own.
+        testRows<bool>({"isDark"}, {{"light", false}, {"dark", true}, {"system", false}});
     }
 
     void palettesCanBeRead()
     {
         QFETCH(bool, isDark);
-        applyPalette(*paletteChoice(QString::fromLatin1(QTest::currentDataTag())));
+        applyPalette(*paletteChoice(QTest::currentDataTag()));
         const QPalette palette = QApplication::palette();
         using Role = QPalette::ColorRole;
         const std::tuple<Role, Role, double> pairs[] = {
@@ -119,7 +100,7 @@ private slots:
         };
         for (const auto &[text, ground, minimum] : pairs) {
             const double ratio = Contrast::ratio(palette.color(text), palette.color(ground));
-            QVERIFY2(ratio >= minimum, qPrintable(QStringLiteral("%1 on %2: %3").arg(text).arg(ground).arg(ratio)));
+            QVERIFY2(ratio >= minimum, qPrintable(QString("%1 on %2: %3").arg(text).arg(ground).arg(ratio)));
         }
         for (const Role text : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
             const int disabled = palette.color(QPalette::Disabled, text).lightness();
@@ -127,7 +108,7 @@ private slots:
         }
         QCOMPARE(palette.color(QPalette::Window).lightness() < 100, isDark);
         // The colours of curves are given, and legends are written in them.
-        const GrowingPlot plot(QStringLiteral("four-curves"));
+        const GrowingPlot plot("four-curves");
         const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(plot.container);
         for (const QCheckBox *const box : boxes) {
             const QColor curve(box->property("ColorName").toString());
@@ -135,8 +116,7 @@ private slots:
         }
         // All boxes and buttons of the plot's window, as they are painted.
         int count = 0;
-        const QList<QAbstractButton *> buttons = plot.container->findChildren<QAbstractButton *>();
-        for (QAbstractButton *const button : buttons) {
+        for (QAbstractButton *const button : partsOf<QAbstractButton>(*plot.container)) {
             if (button->isVisible() && !button->icon().isNull() && !button->iconSize().isEmpty()) {
                 ++count;
                 QVERIFY2(edgesOf(button) >= 20,
@@ -149,7 +129,7 @@ private slots:
     void iconsOfSelectedRowsAndTitlesCanBeSeen()
     {
         applyPalette(PaletteChoice::Light);
-        const QIcon sign(QStringLiteral(":/SVG Icons/PlusMinus"));
+        const QIcon sign(":/SVG Icons/PlusMinus");
         const QImage selected = sign.pixmap(QSize(24, 24), QIcon::Selected).toImage();
         QVERIFY(Contrast::visiblePart(selected, QColor(30, 144, 255)) > 0.5); // the colour of the plugin's tables
         QVERIFY(Contrast::visiblePart(sign.pixmap(24, 24).toImage(), QColor(30, 144, 255)) < 0.3);
@@ -175,15 +155,12 @@ private slots:
     {
         const GrowingPlot plot;
         int count = 0;
-        for (const char *const name : {"moduleDock", "messageDock", "recordingDock", "exchangeDock"}) {
-            auto *const dock = plot.window->findChild<QDockWidget *>(name);
-            dock->show();
-            dock->raise();
+        for (const char *const panel : {"module", "message", "recording", "exchange"}) {
+            plot.raisedDock(panel);
         }
         plot.window->showHint();
-        const QList<QWidget *> widgets = plot.window->findChildren<QWidget *>();
-        for (const QWidget *const widget : widgets) {
-            // Those of the container are its own; parts of controls are explained by the control.
+        for (const QWidget *const widget : partsOf<QWidget>(*plot.window)) {
+            // Not those of the container; parts of controls are explained by the control.
             const bool isPart = widget->objectName().startsWith("qt_") || widget->inherits("QDockWidgetTitleButton") ||
                                 widget->inherits("QMdiControl") || widget->parentWidget()->inherits("QTabBar") ||
                                 widget->parentWidget()->inherits("QMenuBar");
@@ -223,13 +200,12 @@ private slots:
         for (int row = 0; row < table->topLevelItemCount(); ++row) {
             const QTreeWidgetItem *const item = table->topLevelItem(row);
             keys.append(item->text(0));
-            QVERIFY2(!item->text(2).isEmpty() && !item->text(1).contains(QLatin1Char('&')), qPrintable(item->text(1)));
-            QVERIFY2(item->text(2) != item->text(1) && !item->text(2).contains(QLatin1Char('&')),
-                     qPrintable(item->text(1)));
+            QVERIFY2(!item->text(2).isEmpty() && !item->text(1).contains('&'), qPrintable(item->text(1)));
+            QVERIFY2(item->text(2) != item->text(1) && !item->text(2).contains('&'), qPrintable(item->text(1)));
         }
         for (const char *const expected :
              {"F1", "Ctrl+L", "Ctrl+R", "Alt+1", "Ctrl+Q", "Ctrl+1", "Ctrl+W", "Ctrl+F4"}) {
-            QVERIFY2(keys.contains(QLatin1String(expected)), expected);
+            QVERIFY2(keys.contains(expected), expected);
         }
         QCOMPARE(keys.removeDuplicates(), 0);
     }
@@ -239,11 +215,8 @@ private slots:
         const GrowingPlot plot;
         MainWindow &window = *plot.window;
         window.resize(1200, 800);
-        const auto *const messages = window.findChild<QDockWidget *>("messageDock");
-        auto *const recording = window.findChild<QDockWidget *>("recordingDock");
-        recording->show();
-        window.findChild<QDockWidget *>("messageDock")->show();
-        window.findChild<QDockWidget *>("messageDock")->raise();
+        const auto *const recording = plot.raisedDock("recording");
+        const auto *const messages = plot.raisedDock("message");
         QApplication::setActiveWindow(&window);
         QCoreApplication::processEvents();
         const auto press = [&window] {
@@ -266,12 +239,12 @@ private slots:
         const GrowingPlot plot;
         MainWindow &window = *plot.window;
         QApplication::setActiveWindow(&window);
-        const auto box = [&](int curve) { return PlotterWindow::curveBoxes(plot.container).at(curve); };
+        const auto box = [&](int curve) { return plot.curveBox(curve); };
         QVERIFY(!box(1)->isChecked());
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         QVERIFY(box(1)->isChecked());
         const auto *const menu = window.findChild<PlotMenu *>();
-        QVERIFY(partCalled<QAction>(*menu, QStringLiteral("Curve 2"))->isChecked());
+        QVERIFY(partCalled<QAction>(*menu, "Curve 2")->isChecked());
         QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
         QVERIFY(!box(1)->isChecked());
         QApplication::clipboard()->clear();
@@ -290,7 +263,7 @@ private slots:
             auto *const button = plot.container->findChild<QAbstractButton *>(name);
             button->disconnect();
             const QSignalSpy clicks(button, &QAbstractButton::clicked);
-            partCalled<QAction>(*menu, QLatin1String(entry))->trigger();
+            partCalled<QAction>(*menu, entry)->trigger();
             QVERIFY2(clicks.size() == 1, entry);
         }
         const auto enabled = [menu] {
@@ -331,7 +304,7 @@ private slots:
                 QVERIFY(window->geometry().height() > 400);
             }
             QCOMPARE(lefts.size(), expectedColumns);
-            // Nothing beside one another that does not fit: rows are what is scrolled.
+            // Columns always fit the width: only rows are scrolled.
             QVERIFY(workspace->horizontalScrollBar()->maximum() == 0 || expectedColumns == 1);
         }
         windows.constFirst()->showMinimized();
@@ -341,7 +314,10 @@ private slots:
 
     void controlsNeverCoverOneAnother()
     {
-        const GrowingPlot plot(QStringLiteral("four-curves"));
+        const GrowingPlot plot("four-curves");
+        // There is room for it beside the panels of a small screen.
+        const QSize needed = plot.window->findChild<ContainerWindow *>()->minimumSizeHint();
+        QVERIFY(needed.width() < 850 && needed.height() < 450);
         for (const QSize size :
              {QSize(640, 420), QSize(1024, 600), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
             plot.window->resize(size);
@@ -350,8 +326,7 @@ private slots:
             QVERIFY(plot.container->width() >= qMax(800, size.width() / 2));
             QVERIFY(plot.container->height() >= qMax(400, size.height() / 2));
             QList<QPair<QRect, QString>> placed;
-            const QList<QWidget *> widgets = plot.container->findChildren<QWidget *>();
-            for (const QWidget *const widget : widgets) {
+            for (const QWidget *const widget : partsOf<QWidget>(*plot.container)) {
                 const bool isOne = qobject_cast<const QAbstractButton *>(widget) != nullptr ||
                                    qobject_cast<const QComboBox *>(widget) != nullptr ||
                                    qobject_cast<const QTableView *>(widget) != nullptr;
@@ -369,5 +344,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(EyesAndKeysTest)
+GUARDED_TEST(EyesAndKeysTest)
 #include "EyesAndKeysTest.moc"

@@ -11,21 +11,13 @@
 
 #include "host/ContainerInterface.h"
 
-#include <QCheckBox>
-#include <QFileDialog>
-#include <QLabel>
-#include <QSettings>
-#include <QStatusBar>
-
+#include <functional>
 #include <memory>
-
-/// Generous, for a busy machine: a wait ends when its condition holds.
-constexpr int maximumWaitMs = 30000;
 
 /// The main window with the real plugin and the curves of a scene, which grow.
 struct GrowingPlot
 {
-    explicit GrowingPlot(const QString &sceneName = QStringLiteral("circle"))
+    explicit GrowingPlot(const QString &sceneName = "circle")
         : GrowingPlot(readSceneFile(shippedScenePath(sceneName)).scene)
     {
     }
@@ -60,18 +52,21 @@ struct GrowingPlot
         QCOMPARE(SceneRunner(container).apply(choices), QString());
     }
 
-    /// Clicks the box of the container, and types a name into the dialog while it is open.
-    static void record(const RecordingWatch *watch, const QString &path)
+    /// Clicks the box of the container, and types a name into the dialog, which \a look is called with.
+    static void record(
+        const RecordingWatch *watch, const QString &path,
+        const std::function<void(QFileDialog *)> &look = [](QFileDialog *) {})
     {
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
             if (auto *const dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
-                poll.stop();
+                timer.stop();
+                look(dialog);
                 dialog->selectFile(path);
                 static_cast<QDialog *>(dialog)->accept();
             }
         });
-        poll.start(0);
+        timer.start(0);
         MouseClick::on(watch->box()); // returns when the dialog is closed
     }
 
@@ -80,17 +75,47 @@ struct GrowingPlot
     {
         record(watch, path);
         QTRY_VERIFY_WITH_TIMEOUT(linesOf(path).size() > 6, maximumWaitMs);
+        poll();
+    }
+
+    /// Has the recordings looked at.
+    void poll() const
+    {
         window->recordings()->poll();
+    }
+
+    ModuleRack &modules()
+    {
+        return workbench.modules();
+    }
+
+    QCheckBox *curveBox(int curve) const
+    {
+        return PlotterWindow::curveBoxes(container).at(curve);
+    }
+
+    /// One of the docks "module", "message", "recording" and "exchange".
+    QDockWidget *dock(const char *panel) const
+    {
+        return window->findChild<QDockWidget *>(QString("%1Dock").arg(panel));
+    }
+
+    /// Shows it in front of the others.
+    QDockWidget *raisedDock(const char *panel) const
+    {
+        QDockWidget *const raised = dock(panel);
+        raised->show();
+        raised->raise();
+        return raised;
     }
 
     /// The texts of the labels that are shown in \a widget, and of the symbols the text "symbol".
     static QStringList labelsIn(const QWidget *widget)
     {
         QStringList texts;
-        const QList<QLabel *> labels = widget->findChildren<QLabel *>();
-        for (const QLabel *const label : labels) {
+        for (const QLabel *const label : partsOf<QLabel>(*widget)) {
             if (label->isVisibleTo(widget)) {
-                texts.append(label->pixmap(Qt::ReturnByValue).isNull() ? label->text() : QStringLiteral("symbol"));
+                texts.append(label->pixmap(Qt::ReturnByValue).isNull() ? label->text() : "symbol");
             }
         }
         return texts;
@@ -103,8 +128,7 @@ struct GrowingPlot
 
     const QLabel *answersLabel() const
     {
-        const QList<QLabel *> labels = window->statusBar()->findChildren<QLabel *>();
-        for (const QLabel *const label : labels) {
+        for (const QLabel *const label : partsOf<QLabel>(*window->statusBar())) {
             if (label->text().contains(" answers/s")) {
                 return label;
             }

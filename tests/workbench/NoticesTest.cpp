@@ -8,22 +8,9 @@
 #include "window/NoticeBar.h"
 #include "window/WorkspaceWindow.h"
 
-#include <QAction>
-#include <QClipboard>
-#include <QComboBox>
-#include <QDesktopServices>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QTableView>
-#include <QToolButton>
-#include <QTreeView>
-#include <QUrl>
-
 using PlotterWindow::Side;
 
-/// What people must not miss: in the container's window, in the status bar and in the messages. And what they can open.
+/// Notices in the container's window, in the status bar and in the messages, and the files that they lead to.
 class NoticesTest : public GuardedTest
 {
     Q_OBJECT
@@ -37,20 +24,18 @@ public slots:
 private slots:
     void silentModuleIsShownInItsWindowOnly()
     {
-        GrowingPlot plot(QStringLiteral("two-modules"));
-        QCOMPARE(
-            plot.workbench.modules().add({QStringLiteral("unread"), SimulationSettings{QStringLiteral("servo-1")}}),
-            QString());
+        GrowingPlot plot("two-modules");
+        QCOMPARE(plot.modules().add({"unread", SimulationSettings{"servo-1"}}), QString());
         // A module that comes switches all sources off, too.
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("unread was plugged in at "), maximumWaitMs);
         plot.choose(readSceneFile(shippedScenePath("two-modules")).scene);
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
 
-        const QString key = plot.workbench.modules().settings(1).key;
+        const QString key = plot.modules().settings(1).key;
         plot.recordLines(temporaryPath("run.csv"));
-        plot.workbench.modules().setSilent(1, true);
+        plot.modules().setSilent(1, true);
         const QRegularExpression notice("^Since [0-9:]{8} the values of " + key + " are old ones\n.*with old values: ");
-        QTRY_VERIFY_WITH_TIMEOUT((plot.window->recordings()->poll(), shown(plot).contains(notice)), maximumWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT((plot.poll(), shown(plot).contains(notice)), maximumWaitMs);
 
         // What is below it has the rest of the height.
         plot.window->resize(1600, 1100);
@@ -65,12 +50,11 @@ private slots:
         plot.window->findChild<NoticeBar *>()->findChild<QToolButton *>()->click();
         QCOMPARE(shown(plot), QString());
         const int old = plot.watch->linesWithOldValues();
-        QTRY_VERIFY_WITH_TIMEOUT((plot.window->recordings()->poll(), plot.watch->linesWithOldValues() > old),
-                                 maximumWaitMs);
+        QTRY_VERIFY_WITH_TIMEOUT((plot.poll(), plot.watch->linesWithOldValues() > old), maximumWaitMs);
         QCOMPARE(shown(plot), QString());
 
         // A curve that is switched off is not read: the window has no notice about its module.
-        PlotterWindow::curveBoxes(plot.container).constFirst()->click();
+        plot.curveBox(0)->click();
         QTRY_VERIFY_WITH_TIMEOUT(!shown(plot).contains("old ones"), maximumWaitMs);
         QVERIFY2(plot.watch->headline().endsWith("curve 1 was switched off"), qPrintable(plot.watch->headline()));
     }
@@ -78,36 +62,36 @@ private slots:
     void barIsAsHighAsItsNoticesNeed()
     {
         NoticeBar bar;
-        bar.setNotices({QStringLiteral("word ").repeated(60)});
+        bar.setNotices({QString("word ").repeated(60)});
         bar.resize(1200, bar.height());
         const int height = bar.height();
         bar.resize(300, height);
         QVERIFY(bar.height() > 2 * height);
         bar.resize(1200, bar.height());
         QCOMPARE(bar.height(), height);
-        bar.setNotices({QStringLiteral("lines: 1")});
+        bar.setNotices({"lines: 1"});
         bar.findChild<QToolButton *>()->click();
-        bar.setNotices({QStringLiteral("lines: 2")});
+        bar.setNotices({"lines: 2"});
         QVERIFY(bar.isHidden());
         bar.setNotices({});
-        bar.setNotices({QStringLiteral("lines: 3")}); // another trouble of this kind
+        bar.setNotices({"lines: 3"}); // another trouble of this kind
         QVERIFY(!bar.isHidden());
 
         const GrowingPlot plot;
         auto *const window = plot.window->findChild<ContainerWindow *>();
         const int without = window->minimumSizeHint().height();
-        window->setNotices({QStringLiteral("a notice")});
+        window->setNotices({"a notice"});
         QCOMPARE(window->minimumSizeHint().height(), without + window->findChild<NoticeBar *>()->height());
     }
 
     void lostSourcesAreNamedUntilTheyAreChosenAgain()
     {
-        GrowingPlot plot(QStringLiteral("two-modules"));
-        const QString key = plot.workbench.modules().settings(1).key;
-        plot.workbench.modules().setPluggedIn(1, false);
+        GrowingPlot plot("two-modules");
+        const QString key = plot.modules().settings(1).key;
+        plot.modules().setPluggedIn(1, false);
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).contains("the source of curve 1 is switched off"), maximumWaitMs);
         QVERIFY(shown(plot).startsWith(key + " was taken out at "));
-        QCheckBox *const curve = PlotterWindow::curveBoxes(plot.container).constFirst();
+        QCheckBox *const curve = plot.curveBox(0);
         curve->click(); // what is not drawn is not missed
         emit plot.window->findChild<AnswerWatch *>()->polled();
         QCOMPARE(shown(plot), QString());
@@ -116,12 +100,12 @@ private slots:
         QCOMPARE(plot.noted.filter(key + " was taken out").size(), 2); // that, and what came of it
         QCOMPARE(plot.noted.filter("XY-Plotter: " + key).size(), 1);
 
-        plot.workbench.modules().setPluggedIn(1, true);
+        plot.modules().setPluggedIn(1, true);
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).startsWith(key + " was plugged in at "), maximumWaitMs);
         plot.choose(readSceneFile(shippedScenePath("two-modules")).scene);
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
         // Another module under the same key, as by the dialog of a device.
-        QCOMPARE(plot.workbench.modules().replace(1, ModuleSettings(plot.workbench.modules().settings(1))), QString());
+        QCOMPARE(plot.modules().replace(1, ModuleSettings(plot.modules().settings(1))), QString());
         QTRY_VERIFY_WITH_TIMEOUT(shown(plot).startsWith(key + " was plugged in at "), maximumWaitMs);
         plot.choose(readSceneFile(shippedScenePath("two-modules")).scene);
         QTRY_COMPARE_WITH_TIMEOUT(shown(plot), QString(), maximumWaitMs);
@@ -134,12 +118,11 @@ private slots:
 
     void endOfARecordingHasItsReason_data()
     {
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("log box") << "the box was unticked";
-        QTest::newRow("curve box") << "curve 2 was switched on";
-        QTest::newRow("show all") << "\"Show all data\" was switched";
-        QTest::newRow("source") << "curve 1 got another source";
-        QTest::newRow("window") << "the window was closed";
+        testRows<QString>({"reason"}, {{"log box", "the box was unticked"},
+                                       {"curve box", "curve 2 was switched on"},
+                                       {"show all", "\"Show all data\" was switched"},
+                                       {"source", "curve 1 got another source"},
+                                       {"window", "the window was closed"}});
     }
 
     void endOfARecordingHasItsReason()
@@ -152,7 +135,7 @@ private slots:
         if (what == "log box") {
             MouseClick::on(plot.watch->box());
         } else if (what == "curve box") {
-            PlotterWindow::curveBoxes(plot.container).at(1)->click();
+            plot.curveBox(1)->click();
         } else if (what == "show all") {
             plot.container->findChild<QCheckBox *>(PlotterWindow::optionBoxName(PlotterWindow::Option::ShowAll))
                 ->click();
@@ -169,10 +152,14 @@ private slots:
         QCOMPARE(namedPath(plot.noted.filter(reason).constFirst()), path);
         const bool isAsked = what == "log box";
         QCOMPARE(plot.window->recordings()->hasTrouble(), !isAsked);
-        QCOMPARE(plot.window->recordings()->summary() == QLatin1String("Not recording"), isAsked);
+        QCOMPARE(plot.window->recordings()->summary() == "Not recording", isAsked);
         if (what == "window") {
             plot.window->openContainer(plot.container);
             QVERIFY(shown(plot).contains("nothing is being recorded since the window was opened again"));
+            MouseClick::on(plot.watch->box());
+            plot.choose(readSceneFile(shippedScenePath("circle")).scene);
+            plot.recordLines(temporaryPath("again.csv")); // by the box of the new window
+            QVERIFY(plot.watch->state() == RecordingWatch::State::Recording);
         } else {
             QCOMPARE(shown(plot).isEmpty(), isAsked);
         }
@@ -193,7 +180,7 @@ private slots:
     void namedFilesAreOpenedByClickAndKey()
     {
         const QString path = written("picture.png", QByteArray());
-        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+        QDesktopServices::setUrlHandler("file", this, "open");
         MessageLog log;
         MessagePanel panel(&log);
         panel.resize(800, 300);
@@ -218,43 +205,43 @@ private slots:
         QTest::keyClick(view, Qt::Key_Return);
         QTest::keyClick(view, Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(m_opened, QStringList({path, path, QFileInfo(path).absolutePath()}));
-        partCalled<QAction>(*view, QStringLiteral("Copy Path"))->trigger();
+        partCalled<QAction>(*view, "Copy Path")->trigger();
         QCOMPARE(QApplication::clipboard()->text(), path);
         view->setCurrentIndex(view->model()->index(last - 1, 0));
         QTest::keyClick(view, Qt::Key_Return);
         QCOMPARE(m_opened.size(), 3);
-        const auto *const button = partCalled<QPushButton>(panel, QStringLiteral("Open"));
+        const auto *const button = partCalled<QPushButton>(panel, "Open");
         QVERIFY(!button->isEnabled());
         QVERIFY(QFile::remove(path));
         expectMessage(QtWarningMsg, QRegularExpression("picture.png is not there any more"));
         click(last);
         QVERIFY(button->isEnabled());
-        partCalled<QPushButton>(panel, QStringLiteral("Clear"))->click();
+        partCalled<QPushButton>(panel, "Clear")->click();
         QVERIFY(!button->isEnabled());
-        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+        QDesktopServices::unsetUrlHandler("file");
     }
 
     void guideIsFoundInItsLanguage()
     {
-        const QString english = HelpMenu::guidePage(QStringLiteral("en"));
+        const QString english = HelpMenu::guidePage("en");
         if (english.isEmpty()) {
             QSKIP("the guide was not built: cmark-gfm is missing");
         }
-        QVERIFY(HelpMenu::guidePage(QStringLiteral("de")).endsWith("de/user-guide.html"));
-        QCOMPARE(HelpMenu::guidePage(QStringLiteral("fr")), english);
+        QVERIFY(HelpMenu::guidePage("de").endsWith("de/user-guide.html"));
+        QCOMPARE(HelpMenu::guidePage("fr"), english);
         const GrowingPlot plot;
         m_opened.clear();
-        QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+        QDesktopServices::setUrlHandler("file", this, "open");
         QApplication::setActiveWindow(plot.window.get());
         QTest::keyClick(plot.window.get(), Qt::Key_F1);
-        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+        QDesktopServices::unsetUrlHandler("file");
         QCOMPARE(m_opened, QStringList(english));
 
         // Every page that a page leads to is there, and every picture.
-        static const QRegularExpression link(QStringLiteral("(?:href|src)=\"([^\"#:]+)[\"#]"));
-        for (const QString &language : {QStringLiteral("en"), QStringLiteral("de")}) {
+        static const QRegularExpression link("(?:href|src)=\"([^\"#:]+)[\"#]");
+        for (const char *const language : {"en", "de"}) {
             const QDir folder = QFileInfo(HelpMenu::guidePage(language)).dir();
-            const QStringList pages = folder.entryList({QStringLiteral("*.html")});
+            const QStringList pages = folder.entryList({"*.html"});
             QVERIFY(!pages.isEmpty());
             for (const QString &page : pages) {
                 QFile file(folder.filePath(page));
@@ -272,11 +259,10 @@ private:
     /// What the bar above the container shows; empty when it is hidden.
     static QString shown(const GrowingPlot &plot)
     {
-        const QList<NoticeBar *> bars = plot.window->findChildren<NoticeBar *>();
-        for (const NoticeBar *const bar : bars) {
+        for (const NoticeBar *const bar : partsOf<NoticeBar>(*plot.window)) {
             const QStringList texts = GrowingPlot::labelsIn(bar).mid(1);
             if (!bar->isHidden()) {
-                return texts.join(QLatin1Char('\n'));
+                return texts.join('\n');
             }
         }
         return {};
@@ -285,5 +271,5 @@ private:
     QStringList m_opened;
 };
 
-GUARDED_TEST_MAIN(NoticesTest)
+GUARDED_TEST(NoticesTest)
 #include "NoticesTest.moc"

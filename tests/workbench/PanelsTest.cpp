@@ -6,15 +6,6 @@
 #include "window/MessagePanel.h"
 #include "window/Palettes.h"
 
-#include <QCheckBox>
-#include <QClipboard>
-#include <QComboBox>
-#include <QPainter>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QStyle>
-#include <QTreeView>
-
 #include <algorithm>
 #include <utility>
 
@@ -23,7 +14,7 @@ namespace
 
 QVector<LogMessage> many(int count, QtMsgType type, const QString &text)
 {
-    return QVector<LogMessage>(count, LogMessage{QTime(), type, QStringLiteral("default"), text, false});
+    return QVector<LogMessage>(count, LogMessage{QTime(), type, "default", text, false});
 }
 
 /// The lightness of the darkest and of the lightest pixel that is not transparent, 0 to 255.
@@ -53,7 +44,7 @@ private slots:
         MessagePanel panel(&log);
         panel.show();
         log.deliver();
-        auto *const clear = partCalled<QPushButton>(panel, QStringLiteral("Clear"));
+        auto *const clear = partCalled<QPushButton>(panel, "Clear");
         clear->click(); // of what the platform has written
         expectMessage(QtWarningMsg, QRegularExpression("careful"));
         expectMessage(QtCriticalMsg, QRegularExpression("broken"));
@@ -68,20 +59,20 @@ private slots:
         QCOMPARE(shownTexts(panel), QStringList({"careful", "broken"}));
         QTest::keyClick(choice, Qt::Key_End);
         QCOMPARE(shownTexts(panel), QStringList("broken"));
-        partCalled<QCheckBox>(panel, QStringLiteral("Debug lines"))->click();
+        partCalled<QCheckBox>(panel, "Debug lines")->click();
         QCOMPARE(shownTexts(panel), QStringList({"broken", "detail"}));
 
-        auto *const copy = partCalled<QPushButton>(panel, QStringLiteral("Copy"));
+        auto *const copy = partCalled<QPushButton>(panel, "Copy");
         auto *const view = panel.findChild<QTreeView *>();
         const auto copied = [copy] {
             copy->click();
-            static const QRegularExpression time(QStringLiteral("[0-9:.]+\t"));
+            static const QRegularExpression time("[0-9:.]+\t");
             return QGuiApplication::clipboard()->text().replace(time, QString());
         };
-        const QString both = QStringLiteral("Critical\tdefault\tbroken\nDebug\tdefault\tdetail\n");
+        const QString both = "Critical\tdefault\tbroken\nDebug\tdefault\tdetail\n";
         QCOMPARE(copied(), both); // nothing is selected
         view->setCurrentIndex(view->model()->index(1, 0));
-        QCOMPARE(copied(), QStringLiteral("Debug\tdefault\tdetail\n"));
+        QCOMPARE(copied(), QString("Debug\tdefault\tdetail\n"));
         view->selectionModel()->select(view->model()->index(0, 0),
                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
         QCOMPARE(copied(), both); // in the order of the list, not of the selection
@@ -89,7 +80,7 @@ private slots:
         QApplication::setActiveWindow(&panel);
         view->setFocus();
         QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(QGuiApplication::clipboard()->text().count(QLatin1Char('\n')), 2);
+        QCOMPARE(QGuiApplication::clipboard()->text().count('\n'), 2);
         clear->click();
         QTest::keyClick(choice, Qt::Key_Home);
         QCOMPARE(shownTexts(panel), QStringList());
@@ -117,12 +108,12 @@ private slots:
             model.append(many(700, QtDebugMsg, QString::number(batch)));
         }
         QCOMPARE(model.rowCount(), 1 + MessageModel::maximumDebugLines);
-        QCOMPARE(model.message(0).text, QStringLiteral("early warning"));
-        QCOMPARE(model.message(1).text, QStringLiteral("8")); // 300 of them, and 700 of the last batch
-        QCOMPARE(model.message(model.rowCount() - 1).text, QStringLiteral("9"));
+        QCOMPARE(model.message(0).text, QString("early warning"));
+        QCOMPARE(model.message(1).text, QString("8")); // 300 of them, and 700 of the last batch
+        QCOMPARE(model.message(model.rowCount() - 1).text, QString("9"));
         model.append(many(3 * MessageModel::maximumMessages, QtInfoMsg, "late"));
         QCOMPARE(model.rowCount(), MessageModel::maximumMessages);
-        QCOMPARE(model.message(0).text, QStringLiteral("late"));
+        QCOMPARE(model.message(0).text, QString("late"));
         model.append(many(MessageModel::maximumDebugLines, QtDebugMsg, "debug"));
         QCOMPARE(model.rowCount(), MessageModel::maximumMessages);
 
@@ -159,7 +150,7 @@ private slots:
         log.deliver();
         log.deliver(); // nothing is delivered twice
         QCOMPARE(fetched.size(), MessageLog::maximumWaiting);
-        QCOMPARE(fetched.constFirst().text, QStringLiteral("5"));
+        QCOMPARE(fetched.constFirst().text, QString("5"));
         QVERIFY(fetched.constFirst().isMarked && !fetched.at(1).isMarked);
     }
 
@@ -172,7 +163,7 @@ private slots:
         QVERIFY(!bar.isVisible() && HintBar::wasClosed());
     }
 
-    /// Only what could not be seen gets a plate behind it, and the outlines that Fusion has for light windows are light.
+    /// Only an icon that would be invisible gets a plate behind it; Fusion's dark outlines are light here.
     void drawingsFitADarkWindow()
     {
         applyPalette(PaletteChoice::Dark);
@@ -214,5 +205,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(PanelsTest)
+GUARDED_TEST(PanelsTest)
 #include "PanelsTest.moc"

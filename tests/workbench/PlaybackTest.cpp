@@ -3,12 +3,6 @@
 #include "window/PlaybackRow.h"
 #include "window/RecordingOpener.h"
 
-#include <QComboBox>
-#include <QPushButton>
-#include <QSlider>
-#include <QToolButton>
-#include <QWheelEvent>
-
 namespace
 {
 
@@ -20,9 +14,9 @@ Scene emptyPlot()
 }
 
 /// The main window with the real plugin, one simulated module, and an empty plot.
-struct Bench : GrowingPlot
+struct PlaybackBench : GrowingPlot
 {
-    Bench() : GrowingPlot(emptyPlot()) {}
+    PlaybackBench() : GrowingPlot(emptyPlot()) {}
 
     RecordedModule *module() const
     {
@@ -58,7 +52,7 @@ class PlaybackTest : public GuardedTest
 private slots:
     void curvesOfALogComeIntoTheEmptyPlot()
     {
-        Bench bench;
+        PlaybackBench bench;
         const QString path = log(3000);
         QCOMPARE(bench.opener->open(path), QString());
         QCOMPARE(bench.workbench.containers().size(), 1);
@@ -78,7 +72,7 @@ private slots:
     /// The plot window switches its sources off for every module that comes.
     void plotsOfOtherModulesGoOn()
     {
-        Bench bench;
+        PlaybackBench bench;
         const SceneSource live{"SIM0/Stepper", "Axis 1", "Actual position [microsteps]", false};
         SceneContainer choices;
         choices.curves = {{live, live, true}};
@@ -89,13 +83,13 @@ private slots:
         QCOMPARE(bench.workbench.containers().size(), 2);
         QCOMPARE(bench.chosen(bench.container, 0), before);
         bench.window->openContainer(bench.container);
-        const quint64 answered = bench.workbench.modules().statistics(0)->requests;
-        QTRY_VERIFY_WITH_TIMEOUT(bench.workbench.modules().statistics(0)->requests > answered + 3, maximumWaitMs);
+        const quint64 answered = bench.modules().statistics(0)->requests;
+        QTRY_VERIFY_WITH_TIMEOUT(bench.modules().statistics(0)->requests > answered + 3, maximumWaitMs);
     }
 
     void columnsOfOtherFilesAreShownOverTheFirst()
     {
-        Bench bench;
+        PlaybackBench bench;
         QCOMPARE(bench.opener->open(written("run.csv", "t;a;b\n1;2;3\n2;3;4\n")), QString());
         QTRY_COMPARE_WITH_TIMEOUT(bench.chosen(bench.container, 1), QStringList({"REC0/run", "", "t", "b"}),
                                   maximumWaitMs);
@@ -104,22 +98,22 @@ private slots:
 
     void badFileChangesNothing()
     {
-        Bench bench;
+        PlaybackBench bench;
         const QString problem = bench.opener->open(written("run.csv", "t;a\n1;off\nx;2\n"));
         QVERIFY2(problem.contains("line 3, column 1: expected a number, found \"x\""), qPrintable(problem));
-        QCOMPARE(bench.workbench.modules().count(), 1);
+        QCOMPARE(bench.modules().count(), 1);
         QCOMPARE(bench.workbench.containers().size(), 1);
     }
 
     void rowPlaysPausesAndMoves()
     {
-        Bench bench;
+        PlaybackBench bench;
         QCOMPARE(bench.opener->open(log(6000)), QString());
         QTRY_VERIFY_WITH_TIMEOUT(bench.module()->row() > 2, maximumWaitMs);
         auto *const play = partNamed<QPushButton>(*bench.window, "REC0/run: Pause");
         QTest::keyClick(play, Qt::Key_Space);
         QCOMPARE(play->text(), QString("Play"));
-        QVERIFY(!bench.workbench.modules().recording(1)->isPlaying);
+        QVERIFY(!bench.modules().recording(1)->isPlaying);
         const int row = bench.module()->row();
         QTest::keyClick(partNamed<QToolButton>(*bench.window, "REC0/run: One row on"), Qt::Key_Space);
         QTest::qWait(100);
@@ -151,17 +145,17 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(bench.labels().contains("Row 6,000 of 6,000\n1:23.9 of 1:23.9, ended"), maximumWaitMs);
         QTest::keyClick(partNamed<QCheckBox>(*bench.window, "REC0/run: Repeat"), Qt::Key_Space);
         QVERIFY(bench.module()->playback().isAtEnd()); // it repeats when it is played again
-        QVERIFY(bench.workbench.modules().recording(1)->isRepeated && bench.module()->playback().isRepeated());
+        QVERIFY(bench.modules().recording(1)->isRepeated && bench.module()->playback().isRepeated());
     }
 
     void takenOutItKeepsItsSettings()
     {
-        Bench bench;
+        PlaybackBench bench;
         QCOMPARE(bench.opener->open(log(3000)), QString());
-        bench.workbench.modules().setPlayback(1, {QString(), QString(), false, true, 25});
-        bench.workbench.modules().setPluggedIn(1, false);
+        bench.modules().setPlayback(1, {QString(), QString(), false, true, 25});
+        bench.modules().setPluggedIn(1, false);
         QVERIFY(!partNamed<QSlider>(*bench.window, "REC0/run: position")->isEnabled());
-        bench.workbench.modules().setPluggedIn(1, true);
+        bench.modules().setPluggedIn(1, true);
         const Playback &playback = bench.module()->playback();
         QVERIFY(playback.isRepeated() && !playback.isPlaying() && playback.speedTenths() == 25);
         QVERIFY(partNamed<QComboBox>(*bench.window, "REC0/run: speed")->currentText().startsWith("2.5"));
@@ -169,7 +163,7 @@ private slots:
 
     void troubleWithTheFileIsShown()
     {
-        Bench bench;
+        PlaybackBench bench;
         const QString path = log(3000);
         QCOMPARE(bench.opener->open(path), QString());
         QVERIFY(QFile::remove(path));
@@ -182,10 +176,10 @@ private slots:
     /// The rows of the panel are destroyed later than their places, when the event loop runs.
     void rowsOutliveTheirPlaces()
     {
-        Bench bench;
+        PlaybackBench bench;
         QCOMPARE(bench.opener->open(log(30)), QString());
         QCOMPARE(bench.opener->open(log(30)), QString());
-        ModuleRack &rack = bench.workbench.modules();
+        ModuleRack &rack = bench.modules();
         rack.remove(2);
         rack.remove(1);
         QCOMPARE(rack.add({"SIM1/Servo", SimulationSettings{"servo-1"}}), QString());
@@ -196,17 +190,17 @@ private slots:
 
     void besideAModuleAndClosed()
     {
-        Bench bench;
+        PlaybackBench bench;
         QCOMPARE(bench.opener->open(log(3000)), QString());
         auto *const beside = partNamed<QComboBox>(*bench.window, "REC0/run: beside which module");
         QCOMPARE(beside->count(), 2); // by itself, or beside the stepper
         QTest::keyClick(beside, Qt::Key_Down);
-        QCOMPARE(bench.workbench.modules().recording(1)->beside, QString("SIM0/Stepper"));
+        QCOMPARE(bench.modules().recording(1)->beside, QString("SIM0/Stepper"));
         QCOMPARE(bench.module()->numberOfAxes(), 3 + 2);
         QCOMPARE(partNamed<QComboBox>(*bench.window, "REC0/run: beside which module")->currentText(),
                  QString("Beside SIM0/Stepper"));
         partNamed<QPushButton>(*bench.window, "REC0/run: close")->click();
-        QCOMPARE(bench.workbench.modules().count(), 1);
+        QCOMPARE(bench.modules().count(), 1);
         QCOMPARE(bench.window->findChildren<PlaybackRow *>().size(), 0);
     }
 
@@ -215,11 +209,11 @@ private:
     {
         QByteArray bytes = "Module:;M1;M1;M2;M2;\r\nCounter;pos [raw];speed;pos [raw];current [mA];\r\n";
         for (int row = 1; row <= rows; ++row) {
-            bytes += QStringLiteral("%1;%1;2;3;%1;\r\n").arg(row).toLatin1();
+            bytes += QString("%1;%1;2;3;%1;\r\n").arg(row).toLatin1();
         }
         return written("run.csv", bytes);
     }
 };
 
-GUARDED_TEST_MAIN(PlaybackTest)
+GUARDED_TEST(PlaybackTest)
 #include "PlaybackTest.moc"

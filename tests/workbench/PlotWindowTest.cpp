@@ -1,13 +1,5 @@
 #include "GrowingPlot.h"
 
-#include <QAccessible>
-#include <QComboBox>
-#include <QDockWidget>
-#include <QMdiSubWindow>
-#include <QRadioButton>
-#include <QSet>
-#include <QTableView>
-
 using PlotterWindow::Option;
 using PlotterWindow::Side;
 
@@ -16,9 +8,8 @@ namespace
 
 constexpr int maximumSteps = 300;
 
-/// Whether the Tab key has to come here. A window of the workspace hands the focus on to what is in it; of radio
-/// buttons that belong together the chosen one is the only stop. Check boxes are always one: in a group Qt takes their
-/// focus policy away.
+/// Whether the Tab key has to reach this widget. A window of the workspace hands the focus on to what is in it; of a
+/// group of radio buttons only the chosen one is a stop. Check boxes always are: Qt clears their policy in a group.
 bool isTabStop(const QWidget *widget)
 {
     const bool takesTab =
@@ -41,20 +32,20 @@ class PlotWindowTest : public GuardedTest
 private slots:
     void sceneSetsWhatItSays()
     {
-        Scene scene = readSceneFile(shippedScenePath(QStringLiteral("phase"))).scene;
+        Scene scene = readSceneFile(shippedScenePath("phase")).scene;
         SceneCurve second = scene.curves.constFirst();
         qSwap(second.x, second.y);
-        second.y.motor = QStringLiteral("Axis 2");
+        second.y.motor = "Axis 2";
         scene.curves.append(second);
         scene.showsLines = false;
         scene.isSquare = true;
         scene.showsAll = true;
         const GrowingPlot plot(scene);
-        QCOMPARE(chosen(plot, 0, Side::X), QStringLiteral("SIM0/Stepper|Axis 0|Actual position [microsteps]|0"));
-        QCOMPARE(chosen(plot, 0, Side::Y), QStringLiteral("SIM0/Stepper|Register|Axis 0 motion: Actual velocity|2"));
+        QCOMPARE(chosen(plot, 0, Side::X), QString("SIM0/Stepper|Axis 0|Actual position [microsteps]|0"));
+        QCOMPARE(chosen(plot, 0, Side::Y), QString("SIM0/Stepper|Register|Axis 0 motion: Actual velocity|2"));
         QCOMPARE(chosen(plot, 1, Side::X), chosen(plot, 0, Side::Y));
-        QCOMPARE(chosen(plot, 1, Side::Y), QStringLiteral("SIM0/Stepper|Axis 2|Actual position [microsteps]|0"));
-        QCOMPARE(checkedBoxes(plot), QStringLiteral("curves 1100, options 011"));
+        QCOMPARE(chosen(plot, 1, Side::Y), QString("SIM0/Stepper|Axis 2|Actual position [microsteps]|0"));
+        QCOMPARE(checkedBoxes(plot), QString("curves 1100, options 011"));
         QVERIFY(plot.container->findChildren<QRadioButton *>().constFirst()->isChecked()); // its tables are shown
         QVERIFY(!plot.watch->box()->isChecked());
 
@@ -63,35 +54,34 @@ private slots:
         scene.isSquare = false;
         scene.showsAll = false;
         plot.choose(scene);
-        QCOMPARE(checkedBoxes(plot), QStringLiteral("curves 1000, options 100"));
-        scene.curves[0].x.value = QStringLiteral("Actual position");
+        QCOMPARE(checkedBoxes(plot), QString("curves 1000, options 100"));
+        scene.curves[0].x.value = "Actual position";
         const QString error = SceneRunner(plot.container).apply(scene);
         QVERIFY2(error.contains("nearest are: \"Actual position [microsteps]\""), qPrintable(error));
     }
 
     void statusBarStaysShort()
     {
-        Scene scene = readSceneFile(shippedScenePath(QStringLiteral("two-modules"))).scene;
-        const QString longKey = QStringLiteral("SIM9/") + QString(200, QLatin1Char('w'));
+        Scene scene = readSceneFile(shippedScenePath("two-modules")).scene;
+        const QString longKey = QString("SIM9/") + QString(200, 'w');
         scene.modules[1].key = longKey;
         scene.curves[0].y.module = longKey;
         GrowingPlot plot(scene);
         QVERIFY(!plot.answersLabel()->font().bold());
         plot.recordLines(temporaryPath("run.csv"));
-        plot.workbench.modules().setSilent(1, true);
+        plot.modules().setSilent(1, true);
         QTRY_VERIFY_WITH_TIMEOUT(plot.answersLabel()->text().contains("not answering: SIM9"), maximumWaitMs);
         QVERIFY(plot.answersLabel()->font().bold());
         int width = 0;
-        const QList<QLabel *> labels = plot.window->statusBar()->findChildren<QLabel *>();
-        for (const QLabel *const label : labels) {
+        for (const QLabel *const label : partsOf<QLabel>(*plot.window->statusBar())) {
             width += label->sizeHint().width();
         }
         QVERIFY2(width < 1200, qPrintable(QString::number(width))); // of a window of the usual size
-        plot.workbench.modules().setSilent(0, true);
+        plot.modules().setSilent(0, true);
         QTRY_VERIFY_WITH_TIMEOUT(plot.answersLabel()->text().endsWith("not answering: 2"), maximumWaitMs);
-        const QStringList tip = plot.answersLabel()->toolTip().split(QLatin1Char('\n'));
+        const QStringList tip = plot.answersLabel()->toolTip().split('\n');
         QVERIFY2(tip.size() == 2 && tip.at(0).endsWith("SIM0/Stepper are old ones") && tip.at(1).contains(longKey),
-                 qPrintable(tip.join(QLatin1Char('|'))));
+                 qPrintable(tip.join('|')));
     }
 
     /// For people who use the keyboard or have the screen read to them.
@@ -100,12 +90,12 @@ private slots:
         const GrowingPlot plot;
         MainWindow &window = *plot.window;
         window.resize(1200, 800);
-        window.findChild<QDockWidget *>("moduleDock")->show();
+        plot.dock("module")->show();
         window.showHint();
         QApplication::setActiveWindow(&window);
 
         // Forwards: to the next stop, not to the one before.
-        QCheckBox *const box = PlotterWindow::curveBoxes(plot.container).constFirst();
+        QCheckBox *const box = plot.curveBox(0);
         box->setFocus();
         QTest::keyClick(box, Qt::Key_Tab);
         const QWidget *next = box->nextInFocusChain();
@@ -115,19 +105,15 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), next);
 
         QSet<QWidget *> reached;
-        for (const char *const name : {"messageDock", "recordingDock", "exchangeDock"}) {
-            auto *const dock = window.findChild<QDockWidget *>(name);
-            QVERIFY(dock != nullptr);
-            dock->show();
-            dock->raise();
+        for (const char *const panel : {"message", "recording", "exchange"}) {
+            plot.raisedDock(panel);
             QCoreApplication::processEvents();
             for (int step = 0; step < maximumSteps; ++step) {
                 QWidget *const focused = QApplication::focusWidget();
                 QTest::keyClick(focused == nullptr ? &window : focused, Qt::Key_Tab);
                 reached.insert(QApplication::focusWidget());
             }
-            const QList<QWidget *> widgets = window.findChildren<QWidget *>();
-            for (QWidget *const widget : widgets) {
+            for (QWidget *const widget : partsOf<QWidget>(window)) {
                 if (isTabStop(widget)) {
                     const QString what = widget->metaObject()->className() + QLatin1Char(' ') + widget->objectName();
                     QVERIFY2(reached.contains(widget), qPrintable(what));
@@ -150,17 +136,17 @@ private:
                             plot.container->findChild<QComboBox *>(names.motors)->currentText().trimmed(),
                             cell(PlotterWindow::nameColumn).data().toString().trimmed(),
                             QString::number(cell(PlotterWindow::signColumn).data(Qt::CheckStateRole).toInt())})
-            .join(QLatin1Char('|'));
+            .join('|');
     }
 
     static QString checkedBoxes(const GrowingPlot &plot)
     {
-        QString text = QStringLiteral("curves ");
+        QString text = "curves ";
         const QList<QCheckBox *> boxes = PlotterWindow::curveBoxes(plot.container);
         for (const QCheckBox *const box : boxes) {
             text += QString::number(int(box->isChecked()));
         }
-        text += QStringLiteral(", options ");
+        text += ", options ";
         for (const Option option : {Option::Lines, Option::Square, Option::ShowAll}) {
             const QString name = PlotterWindow::optionBoxName(option);
             text += QString::number(int(plot.container->findChild<QCheckBox *>(name)->isChecked()));
@@ -169,5 +155,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(PlotWindowTest)
+GUARDED_TEST(PlotWindowTest)
 #include "PlotWindowTest.moc"

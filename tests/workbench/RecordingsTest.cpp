@@ -1,16 +1,14 @@
 #include "GrowingPlot.h"
-#include "application/Terminal.h"
+#include "Paper.h"
+#include "application/RecordingDriver.h"
 #include "application/WorkbenchRun.h"
+#include "window/HintBar.h"
 #include "window/ModulePanel.h"
-
-#include <QDockWidget>
-#include <QLineEdit>
-#include <QLocale>
 
 #include <csignal>
 #include <sys/resource.h>
 
-/// What is found out about recordings: what the panel, the status bar and the messages show of them.
+/// The state of recordings, as the panel, the status bar and the messages show it.
 class RecordingsTest : public GuardedTest
 {
     Q_OBJECT
@@ -66,7 +64,7 @@ private slots:
         QCOMPARE(plot.watch->lastFailure(), QString());
         QCOMPARE(plot.watch->linesWithOldValues(), 0);
         const QLocale locale;
-        const QString counts = QStringLiteral("Lines: %1, bytes: %2, last line: ")
+        const QString counts = QString("Lines: %1, bytes: %2, last line: ")
                                    .arg(locale.toString(count), locale.toString(QFileInfo(path).size()));
         QCOMPARE(plot.recordingPanel().filter(counts).size(), 1);
         QCOMPARE(plot.window->findChild<RecordingPanel *>()->findChild<QLineEdit *>()->text(), path);
@@ -75,31 +73,31 @@ private slots:
 
     void linesWithOldValuesAreCounted()
     {
-        GrowingPlot plot(QStringLiteral("two-modules"));
+        GrowingPlot plot("two-modules");
         const QString path = temporaryPath("run.csv");
         plot.recordLines(path);
         const int fresh = plot.watch->file().dataLines();
         QCOMPARE(plot.watch->linesWithOldValues(), 0);
-        plot.workbench.modules().setSilent(1, true);
+        plot.modules().setSilent(1, true);
         QTRY_VERIFY_WITH_TIMEOUT(linesOf(path).size() > fresh + 10, maximumWaitMs);
-        plot.window->recordings()->poll();
+        plot.poll();
         QCOMPARE(plot.watch->linesWithOldValues(), plot.watch->file().dataLines() - fresh);
 
-        const QString key = plot.workbench.modules().settings(1).key;
+        const QString key = plot.modules().settings(1).key;
         const QRegularExpression words("with old values; since [0-9:]{8} the values of " + key + " are old ones$");
         QTRY_VERIFY_WITH_TIMEOUT(plot.watch->warning().contains(words), maximumWaitMs);
         QVERIFY(plot.watch->headline().contains(plot.watch->warning()) && plot.window->recordings()->hasTrouble());
         QCOMPARE(plot.watch->problem(), QString()); // every line is in the file
         QVERIFY(plot.recordingPanel().contains("symbol"));
-        QCOMPARE(plot.answersLabel()->text().section(QStringLiteral(", "), 1), "not answering: " + key);
+        QCOMPARE(plot.answersLabel()->text().section(", ", 1), "not answering: " + key);
 
-        plot.workbench.modules().setSilent(1, false);
+        plot.modules().setSilent(1, false);
         QTRY_VERIFY_WITH_TIMEOUT(!plot.watch->warning().contains("since "), maximumWaitMs);
-        plot.window->recordings()->poll();
+        plot.poll();
         const int lines = plot.watch->file().dataLines();
         const int old = plot.watch->linesWithOldValues();
         QTRY_VERIFY_WITH_TIMEOUT(linesOf(path).size() > lines + 10, maximumWaitMs);
-        plot.window->recordings()->poll();
+        plot.poll();
         QCOMPARE(plot.watch->linesWithOldValues(), old); // the new ones are not
         MouseClick::on(plot.watch->box());
         QVERIFY(plot.watch->linesWithOldValues() > 8); // still to be read when the recording is over
@@ -110,17 +108,19 @@ private slots:
     void runReportsLinesWithOldValues()
     {
         RunPlan plan;
-        plan.scene = readSceneFile(shippedScenePath(QStringLiteral("two-modules"))).scene;
+        plan.scene = readSceneFile(shippedScenePath("two-modules")).scene;
         plan.seconds = 3.0; // enough for a busy machine to sample some lines before and after the click
         plan.plugins = QStringList(PLUGIN);
         plan.log = temporaryPath("run.csv");
         plan.hasScene = plan.isTimed = true;
+        bool hasHint = false;
         QTimer poll;
         connect(&poll, &QTimer::timeout, this, [&] {
             if (linesOf(plan.log).size() > 6) {
                 poll.stop();
                 const QWidgetList windows = QApplication::topLevelWidgets();
                 for (const QWidget *const window : windows) {
+                    hasHint = hasHint || window->findChild<HintBar *>() != nullptr;
                     if (const auto *const panel = window->findChild<ModulePanel *>()) {
                         panel->findChildren<QCheckBox *>().constLast()->click(); // "Silent" of the second module
                     }
@@ -128,49 +128,55 @@ private slots:
             }
         });
         poll.start(1);
-        std::FILE *const output = std::tmpfile();
-        WorkbenchRun(plan, Terminal(output, output)).exec();
-        std::rewind(output);
-        QByteArray text(1000, '\0');
-        text.truncate(int(std::fread(text.data(), 1, size_t(text.size()), output)));
-        std::fclose(output);
-        QVERIFY2(text.contains("run.csv: lines with old values"), text.constData());
+        const Paper paper;
+        WorkbenchRun(plan, paper.terminal).exec();
+        QVERIFY2(!hasHint, "a scene needs no first steps");
+        QVERIFY2(paper.errors().contains("run.csv: lines with old values"), qPrintable(paper.errors()));
     }
 
     void announcedLinesThatNeverArriveAreReported()
     {
         const GrowingPlot plot;
-        auto *const dock = plot.window->findChild<QDockWidget *>("recordingDock");
-        auto *const messages = plot.window->findChild<QDockWidget *>("messageDock");
         plot.window->resize(1200, 800);
-        dock->show();
-        messages->show();
-        messages->raise();
+        const auto *const dock = plot.raisedDock("recording");
+        const auto *const messages = plot.raisedDock("message");
         QCoreApplication::processEvents();
         QVERIFY(dock->visibleRegion().isEmpty());
         QVERIFY(!messages->visibleRegion().isEmpty());
         qDebug("new line: of before, which is none of this recording");
         GrowingPlot::record(plot.watch, temporaryPath("run.csv"));
         qDebug("virtual void XYPlotter::timerEvent(QTimerEvent*) new line:  2 ; 1;1;");
-        plot.window->recordings()->poll();
+        plot.poll();
         QCOMPARE(plot.watch->missingLines(), 1);
         QVERIFY(plot.watch->problem().startsWith("1 line sampled but not in run.csv"));
         QVERIFY(!plot.recordingPanel().filter("not in the file: 1").isEmpty());
         QCoreApplication::processEvents();
         QVERIFY(!dock->visibleRegion().isEmpty() && messages->visibleRegion().isEmpty());
-        plot.window->recordings()->poll(); // no more are lost
+        plot.poll(); // no more are lost
         QCOMPARE(plot.watch->problem(), QString());
         QVERIFY(plot.recordingPanel().constLast().contains("1 line sampled but not in run.csv")); // the last failure
+    }
+
+    void recordingThatGetsNoPointsIsGivenUp()
+    {
+        const GrowingPlot plot;
+        const RecordingDriver driver(plot.container, plot.watch, temporaryPath("run.csv"), [] { return false; });
+        const QSignalSpy failed(&driver, &RecordingDriver::failed);
+        auto *const timer = driver.findChild<QTimer *>();
+        QVERIFY(timer->isActive());
+        QTimerEvent elapsed(timer->timerId());
+        QCoreApplication::sendEvent(timer, &elapsed);
+        QCOMPARE(failed.size(), 1);
+        QCOMPARE(driver.error(), QString("no curve got a point to record"));
     }
 
     /// The plugin continues to write after each of these, without a header: only the workbench reports it.
     void disturbedLogIsReported_data()
     {
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("removed") << "run.csv has vanished";
-        QTest::newRow("removed and begun anew") << "run.csv was replaced";
-        QTest::newRow("replaced") << "run.csv was replaced";
-        QTest::newRow("truncated") << "run.csv was replaced";
+        testRows<QString>({"expected"}, {{"removed", "run.csv has vanished"},
+                                         {"removed and begun anew", "run.csv was replaced"},
+                                         {"replaced", "run.csv was replaced"},
+                                         {"truncated", "run.csv was replaced"}});
     }
 
     void disturbedLogIsReported()
@@ -186,13 +192,13 @@ private slots:
             QVERIFY(QFile::remove(path));
         }
         if (how == "replaced") {
-            QVERIFY(QFile::copy(QStringLiteral(PLUGIN), path)); // longer than the log
+            QVERIFY(QFile::copy(PLUGIN, path)); // longer than the log
             QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
         } else if (how == "removed and begun anew") {
             QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(path), maximumWaitMs); // by the next line
         }
         for (int look = 0; look < 2; ++look) { // it stays so
-            plot.window->recordings()->poll();
+            plot.poll();
             QVERIFY2(plot.watch->problem().contains(expected), qPrintable(plot.watch->problem()));
             if (how == "removed") {
                 break; // the next line may come at any time
@@ -225,7 +231,7 @@ private slots:
         ContainerInterface *const other = plot.window->addContainer();
         plot.window->openContainer(other);
         plot.recordLines(temporaryPath("run.csv"));
-        GrowingPlot::record(plot.window->recordings()->watch(other), QStringLiteral("/proc/run.csv"));
+        GrowingPlot::record(plot.window->recordings()->watch(other), "/proc/run.csv");
         const QString summary = plot.window->recordings()->summary();
         QVERIFY2(summary.contains("could not be opened") && !summary.contains("Recording into"), qPrintable(summary));
     }
@@ -239,5 +245,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(RecordingsTest)
+GUARDED_TEST(RecordingsTest)
 #include "RecordingsTest.moc"

@@ -1,5 +1,5 @@
 #include "setup/SceneReader.h"
-#include "GuardedTest.h"
+#include "Mistakes.h"
 #include "reading/TextLists.h"
 
 namespace
@@ -38,7 +38,7 @@ private slots:
         const MotionProgram motion = std::get<SimulationSettings>(scene.modules.at(0).family).motions.value(2);
         QVERIFY(motion.kind == MotionProgram::Kind::Sine && motion.amplitude == 5.0 && motion.periodSeconds == 2.0);
         QVERIFY(motion.phaseDegrees == 90.0 && motion.offset == -8.0);
-        QCOMPARE(scene.curves.at(1).x.motor, QStringLiteral("Register"));
+        QCOMPARE(scene.curves.at(1).x.motor, QString("Register"));
         QVERIFY(scene.curves.at(1).x.isSigned && !scene.curves.at(0).x.isSigned);
         QVERIFY(!scene.showsLines && scene.isSquare && !scene.showsAll);
     }
@@ -59,46 +59,31 @@ private slots:
 
     void mistakeIsNamed_data()
     {
-        QTest::addColumn<QString>("original");
-        QTest::addColumn<QString>("mistake");
-        QTest::addColumn<QString>("expected");
-        const QString sound = QString::fromLatin1(soundScene);
-        const QStringList rows[] = {
-            {"broken syntax", "\"key\": \"B\"", "\"key\": B", ":7: expected JSON"},
-            {"mistyped field", "\"signed\"", "\"sigend\"", "curves[1].x.sigend"},
-            {"line break in a name", "\"signed\"", "\"sig\\nned\"", "curves[1].x.sig ned\": expected no such field"},
-            {"title missing", "\"title\": \"T\",", "", "\"title\": expected a text"},
-            {"seed with a fraction", ": 7", ": 7.5", "\"seed\": expected a whole number"},
-            {"unknown kind", "servo-1", "servo-9", "modules[1].kind"},
-            {"key taken", "\"key\": \"B\"", "\"key\": \"A\"", "modules[1].key"},
-            {"axis beyond the last", "\"axis\": 2", "\"axis\": 3",
-             "modules[0].axes[0].axis\": expected a whole number from 0 to 2"},
-            {"axis without a number", "\"kind\": \"servo-1\",",
-             "\"kind\": \"io-block\", \"axes\": [ { \"motion\": \"hold\" } ],",
-             "modules[1].axes[0].axis\": expected no motion, because io-block"},
-            {"no period", "Seconds\": 2", "Seconds\": 0", "modules[0].axes[0].periodSeconds"},
-            {"module unknown", "\"module\": \"B\"", "\"module\": \"C\"", "curves[0].y.module"},
-            {"two modules on one side", "\"A\", \"motor\": \"Register\"", "\"B\"", "curves[1].x.module"},
-            {"no object at all", sound, "[]", "expected an object"},
-        };
-        for (const QStringList &row : rows) {
-            QTest::newRow(qPrintable(row.at(0))) << row.at(1) << row.at(2) << row.at(3);
-        }
+        testRows<QString, QString, QString>(
+            {"original", "mistake", "expected"},
+            {{"broken syntax", "\"key\": \"B\"", "\"key\": B", ":7: expected JSON"},
+             {"mistyped field", "\"signed\"", "\"sigend\"", "curves[1].x.sigend"},
+             {"line break in a name", "\"signed\"", "\"sig\\nned\"", "curves[1].x.sig ned\": expected no such field"},
+             {"title missing", "\"title\": \"T\",", "", "\"title\": expected a text"},
+             {"seed with a fraction", ": 7", ": 7.5", "\"seed\": expected a whole number"},
+             {"unknown kind", "servo-1", "servo-9", "modules[1].kind"},
+             {"key taken", "\"key\": \"B\"", "\"key\": \"A\"", "modules[1].key"},
+             {"axis beyond the last", "\"axis\": 2", "\"axis\": 3",
+              "modules[0].axes[0].axis\": expected a whole number from 0 to 2"},
+             {"axis without a number", "\"kind\": \"servo-1\",",
+              "\"kind\": \"io-block\", \"axes\": [ { \"motion\": \"hold\" } ],",
+              "modules[1].axes[0].axis\": expected no motion, because io-block"},
+             {"no period", "Seconds\": 2", "Seconds\": 0", "modules[0].axes[0].periodSeconds"},
+             {"module unknown", "\"module\": \"B\"", "\"module\": \"C\"", "curves[0].y.module"},
+             {"two modules on one side", "\"A\", \"motor\": \"Register\"", "\"B\"", "curves[1].x.module"},
+             {"no object at all", soundScene, "[]", "expected an object"}});
     }
 
     void mistakeIsNamed()
     {
-        QFETCH(QString, original);
-        QFETCH(QString, mistake);
-        QFETCH(QString, expected);
-        QString json = QString::fromLatin1(soundScene);
-        QVERIFY(json.contains(original));
-        json.replace(original, mistake);
-        const QString error = readScene(json.toUtf8(), QStringLiteral("file")).error;
-        QVERIFY2(error.startsWith(QStringLiteral("file:")) && error.contains(expected), qPrintable(error));
-        QVERIFY(!error.contains(QLatin1Char('\n')));
+        verifyMistakeIsNamed(soundScene, [](const QByteArray &json) { return readScene(json, "file").error; });
     }
 };
 
-GUARDED_TEST_MAIN(SceneReaderTest)
+GUARDED_TEST(SceneReaderTest)
 #include "SceneReaderTest.moc"

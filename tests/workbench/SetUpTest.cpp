@@ -5,15 +5,6 @@
 #include "window/RecentFiles.h"
 #include "window/SceneExchange.h"
 
-#include <QComboBox>
-#include <QDockWidget>
-#include <QDropEvent>
-#include <QMenu>
-#include <QMessageBox>
-#include <QMimeData>
-#include <QPushButton>
-#include <QRadioButton>
-
 #include <sys/stat.h>
 
 using PlotterWindow::Side;
@@ -25,22 +16,22 @@ namespace
 QByteArray textOf(GrowingPlot &plot)
 {
     Scene scene = SceneExchange(&plot.workbench, plot.window.get()).taken();
-    scene.title = QStringLiteral("T");
+    scene.title = "T";
     return sceneText(scene);
 }
 
 QStringList replaceBy(GrowingPlot &plot, const QByteArray &text)
 {
-    const SceneResult read = readScene(text, QStringLiteral("file"));
+    const SceneResult read = readScene(text, "file");
     return read.errors.isEmpty() ? SceneExchange(&plot.workbench, plot.window.get()).replaceBy(read.scene)
                                  : read.errors;
 }
 
-/// Makes a state that has a bit of everything: two containers, curves with gaps, modules that are not as at first.
+/// Makes a state with something of everything: two containers, curves with gaps, modules with other settings.
 void disturb(GrowingPlot &plot)
 {
-    ModuleRack &modules = plot.workbench.modules();
-    QCOMPARE(modules.add({QStringLiteral("SIM9/Out"), SimulationSettings{QStringLiteral("io-block")}}, 1), QString());
+    ModuleRack &modules = plot.modules();
+    QCOMPARE(modules.add({"SIM9/Out", SimulationSettings{"io-block"}}, 1), QString());
     QTest::qWait(50); // the notice of the new module empties the boxes
     modules.setMoving(1, false);
     modules.setSilent(0, true);
@@ -48,12 +39,12 @@ void disturb(GrowingPlot &plot)
     modules.setPluggedIn(2, false);
     QTest::qWait(50);
 
-    Scene scene = readSceneFile(shippedScenePath(QStringLiteral("two-modules"))).scene;
+    Scene scene = readSceneFile(shippedScenePath("two-modules")).scene;
     scene.curves.append({{}, scene.curves.constFirst().y, true});
     scene.curves.append(SceneCurve{{}, {}, false});
     scene.curves.append(scene.curves.constFirst());
-    scene.curves[3].x.motor = QStringLiteral("Register");
-    scene.curves[3].x.value = QStringLiteral("Axis 1 position");
+    scene.curves[3].x.motor = "Register";
+    scene.curves[3].x.value = "Axis 1 position";
     scene.curves[3].x.isSigned = true;
     scene.curves[0].isOn = false;
     scene.selectedCurve = 3;
@@ -62,7 +53,7 @@ void disturb(GrowingPlot &plot)
     plot.choose(scene);
     plot.window->openContainer(plot.window->addContainer());
     plot.window->setPlace(plot.workbench.containers().at(1), {WindowPlace::State::Normal, QRect(30, 20, 900, 500)});
-    plot.window->findChild<QDockWidget *>("moduleDock")->hide();
+    plot.dock("module")->hide();
 }
 
 /// Answers the message boxes and file dialogs to come, in their order, and notes what they say.
@@ -99,7 +90,7 @@ private:
                     return button->click();
                 }
             }
-            asked.append(QStringLiteral("no button ") + wanted);
+            asked.append(QString("no button ") + wanted);
             box->reject();
         }
     }
@@ -109,11 +100,10 @@ private:
 };
 
 /// Triggers an entry of the File menu, also of its submenus.
-void choose(const GrowingPlot &plot, const QString &text)
+void trigger(const GrowingPlot &plot, const QString &text)
 {
     QMenu *const menu = plot.window->fileMenu()->menu();
-    const QList<QMenu *> submenus = menu->findChildren<QMenu *>();
-    for (QMenu *const submenu : submenus) {
+    for (QMenu *const submenu : partsOf<QMenu>(*menu)) {
         emit submenu->aboutToShow();
     }
     partCalled<QAction>(*menu, text)->trigger();
@@ -129,22 +119,21 @@ class SetUpTest : public GuardedTest
 private slots:
     void writtenAndReadIsTheSame()
     {
-        GrowingPlot plot(QStringLiteral("two-modules"));
+        GrowingPlot plot("two-modules");
         disturb(plot);
         const QByteArray text = textOf(plot);
-        // Nothing that a person would miss is left out by both directions alike.
+        // Neither the writer nor the reader leaves these out.
         for (const char *const part :
              {"\"answerTimeMs\": 33", "\"moving\": false", "\"pluggedIn\": false", "\"signed\": true", "\"on\": false",
               "\"selectedCurve\": 4", "\"showAll\": true", "\"frontContainer\": 2", "\"width\": 900", "\"x\": null"}) {
             QVERIFY2(text.contains(part), part);
         }
-        GrowingPlot other(QStringLiteral("phase"));
+        GrowingPlot other("phase");
         QCOMPARE(replaceBy(other, text), QStringList());
         QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(text));
-        QVERIFY(!other.window->findChild<QDockWidget *>("moduleDock")->isVisible());
+        QVERIFY(!other.dock("module")->isVisible());
         bool showsAnswerTime = false;
-        const QList<QComboBox *> boxes = other.window->findChildren<QComboBox *>();
-        for (const QComboBox *const box : boxes) {
+        for (const QComboBox *const box : partsOf<QComboBox>(*other.window)) {
             showsAnswerTime = showsAnswerTime || box->currentText() == "Slow: 33 ms";
         }
         QVERIFY(showsAnswerTime);
@@ -163,13 +152,13 @@ private slots:
             {"\"plugin\": \"XYPlotter\"", "\"plugin\": \"XYPloter\"",
              "no plugin \"XYPloter\" is loaded, only: \"XYPlotter\""},
             {"\"docks\": \"AAAA/", "\"docks\": \"BBBB/", "docks"}};
-        GrowingPlot plot(QStringLiteral("two-modules"));
+        GrowingPlot plot("two-modules");
         disturb(plot);
         const QString text = QString::fromUtf8(textOf(plot));
-        GrowingPlot other(QStringLiteral("phase"));
+        GrowingPlot other("phase");
         const QByteArray before = textOf(other);
         const QList<ContainerInterface *> containers = other.workbench.containers();
-        const auto *const module = other.workbench.modules().module(0);
+        const auto *const module = other.modules().module(0);
         for (const QStringList &mistake : mistakes) {
             QVERIFY2(text.contains(mistake.at(0)), qPrintable(mistake.at(0)));
             const QString found =
@@ -179,7 +168,7 @@ private slots:
                 QVERIFY2(found.contains(error), qPrintable(found));
             }
             QCOMPARE(other.workbench.containers(), containers); // with their points and recordings
-            QCOMPARE(other.workbench.modules().module(0), module);
+            QCOMPARE(other.modules().module(0), module);
             QCOMPARE(QString::fromUtf8(textOf(other)), QString::fromUtf8(before));
         }
     }
@@ -199,57 +188,54 @@ private slots:
 
     void takenOutModuleNeedsNothing()
     {
-        GrowingPlot plot(QStringLiteral("phase"));
+        GrowingPlot plot("phase");
         QCOMPARE(replaceBy(plot, R"({ "title": "T", "curves": [], "modules": [ { "kind": "recording", "key": "R",
             "pluggedIn": false, "file": "/absent.csv" } ] })"),
                  QStringList());
-        QVERIFY(!plot.workbench.modules().isPluggedIn(0));
-        plot.workbench.modules().setPluggedIn(0, true);
+        QVERIFY(!plot.modules().isPluggedIn(0));
+        plot.modules().setPluggedIn(0, true);
         plot.workbench.messages().deliver();
         QCOMPARE(plot.noted.filter("/absent.csv: there is no such file").size(), 1);
     }
 
     void menuSavesAndOpens()
     {
-        GrowingPlot plot(QStringLiteral("phase"));
+        GrowingPlot plot("phase");
         plot.window->fileMenu()->beginSession();
         const QString path = temporaryPath("my bench.xyplot");
         const Answers answers({temporaryPath("my bench")}); // the suffix is added
-        choose(plot, QStringLiteral("Save As..."));
+        trigger(plot, "Save As...");
         QVERIFY(answers.areAllGiven() && answers.asked.isEmpty());
         QVERIFY(plot.window->windowTitle().startsWith("my bench.xyplot[*] - XY Plot Workbench"));
         const SceneResult saved = readSceneFile(path);
         QCOMPARE(saved.errors, QStringList());
-        QCOMPARE(saved.scene.title, QStringLiteral("my bench"));
-        QCOMPARE(saved.scene.curves.constFirst().y.value, QStringLiteral("Axis 0 motion: Actual velocity"));
+        QCOMPARE(saved.scene.title, QString("my bench"));
+        QCOMPARE(saved.scene.curves.constFirst().y.value, QString("Axis 0 motion: Actual velocity"));
         QCOMPARE(RecentFiles::paths(), QStringList(path));
 
-        choose(plot, QStringLiteral("Two modules: a stepper")); // nothing has changed: it does not ask
-        QCOMPARE(plot.workbench.modules().count(), 2);
+        trigger(plot, "Two modules: a stepper"); // nothing has changed: it does not ask
+        QCOMPARE(plot.modules().count(), 2);
         QVERIFY(plot.window->windowTitle().startsWith("Two modules: a stepper axis against a servo axis[*]"));
-        choose(plot, QStringLiteral("1 my bench.xyplot in "));
-        QCOMPARE(plot.workbench.modules().count(), 1);
-        choose(plot, QStringLiteral("New Set-Up"));
-        QCOMPARE(plot.workbench.modules().count(), 3);
+        trigger(plot, "1 my bench.xyplot in ");
+        QCOMPARE(plot.modules().count(), 1);
+        trigger(plot, "New Set-Up");
+        QCOMPARE(plot.modules().count(), 3);
         QVERIFY(plot.window->windowTitle().startsWith("New set-up[*]"));
         QVERIFY(answers.asked.isEmpty());
     }
 
     void nothingIsLostUnasked_data()
     {
-        QTest::addColumn<bool>("isRecording");
-        QTest::addColumn<bool>("isChanged");
-        QTest::addColumn<QStringList>("answers");
-        QTest::addColumn<bool>("mayEnd");
-        QTest::newRow("nothing to lose") << false << false << QStringList() << true;
-        QTest::newRow("changes, discarded") << false << true << QStringList("Discard") << true;
-        QTest::newRow("changes, cancelled") << false << true << QStringList("Cancel") << false;
-        QTest::newRow("changes, saved") << false << true << QStringList({"Save", "saved.xyplot"}) << true;
-        QTest::newRow("changes, cannot be saved")
-            << false << true << QStringList({"Save", "folder/saved.xyplot", "OK"}) << false;
-        QTest::newRow("recording, goes on") << true << false << QStringList("Cancel") << false;
-        QTest::newRow("recording, ended") << true << false << QStringList("Quit") << true;
-        QTest::newRow("both") << true << true << QStringList("Cancel") << false;
+        testRows<bool, bool, QStringList, bool>(
+            {"isRecording", "isChanged", "answers", "mayEnd"},
+            {{"nothing to lose", false, false, {}, true},
+             {"changes, discarded", false, true, {"Discard"}, true},
+             {"changes, cancelled", false, true, {"Cancel"}, false},
+             {"changes, saved", false, true, {"Save", "saved.xyplot"}, true},
+             {"changes, cannot be saved", false, true, {"Save", "folder/saved.xyplot", "OK"}, false},
+             {"recording, goes on", true, false, {"Cancel"}, false},
+             {"recording, ended", true, false, {"Quit"}, true},
+             {"both", true, true, {"Cancel"}, false}});
     }
 
     void nothingIsLostUnasked()
@@ -264,7 +250,7 @@ private slots:
             plot.recordLines(temporaryPath("run.csv"));
         }
         if (isChanged) {
-            plot.workbench.modules().setMoving(0, false);
+            plot.modules().setMoving(0, false);
         }
         plot.window->resize(700, 500); // is saved with a set-up, as is the page, and no change of it
         plot.container->findChildren<QRadioButton *>().at(1)->click();
@@ -301,7 +287,7 @@ private slots:
                 written("bad.xyplot", content);
             }
             RecentFiles::add(path);
-            const Answers answers({QStringLiteral("OK")});
+            const Answers answers({"OK"});
             QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
             QCoreApplication::sendEvent(plot.window.get(), &enter);
             QVERIFY(enter.isAccepted());
@@ -321,7 +307,7 @@ private slots:
         QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU), 0);
         QVERIFY(readSceneFile(pipe).error.contains(pipe)); // and did not wait
         Scene scene;
-        scene.title = QStringLiteral("T");
+        scene.title = "T";
         QVERIFY(writeSceneFile(scene, pipe).contains(pipe));
         QVERIFY(QFileInfo::exists(pipe) && !QFileInfo(pipe).isFile());
     }
@@ -339,7 +325,7 @@ private slots:
     void recentFilesAreTheLastTen()
     {
         for (int i = 0; i < 12; ++i) {
-            RecentFiles::add(temporaryPath(QStringLiteral("%1.xyplot").arg(i)));
+            RecentFiles::add(temporaryPath(QString("%1.xyplot").arg(i)));
         }
         RecentFiles::add(temporaryPath("5.xyplot")); // known: moves to the front
         const QStringList paths = RecentFiles::paths();
@@ -353,7 +339,7 @@ private slots:
 
     void sourceOfAnotherModuleIsNamedAndLeftOut()
     {
-        const GrowingPlot plot(QStringLiteral("two-modules"));
+        const GrowingPlot plot("two-modules");
         const QString box = PlotterWindow::selectorPage(1, Side::X).modules;
         auto *const modules = plot.container->findChild<QComboBox *>(box);
         modules->setCurrentIndex(modules->findText("SIM1", Qt::MatchContains)); // binds X of curve 1 to it as well
@@ -364,5 +350,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(SetUpTest)
+GUARDED_TEST(SetUpTest)
 #include "SetUpTest.moc"

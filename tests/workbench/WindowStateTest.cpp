@@ -5,30 +5,20 @@
 
 #include "host/AppSettings.h"
 
-#include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDockWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QStatusBar>
-#include <QVBoxLayout>
-
 namespace
 {
 
 /// A window with a dock, as it is kept between runs.
-struct Window
+struct KeptWindow
 {
-    Window()
+    KeptWindow()
     {
-        dock->setObjectName(QStringLiteral("dock"));
+        dock->setObjectName("dock");
         window.addDockWidget(Qt::LeftDockWidgetArea, dock);
     }
 
     QMainWindow window;
-    QDockWidget *const dock = new QDockWidget(QStringLiteral("Dock"));
+    QDockWidget *const dock = new QDockWidget("Dock");
 };
 
 } // namespace
@@ -41,24 +31,19 @@ class WindowStateTest : public GuardedTest
 private slots:
     void windowComesBackOnScreen_data()
     {
-        QTest::addColumn<QRect>("was");
-        QTest::addColumn<QList<QRect>>("screens");
-        QTest::addColumn<QRect>("expected");
         const QRect left(0, 0, 1920, 1080);
         const QRect right(1920, 100, 1280, 720);
         const QRect small(0, 30, 1024, 570); // below a bar
-        QTest::newRow("where it was") << QRect(5, 6, 700, 500) << QList<QRect>{left} << QRect(5, 6, 700, 500);
-        QTest::newRow("second screen") << QRect(2000, 200, 700, 500) << QList<QRect>{left, right}
-                                       << QRect(2000, 200, 700, 500);
-        QTest::newRow("second screen is gone")
-            << QRect(2000, 200, 700, 500) << QList<QRect>{left} << QRect(1220, 200, 700, 500);
-        QTest::newRow("far off") << QRect(-9000, 90000, 700, 500) << QList<QRect>{left, right}
-                                 << QRect(0, 580, 700, 500);
-        QTest::newRow("above the bar") << QRect(10, -20, 700, 500) << QList<QRect>{small} << QRect(10, 30, 700, 500);
-        QTest::newRow("too large") << QRect(100, 100, 1920, 1080) << QList<QRect>{small} << small;
-        QTest::newRow("across two screens, more on the right one")
-            << QRect(1700, 90, 700, 500) << QList<QRect>{left, right} << QRect(1920, 100, 700, 500);
-        QTest::newRow("no screen") << QRect(1, 2, 3, 4) << QList<QRect>() << QRect(1, 2, 3, 4);
+        testRows<QRect, QList<QRect>, QRect>(
+            {"was", "screens", "expected"},
+            {{"where it was", {5, 6, 700, 500}, {left}, {5, 6, 700, 500}},
+             {"second screen", {2000, 200, 700, 500}, {left, right}, {2000, 200, 700, 500}},
+             {"second screen is gone", {2000, 200, 700, 500}, {left}, {1220, 200, 700, 500}},
+             {"far off", {-9000, 90000, 700, 500}, {left, right}, {0, 580, 700, 500}},
+             {"above the bar", {10, -20, 700, 500}, {small}, {10, 30, 700, 500}},
+             {"too large", {100, 100, 1920, 1080}, {small}, small},
+             {"more on the right one of two", {1700, 90, 700, 500}, {left, right}, {1920, 100, 700, 500}},
+             {"no screen", {1, 2, 3, 4}, {}, {1, 2, 3, 4}}});
     }
 
     void windowComesBackOnScreen()
@@ -71,7 +56,7 @@ private slots:
     void windowIsAsItWas()
     {
         {
-            Window first;
+            KeptWindow first;
             new WindowState(&first.window);
             first.window.resize(610, 470);
             first.window.move(40, 30);
@@ -80,14 +65,14 @@ private slots:
             first.dock->hide();
             first.window.close();
         }
-        Window second;
+        KeptWindow second;
         new WindowState(&second.window);
         QCOMPARE(second.window.size(), QSize(610, 470));
         QCOMPARE(second.window.pos(), QPoint(40, 30));
         QVERIFY(second.window.dockWidgetArea(second.dock) == Qt::BottomDockWidgetArea && second.dock->isHidden());
         second.window.showMaximized();
         second.window.close();
-        Window third;
+        KeptWindow third;
         new WindowState(&third.window);
         QVERIFY(third.window.isMaximized());
     }
@@ -99,7 +84,7 @@ private slots:
         const QString place = QStringLiteral("Workbench/Window/Place");
         QByteArray stored;
         {
-            Window first;
+            KeptWindow first;
             new WindowState(&first.window);
             first.dock->hide();
             first.window.close();
@@ -111,13 +96,13 @@ private slots:
             damaged[at] = static_cast<char>(damaged.at(at) ^ 1);
             AppSettings().setValue(docks, at == 0 ? QByteArray("garbage") : damaged);
             AppSettings().setValue(place, at == 0 ? QVariant("nowhere") : QRect(INT_MIN, 0, INT_MAX, INT_MAX));
-            const Window second;
+            const KeptWindow second;
             const QSize usual = second.window.size();
             new WindowState(const_cast<QMainWindow *>(&second.window));
             QVERIFY2(!second.dock->isHidden() && second.window.size() == usual, qPrintable(QString::number(at)));
         }
         AppSettings().setValue(docks, stored);
-        const Window third;
+        const KeptWindow third;
         new WindowState(const_cast<QMainWindow *>(&third.window));
         QVERIFY(third.dock->isHidden());
     }
@@ -131,11 +116,11 @@ private slots:
         layout->addWidget(new QComboBox);
         layout->addWidget(new QCheckBox);
         window.setCentralWidget(content);
-        auto *const menu = window.menuBar()->addMenu(QStringLiteral("View"));
-        new AppearanceMenu(&window, menu, {QStringLiteral("de"), QStringLiteral("en")});
+        auto *const menu = window.menuBar()->addMenu("View");
+        new AppearanceMenu(&window, menu, {"de", "en"});
         window.show();
         for (const char *const name : {"System", "Dark", "Light", "Dark", "System", "System"}) {
-            partCalled<QAction>(*menu, QLatin1String(name))->trigger();
+            partCalled<QAction>(*menu, name)->trigger();
             QCoreApplication::processEvents();
             const QColor ground = window.grab().toImage().pixelColor(window.width() / 2, window.height() - 2);
             const bool isDark = qstrcmp(name, "Dark") == 0;
@@ -143,23 +128,23 @@ private slots:
         }
         QCOMPARE(QApplication::palette().color(QPalette::Window), system.color(QPalette::Window));
         QVERIFY(Preferences::palette() == PaletteChoice::System);
-        partCalled<QAction>(*menu, QStringLiteral("Dark"))->trigger();
+        partCalled<QAction>(*menu, "Dark")->trigger();
         QVERIFY(Preferences::palette() == PaletteChoice::Dark && currentPalette() == PaletteChoice::Dark);
-        partCalled<QAction>(*menu, QStringLiteral("System"))->trigger();
+        partCalled<QAction>(*menu, "System")->trigger();
     }
 
     void languageIsForTheNextStart()
     {
         QMainWindow window;
-        auto *const menu = window.menuBar()->addMenu(QStringLiteral("View"));
-        new AppearanceMenu(&window, menu, {QStringLiteral("de"), QStringLiteral("en")});
-        partCalled<QAction>(*menu, QStringLiteral("Deutsch"))->trigger();
-        QCOMPARE(Preferences::language(), QStringLiteral("de"));
-        QVERIFY(window.statusBar()->currentMessage().contains(QStringLiteral("next start")));
-        partCalled<QAction>(*menu, QStringLiteral("As the System"))->trigger();
+        auto *const menu = window.menuBar()->addMenu("View");
+        new AppearanceMenu(&window, menu, {"de", "en"});
+        partCalled<QAction>(*menu, "Deutsch")->trigger();
+        QCOMPARE(Preferences::language(), QString("de"));
+        QVERIFY(window.statusBar()->currentMessage().contains("next start"));
+        partCalled<QAction>(*menu, "As the System")->trigger();
         QCOMPARE(Preferences::language(), QString());
     }
 };
 
-GUARDED_TEST_MAIN(WindowStateTest)
+GUARDED_TEST(WindowStateTest)
 #include "WindowStateTest.moc"

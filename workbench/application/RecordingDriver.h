@@ -60,6 +60,6 @@ private:
     const QString m_path;
     const std::function<bool()> m_isReady;
     Phase m_phase = Phase::Waiting;
-    QTimer m_waitTimer;
+    QTimer m_waitTimer{this};
     QString m_error;
 };

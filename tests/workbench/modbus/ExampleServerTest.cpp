@@ -1,13 +1,6 @@
 #include "GuardedTest.h"
 #include "OtherPrograms.h"
 
-#include <QImage>
-#include <QPair>
-#include <QProcess>
-#include <QRegularExpression>
-#include <QSet>
-#include <QStandardPaths>
-
 #include <arpa/inet.h>
 #include <cmath>
 #include <netinet/in.h>
@@ -17,13 +10,13 @@
 namespace
 {
 
-constexpr int startLimitMs = 30000;
-constexpr int runLimitMs = 90000;
+constexpr int exampleStartLimitMs = 30000;
+constexpr int exampleRunLimitMs = 90000;
 constexpr double periodSeconds = 2.0;
 constexpr double amplitude = 100000.0; // increments, of the server's motor
 constexpr double twoPi = 6.283185307179586;
 
-const QString examples = QStringLiteral(SOURCE_FOLDER "/examples/modbus/");
+const QString exampleFolder = SOURCE_FOLDER "/examples/modbus/";
 
 using Pair = QPair<qint32, qint32>;
 
@@ -53,7 +46,7 @@ QList<QByteArray> plainLinesOf(const QString &path)
 }
 
 /// A number of 32 bit, its high word first, from words in hexadecimal.
-qint32 number(const QList<QByteArray> &words, int index)
+qint32 numberAt(const QList<QByteArray> &words, int index)
 {
     return qint32((words.at(index).toUInt(nullptr, 16) << 16U) | words.at(index + 1).toUInt(nullptr, 16));
 }
@@ -71,7 +64,7 @@ QSet<Pair> recordedPairs(const QString &path)
             const QList<QByteArray> words = columns.at(3).split(' ');
             const int address = columns.at(2).toInt(nullptr, 0);
             if (address <= position && address + words.size() >= velocity + 2) {
-                pairs.insert({number(words, position - address), number(words, velocity - address)});
+                pairs.insert({numberAt(words, position - address), numberAt(words, velocity - address)});
             }
         }
     }
@@ -90,14 +83,12 @@ private slots:
     {
         const QString python = pythonWithServer();
         SKIP_WITHOUT(!python.isEmpty(), "pymodbus");
-        const QString record = temporaryPath(QStringLiteral("record.csv"));
-        const QString picture = temporaryPath(QStringLiteral("picture.png"));
+        const QString record = temporaryPath("record.csv");
+        const QString picture = temporaryPath("picture.png");
         QProcess server;
-        const QString port =
-            started(&server, python,
-                    {QStringLiteral("--period"), QString::number(periodSeconds), QStringLiteral("--record"), record});
-        const QList<QByteArray> lines = loggedLines(port, examples + QStringLiteral("servo-drive.json"),
-                                                    QStringLiteral("4"), {QStringLiteral("--picture"), picture});
+        const QString port = started(&server, python, {"--period", QString::number(periodSeconds), "--record", record});
+        const QList<QByteArray> lines =
+            loggedLines(port, exampleFolder + "servo-drive.json", "4", {"--picture", picture});
         server.kill();
         QVERIFY(server.waitForFinished());
 
@@ -106,7 +97,7 @@ private slots:
         QSet<int> quadrants;
         const QVector<Pair> pairs = pairsIn(lines);
         for (const Pair &pair : pairs) {
-            const QString text = QStringLiteral("%1;%2").arg(pair.first).arg(pair.second);
+            const QString text = QString("%1;%2").arg(pair.first).arg(pair.second);
             QVERIFY2(answered.contains(pair), qPrintable(text)); // both of one answer
             const double x = pair.first / amplitude;
             const double y = pair.second / (amplitude * twoPi / periodSeconds);
@@ -123,9 +114,9 @@ private slots:
     {
         const QString python = pythonWithServer();
         SKIP_WITHOUT(!python.isEmpty(), "pymodbus");
-        const QString client = QStandardPaths::findExecutable(QStringLiteral("mbpoll"));
+        const QString client = QStandardPaths::findExecutable("mbpoll");
         SKIP_WITHOUT(!client.isEmpty(), "mbpoll");
-        const QString map = temporaryPath(QStringLiteral("map.json"));
+        const QString map = temporaryPath("map.json");
         QFile file(map);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(R"({ "title": "Clock", "values": [
@@ -134,20 +125,20 @@ private slots:
               "unit": "s", "axis": 0 } ] })");
         file.close();
         QProcess server;
-        const QString port = started(&server, python, {QStringLiteral("--map"), map});
+        const QString port = started(&server, python, {"--map", map});
         const auto polled = [&](const char *type, const char *address) {
             QProcess process;
             process.start(client, {"-1", "-0", "-q", "-B", "-t", type, "-r", address, "-p", port, "127.0.0.1"});
             REQUIRE(process.waitForFinished());
             const QString text = QString::fromLatin1(process.readAllStandardOutput());
-            const auto match =
-                QRegularExpression(QStringLiteral("\\[%1\\]:\\s*([0-9]+)").arg(QLatin1String(address))).match(text);
+            const QRegularExpression pattern(QString("\\[%1\\]:\\s*([0-9]+)").arg(address));
+            const auto match = pattern.match(text);
             REQUIRE(match.hasMatch());
             return match.captured(1).toInt();
         };
         const int still = polled("4", "7");
         int last = polled("3:int", "300");
-        const QVector<Pair> pairs = pairsIn(loggedLines(port, map, QStringLiteral("2"), {}));
+        const QVector<Pair> pairs = pairsIn(loggedLines(port, map, "2", {}));
         const int after = polled("3:int", "300");
         QVERIFY2(still > 0 && pairs.size() >= 20, qPrintable(QString::number(pairs.size())));
         for (const Pair &pair : pairs) {
@@ -164,9 +155,8 @@ private:
     static QString started(QProcess *server, const QString &python, const QStringList &options)
     {
         QString port = QString::number(freePort());
-        server->start(python, QStringList{examples + QStringLiteral("motor-server.py"), QStringLiteral("--tcp"), port} +
-                                  options);
-        REQUIRE(server->waitForReadyRead(startLimitMs));
+        server->start(python, QStringList{exampleFolder + "motor-server.py", "--tcp", port} + options);
+        REQUIRE(server->waitForReadyRead(exampleStartLimitMs));
         return port;
     }
 
@@ -174,16 +164,14 @@ private:
     QList<QByteArray> loggedLines(const QString &port, const QString &map, const QString &seconds,
                                   const QStringList &options) const
     {
-        const QString log = temporaryPath(QStringLiteral("log.csv"));
+        const QString log = temporaryPath("log.csv");
         QProcess workbench;
         workbench.setProcessChannelMode(QProcess::ForwardedChannels);
-        workbench.start(QStringLiteral(PROGRAM),
-                        QStringList{QStringLiteral("--plugin"), QStringLiteral(PLUGIN), QStringLiteral("--device"),
-                                    QStringLiteral("modbus-tcp:127.0.0.1:%1/1,%2").arg(port, map),
-                                    QStringLiteral("--seconds"), seconds, QStringLiteral("--log"), log,
-                                    QStringLiteral("--language"), QStringLiteral("en")} +
-                            options);
-        REQUIRE(workbench.waitForFinished(runLimitMs) && workbench.exitCode() == 0);
+        workbench.start(PROGRAM, QStringList{"--plugin", PLUGIN, "--device",
+                                             QString("modbus-tcp:127.0.0.1:%1/1,%2").arg(port, map), "--seconds",
+                                             seconds, "--log", log, "--language", "en"} +
+                                     options);
+        REQUIRE(workbench.waitForFinished(exampleRunLimitMs) && workbench.exitCode() == 0);
         return plainLinesOf(log);
     }
 
@@ -201,5 +189,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(ExampleServerTest)
+GUARDED_TEST(ExampleServerTest)
 #include "ExampleServerTest.moc"

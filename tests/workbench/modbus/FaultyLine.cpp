@@ -11,7 +11,8 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <chrono>
+#include <QThread>
+
 #include <iterator>
 
 namespace
@@ -21,12 +22,8 @@ constexpr int pollMs = 50;
 constexpr int tcpHeaderSize = 6;
 constexpr int crcSize = 2;
 constexpr int withinLimitMs = 60;
-constexpr int trickleMs = 60;
-
-void pause(int ms)
-{
-    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
-}
+constexpr unsigned long splitUs = 200;
+constexpr unsigned long trickleUs = 60000;
 
 sockaddr_in loopback(quint16 port)
 {
@@ -50,10 +47,25 @@ QByteArray crcOf(const QByteArray &bytes)
     return QByteArray().append(static_cast<char>(crc & 0xFF)).append(static_cast<char>(crc >> 8));
 }
 
-bool writeAll(int descriptor, bool isSocket, const char *bytes, int size)
+bool writeAll(int descriptor, bool isSocket, const QByteArray &bytes)
 {
-    const auto count = static_cast<size_t>(size);
-    return (isSocket ? send(descriptor, bytes, count, MSG_NOSIGNAL) : write(descriptor, bytes, count)) == size;
+    const auto count = static_cast<size_t>(bytes.size());
+    return (isSocket ? send(descriptor, bytes.constData(), count, MSG_NOSIGNAL)
+                     : write(descriptor, bytes.constData(), count)) == bytes.size();
+}
+
+/// Empty at the end of a connection.
+QByteArray readFrom(int descriptor)
+{
+    char bytes[600];
+    const ssize_t size = read(descriptor, bytes, sizeof bytes);
+    return QByteArray(bytes, static_cast<int>(qMax<ssize_t>(0, size)));
+}
+
+QString nameOf(int terminal)
+{
+    char name[64];
+    return ptsname_r(terminal, name, sizeof name) == 0 ? QString::fromLatin1(name) : QString();
 }
 
 void openPair(int *ownEnd, int *otherEnd)
@@ -105,14 +117,12 @@ quint16 FaultyLine::port() const
 
 QString FaultyLine::clientPort() const
 {
-    char name[64];
-    return ptsname_r(m_client, name, sizeof name) == 0 ? QString::fromLatin1(name) : QString();
+    return nameOf(m_client);
 }
 
 QString FaultyLine::serverPort() const
 {
-    char name[64];
-    return ptsname_r(m_server, name, sizeof name) == 0 ? QString::fromLatin1(name) : QString();
+    return nameOf(m_server);
 }
 
 void FaultyLine::run()
@@ -126,10 +136,9 @@ void FaultyLine::run()
         if (poll(ends, std::size(ends), pollMs) <= 0) {
             continue;
         }
-        if (ends[0].revents != 0 && !acceptClient()) {
-            continue;
-        }
-        if (m_client >= 0 && ends[1].revents != 0) {
+        if (ends[0].revents != 0) {
+            acceptClient();
+        } else if (m_client >= 0 && ends[1].revents != 0) {
             passRequest();
         } else if (m_server >= 0 && ends[2].revents != 0) {
             passAnswer();
@@ -137,7 +146,7 @@ void FaultyLine::run()
     }
 }
 
-bool FaultyLine::acceptClient()
+void FaultyLine::acceptClient()
 {
     dropClient();
     m_client = accept(m_listener, nullptr, nullptr);
@@ -148,30 +157,22 @@ bool FaultyLine::acceptClient()
     }
     const int on = 1;
     setsockopt(m_client, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    return false;
 }
 
 void FaultyLine::passRequest()
 {
-    char bytes[300];
-    const ssize_t size = read(m_client, bytes, sizeof bytes);
-    if (size <= 0) {
-        dropClient();
-        return;
-    }
-    waitForLine(static_cast<int>(size));
-    if (fault != RequestLost && !writeAll(m_server, !m_isSerial, bytes, static_cast<int>(size))) {
+    const QByteArray request = readFrom(m_client);
+    waitForLine(request.size());
+    if (request.isEmpty() || (fault != RequestLost && !writeAll(m_server, !m_isSerial, request))) {
         dropClient();
     }
 }
 
 void FaultyLine::passAnswer()
 {
-    char bytes[600];
-    const ssize_t size = read(m_server, bytes, sizeof bytes);
-    if (size <= 0) {
-        dropClient();
-        return;
+    const QByteArray answer = readFrom(m_server);
+    if (answer.isEmpty()) {
+        return dropClient();
     }
     Fault chosen = fault;
     const int interval = randomFaultInterval;
@@ -181,7 +182,6 @@ void FaultyLine::passAnswer()
                      ? static_cast<Fault>((m_random >> 20) % FaultCount)
                      : None;
     }
-    const QByteArray answer(bytes, static_cast<int>(size));
     if (chosen != None) {
         ++faultCount;
     }
@@ -192,39 +192,27 @@ void FaultyLine::passAnswer()
 void FaultyLine::apply(Fault chosen, const QByteArray &answer)
 {
     switch (chosen) {
+    case RequestLost:
+    case AnswerLost:
+        return;
     case Delayed:
-        pause(withinLimitMs);
-        sendToClient(answer);
-        break;
     case Late:
-        pause(lateMs);
-        sendToClient(answer);
-        break;
+        QThread::msleep(static_cast<unsigned long>(chosen == Late ? int{lateMs} : withinLimitMs));
+        return sendToClient(answer);
     case Split:
-        for (const char byte : answer) {
-            sendToClient(QByteArray(1, byte));
-            std::this_thread::sleep_for(std::chrono::microseconds(200));
-        }
-        break;
     case Trickled:
         for (const char byte : answer) {
             sendToClient(QByteArray(1, byte));
-            pause(trickleMs);
+            QThread::usleep(chosen == Split ? splitUs : trickleUs);
         }
-        break;
-    case RequestLost:
-    case AnswerLost:
-        break;
+        return;
     case Twice:
-        sendToClient(answer + answer);
-        break;
+        return sendToClient(answer + answer);
     case Merged:
-        sendToClient(m_answerBefore + answer);
-        break;
+        return sendToClient(m_answerBefore + answer);
     case Closed:
         sendToClient(answer.left(answer.size() / 2));
-        dropClient();
-        break;
+        return dropClient();
     default:
         sendToClient(changed(chosen, answer));
     }
@@ -281,7 +269,7 @@ QByteArray FaultyLine::changed(Fault chosen, QByteArray answer) const
 void FaultyLine::sendToClient(const QByteArray &bytes)
 {
     waitForLine(bytes.size());
-    if (m_client >= 0 && !writeAll(m_client, !m_isSerial, bytes.constData(), bytes.size())) {
+    if (m_client >= 0 && !writeAll(m_client, !m_isSerial, bytes)) {
         dropClient();
     }
 }
@@ -290,7 +278,7 @@ void FaultyLine::waitForLine(int byteCount)
 {
     constexpr qint64 bitsPerByte = 10;
     if (baud > 0) {
-        std::this_thread::sleep_for(std::chrono::microseconds(byteCount * bitsPerByte * 1000000 / baud));
+        QThread::usleep(static_cast<unsigned long>(byteCount * bitsPerByte * 1000000 / baud));
     }
 }
 

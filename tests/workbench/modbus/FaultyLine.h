@@ -56,7 +56,7 @@ public:
 
 private:
     void run();
-    bool acceptClient();
+    void acceptClient();
     void passRequest();
     void passAnswer();
     void apply(Fault fault, const QByteArray &answer);

@@ -13,15 +13,15 @@ namespace
 
 constexpr int curveCount = 4;
 constexpr int sampleIntervalMs = 14; // of the plugin
-constexpr int distance = 130;        // of two values: none are read by one request
+constexpr int valueDistance = 130;   // of two values: none are read by one request
 
-quint16 marker(int value)
+quint16 markerOf(int value)
 {
-    return ModbusServer::marker(ModbusTable::HoldingRegister, 10 + value * distance);
+    return ModbusServer::marker(ModbusTable::HoldingRegister, 10 + value * valueDistance);
 }
 
 /// "V0" to "V7" hold still, "C0" to "C7" behind them count the requests.
-RegisterMap serverMap()
+RegisterMap plotMap()
 {
     QString values;
     for (int value = 0; value < 2 * curveCount; ++value) {
@@ -30,8 +30,8 @@ RegisterMap serverMap()
                               {"name": "C%2", "table": "input register", "address": %4, "type": "uint16", "axis": 0})")
                       .arg(values.isEmpty() ? "" : ",")
                       .arg(value)
-                      .arg(10 + value * distance)
-                      .arg(11 + value * distance);
+                      .arg(10 + value * valueDistance)
+                      .arg(11 + value * valueDistance);
     }
     const RegisterMapResult result =
         readRegisterMap(QStringLiteral(R"({"title": "T", "values": [%1]})").arg(values).toUtf8(), QString());
@@ -49,13 +49,10 @@ class ModbusPlotTest : public GuardedTest
 private slots:
     void everyPointHasValuesOfTheDevice_data()
     {
-        QTest::addColumn<int>("baud");
-        QTest::newRow("9600") << 9600;
-        QTest::newRow("19200") << 19200;
+        testRows<int>({"baud"}, {{"9600", 9600}, {"19200", 19200}});
     }
 
-    /// Four curves that are chosen at once, recorded, and then given other values. A choice empties the curve and ends the
-    /// recording.
+    /// Four curves that are chosen at once, recorded, and then given other values, which ends the recording.
     void everyPointHasValuesOfTheDevice()
     {
         QFETCH(int, baud);
@@ -64,24 +61,23 @@ private slots:
         ModbusServer server(line.serverPort(), baud);
         XYPlotter root;
         PluginHarness harness(&root);
-        auto module = std::make_unique<ModbusModule>(QStringLiteral("DEV0/map"), &harness.handler,
-                                                     ModbusProbe::serial(line.clientPort(), baud), serverMap());
+        auto module = std::make_unique<ModbusModule>("DEV0/map", &harness.handler,
+                                                     ModbusProbe::serial(line.clientPort(), baud), plotMap());
         REQUIRE(harness.handler.addModulePlugin(module.get()));
         const ModbusModule *const device = module.release();
         harness.open();
         QVector<RegisterSpan> sent;
         QVERIFY(waitUntil([&] {
             sent += server.takeRequests();
-            return device->state().isKnownToAnswer && sent.size() >= 4 * curveCount;
+            return device->state().isKnownToAnswer && sent.size() >= 8 * curveCount; // each value twice
         }));
-        QTest::qSleep(100);
 
         for (int phase = 0; phase < 2; ++phase) {
-            const QString path = temporaryPath(QStringLiteral("log%1.csv").arg(phase));
+            const QString path = temporaryPath(QString("log%1.csv").arg(phase));
             for (int curve = 0; curve < curveCount; ++curve) {
                 const QString number = QString::number(curve + phase * curveCount);
-                QVERIFY(harness.choose(curve, 'X', QStringLiteral("DEV0/map"), QString(), QLatin1Char('V') + number));
-                QVERIFY(harness.choose(curve, 'Y', QStringLiteral("DEV0/map"), QString(), QLatin1Char('C') + number));
+                QVERIFY(harness.choose(curve, 'X', "DEV0/map", QString(), QLatin1Char('V') + number));
+                QVERIFY(harness.choose(curve, 'Y', "DEV0/map", QString(), QLatin1Char('C') + number));
                 if (!harness.curveBox(curve)->isChecked()) {
                     harness.curveBox(curve)->click();
                 }
@@ -100,7 +96,7 @@ private slots:
                 const QVector<QPointF> points = harness.points(curve);
                 QVERIFY(points.size() > 2);
                 for (int index = 0; index < points.size(); ++index) {
-                    QCOMPARE(points.at(index).x(), double(marker(curve + phase * curveCount)));
+                    QCOMPARE(points.at(index).x(), double(markerOf(curve + phase * curveCount)));
                     QVERIFY(points.at(index).y() > 0);
                     QVERIFY(index == 0 || points.at(index).y() >= points.at(index - 1).y());
                 }
@@ -122,7 +118,7 @@ private:
             for (int curve = 0; columns.size() > 2 * curve + 2; ++curve) {
                 const QByteArray &x = columns.at(2 * curve + 1);
                 if (!x.isEmpty()) {
-                    QCOMPARE(x.toInt(), int{marker(first + curve)});
+                    QCOMPARE(x.toInt(), int{markerOf(first + curve)});
                     ++logged;
                 }
             }
@@ -131,5 +127,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(ModbusPlotTest)
+GUARDED_TEST(ModbusPlotTest)
 #include "ModbusPlotTest.moc"

@@ -9,7 +9,7 @@
 namespace
 {
 
-ModbusLookup lookupOf(const QVector<RegisterSpan> &spans)
+ModbusLookup lookupOf(const Spans &spans)
 {
     return [spans](const Command &request) -> std::optional<ModbusValue> {
         const bool isKnown = request.type() < spans.size();
@@ -17,16 +17,34 @@ ModbusLookup lookupOf(const QVector<RegisterSpan> &spans)
     };
 }
 
+QVector<Command> requestsFor(int count)
+{
+    QVector<Command> requests;
+    for (int type = 0; type < count; ++type) {
+        requests.append(requestFor(0, 6, 0, type));
+    }
+    return requests;
+}
+
 } // namespace
 
-ModbusProbe::ModbusProbe(const ConnectionSettings &settings, const QVector<RegisterSpan> &spans,
-                         const SurveyedSpans &surveyed)
-    : channel(settings, lookupOf(spans), surveyed), m_spans(spans), m_combos(spans.size())
+RegisterSpan pairAt(int address, ModbusTable table)
 {
-    for (int index = 0; index < m_combos.size(); ++index) {
-        m_combos[index].request.setType(static_cast<unsigned short>(index));
-        m_combos[index].request.setCommand(6);
+    return {table, static_cast<quint16>(address), 2};
+}
+
+Spans pairsAt(const QVector<int> &addresses)
+{
+    Spans spans;
+    for (const int address : addresses) {
+        spans.append(pairAt(address));
     }
+    return spans;
+}
+
+ModbusProbe::ModbusProbe(const ConnectionSettings &settings, const Spans &spans, const SurveyedSpans &surveyed)
+    : channel(settings, lookupOf(spans), surveyed), m_spans(spans), m_exchange(requestsFor(spans.size()))
+{
 }
 
 std::optional<ModbusValue> ModbusProbe::pairAt(const RegisterSpan &span)
@@ -37,46 +55,42 @@ std::optional<ModbusValue> ModbusProbe::pairAt(const RegisterSpan &span)
 
 bool ModbusProbe::ask()
 {
-    QList<CommandCombo *> combos;
-    for (CommandCombo &combo : m_combos) {
-        combos.append(&combo);
-    }
-    channel.sendCommandCombos(combos);
+    m_exchange.with(&channel);
     const auto isAnswered = [](const CommandCombo &combo) { return combo.reply.status() == Command::Status::Answered; };
-    const auto answered = std::count_if(m_combos.cbegin(), m_combos.cend(), isAnswered);
-    if (answered == m_combos.size()) {
+    const auto answered = std::count_if(m_exchange.combos.cbegin(), m_exchange.combos.cend(), isAnswered);
+    if (answered == m_spans.size()) {
         look();
     } else if (answered > 0 && m_mistake.isEmpty()) {
-        m_mistake = QStringLiteral("%1 of %2 replies were filled").arg(answered).arg(m_combos.size());
+        m_mistake = QString("%1 of %2 replies were filled").arg(answered).arg(m_spans.size());
     }
-    return answered == m_combos.size();
+    return answered == m_spans.size();
 }
 
 void ModbusProbe::look()
 {
     QStringList wrong;
     quint16 generation = 0;
-    for (int index = 0; index < m_combos.size(); ++index) {
-        const auto value = static_cast<quint32>(m_combos.at(index).reply.value());
+    for (int index = 0; index < m_spans.size(); ++index) {
+        const auto value = static_cast<quint32>(reply(index).value());
         const RegisterSpan &span = m_spans.at(index);
         const auto own = static_cast<quint16>(value & 0xFFFF);
         if (value >> 16 != ModbusServer::marker(span.table, span.address)) {
-            wrong.append(QStringLiteral("%1 is none of register %2").arg(value, 0, 16).arg(span.address));
+            wrong.append(QString("%1 is none of register %2").arg(value, 0, 16).arg(span.address));
         }
         // The requests of a round follow each other, with no other in between.
         if (index > 0 && static_cast<quint16>(own - generation) > 1) {
-            wrong.append(QStringLiteral("register %1 is from another round").arg(span.address));
+            wrong.append(QString("register %1 is from another round").arg(span.address));
         }
         generation = own;
     }
     constexpr quint16 halfWay = 0x8000;
     if (m_hasGeneration && static_cast<quint16>(generation - m_lastGeneration) >= halfWay) {
-        wrong.append(QStringLiteral("request %1 was answered before %2").arg(m_lastGeneration).arg(generation));
+        wrong.append(QString("request %1 was answered before %2").arg(m_lastGeneration).arg(generation));
     }
     m_lastGeneration = generation;
     m_hasGeneration = true;
     if (m_mistake.isEmpty()) {
-        m_mistake = wrong.join(QStringLiteral("; "));
+        m_mistake = wrong.join("; ");
     }
 }
 
@@ -92,13 +106,13 @@ CommandHandlerInterface::Statistics ModbusProbe::statistics() const
 
 const Command &ModbusProbe::reply(int index) const
 {
-    return m_combos.at(index).reply;
+    return m_exchange.reply(index);
 }
 
 ConnectionSettings ModbusProbe::tcp(quint16 port)
 {
     ConnectionSettings settings;
-    settings.host = QStringLiteral("127.0.0.1");
+    settings.host = "127.0.0.1";
     settings.port = port;
     return settings;
 }
@@ -111,6 +125,20 @@ ConnectionSettings ModbusProbe::serial(const QString &port, int baud)
     settings.baud = baud;
     settings.parity = ConnectionSettings::Parity::None;
     return settings;
+}
+
+FaultyDevice::FaultyDevice(bool isSerial)
+{
+    if (isSerial) {
+        line = std::make_unique<FaultyLine>();
+        server = std::make_unique<ModbusServer>(line->serverPort(), baud);
+        settings = ModbusProbe::serial(line->clientPort(), baud);
+    } else {
+        server = std::make_unique<ModbusServer>();
+        line = std::make_unique<FaultyLine>(server->port());
+        settings = ModbusProbe::tcp(line->port());
+    }
+    line->lateMs = isSerial ? 450 : 650;
 }
 
 bool waitUntil(const std::function<bool()> &condition, int limitMs)

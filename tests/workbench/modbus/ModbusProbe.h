@@ -1,20 +1,30 @@
 #pragma once
 
 #include "modules/modbus/ModbusChannel.h"
+#include "modules/modbus/ModbusClock.h"
 
+#include "Exchange.h"
+#include "FaultyLine.h"
 #include "ModbusServer.h"
 
 #include <QVector>
+
+#include <memory>
+
+using Spans = QVector<RegisterSpan>;
+
+/// A pair of registers of a ModbusServer.
+RegisterSpan pairAt(int address, ModbusTable table = ModbusTable::HoldingRegister);
+Spans pairsAt(const QVector<int> &addresses);
 
 /// A channel to a ModbusServer, maybe by way of a FaultyLine, that looks at every answer.
 class ModbusProbe
 {
 public:
     /// \param spans what the requests of type 0, 1, ... ask for: pairs of registers
-    ModbusProbe(const ConnectionSettings &settings, const QVector<RegisterSpan> &spans,
-                const SurveyedSpans &surveyed = {});
+    ModbusProbe(const ConnectionSettings &settings, const Spans &spans, const SurveyedSpans &surveyed = {});
 
-    /// Exchanges all spans as one group; returns whether it was answered. A wrong answer is put down in mistake().
+    /// Exchanges all spans as one group; returns whether it was answered. A wrong answer is noted in mistake().
     bool ask();
 
     /// The first wrong value that was given out, in words; empty when all were right.
@@ -32,11 +42,22 @@ public:
 private:
     void look();
 
-    const QVector<RegisterSpan> m_spans;
-    QVector<CommandCombo> m_combos;
+    const Spans m_spans;
+    Exchange m_exchange;
     QString m_mistake;
     quint16 m_lastGeneration = 0;
     bool m_hasGeneration = false;
+};
+
+/// A ModbusServer behind a FaultyLine whose late answers come later than they are waited for.
+struct FaultyDevice
+{
+    explicit FaultyDevice(bool isSerial);
+
+    static constexpr int baud = 115200;
+    std::unique_ptr<FaultyLine> line;
+    std::unique_ptr<ModbusServer> server;
+    ConnectionSettings settings; ///< of a client
 };
 
 /// Looks at \a condition in every tick of a few ms until it holds; false when it does not in time.

@@ -14,9 +14,9 @@
 /**
  * A Modbus device of unit 1, served by libmodbus' own server functions in a thread, whose registers show wrong answers.
  *
- * Both tables of registers hold pairs: the first of a pair is made from its address and its table, the second counts the
- * requests, so that registers from two requests are told apart. Coil n is on when n is a multiple of 3, discrete input n
- * when it is one of 5.
+ * Both tables of registers hold pairs: the first of a pair is made from its address and table, the second counts the
+ * requests, so that registers from two requests are told apart. Coil n is on when n is a multiple of 3, discrete input
+ * n when it is one of 5.
  */
 class ModbusServer
 {

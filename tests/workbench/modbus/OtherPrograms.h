@@ -15,10 +15,9 @@
 /// The Python that has what the servers need; the distribution's own, where another comes first in the path.
 inline QString pythonWithServer()
 {
-    for (const QString &candidate : {QStringLiteral("python3"), QStringLiteral("/usr/bin/python3")}) {
-        if (QProcess::execute(candidate,
-                              {QStringLiteral("-c"), QStringLiteral("try:\n import pymodbus.server, serial_asyncio\n"
-                                                                    "except ImportError:\n exit(1)")}) == 0) {
+    for (const char *const candidate : {"python3", "/usr/bin/python3"}) {
+        if (QProcess::execute(candidate, {"-c", "try:\n import pymodbus.server, serial_asyncio\n"
+                                                "except ImportError:\n exit(1)"}) == 0) {
             return candidate;
         }
     }

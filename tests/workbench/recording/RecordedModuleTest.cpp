@@ -1,4 +1,5 @@
 #include "modules/recording/RecordedModule.h"
+#include "Exchange.h"
 #include "GuardedTest.h"
 #include "ScriptedCurve.h"
 #include "XYPlotter.h"
@@ -32,7 +33,7 @@ private slots:
         RecordedModule *const module = plug(&player.handler, original, QString(), false);
         player.open();
         for (int curve = 0; curve < 2; ++curve) {
-            const QString axis = QStringLiteral("Axis %1").arg(curve);
+            const QString axis = QString("Axis %1").arg(curve);
             REQUIRE(player.choose(curve, 'X', "REC0/run", axis, "pos"));
             REQUIRE(player.choose(curve, 'Y', "REC0/run", axis, curve == 0 ? "speed" : "pos (Y)"));
         }
@@ -61,18 +62,13 @@ private slots:
     /// One letter for each exchange of a caller, a bar where the event loop runs.
     void callersOfOneTimeReadTheSameRow_data()
     {
-        QTest::addColumn<QString>("callers");
-        QTest::addColumn<QString>("rows");
-        const auto row = [](const char *name, const char *callers, const char *rows) {
-            QTest::newRow(name) << QString(callers) << QString(rows);
-        };
-        row("one", "a|a|a", "1|2|3");
-        row("four curves", "abcd|abcd|abcd", "1111|2222|3333");
-        row("without an event loop", "ababab", "112233");
-        row("two containers", "ab|c|ab|c|ab", "11|1|22|2|33");
-        row("a curve is switched on", "b|b|ab|ab|ab", "1|2|22|33|44");
-        row("a curve is switched off", "ab|b|b", "11|2|3");
-        row("a container closes", "a|b|a|b|b|b", "1|1|2|2|3|4");
+        testRows<QString, QString>({"callers", "rows"}, {{"one", "a|a|a", "1|2|3"},
+                                                         {"four curves", "abcd|abcd|abcd", "1111|2222|3333"},
+                                                         {"without an event loop", "ababab", "112233"},
+                                                         {"two containers", "ab|c|ab|c|ab", "11|1|22|2|33"},
+                                                         {"a curve is switched on", "b|b|ab|ab|ab", "1|2|22|33|44"},
+                                                         {"a curve is switched off", "ab|b|b", "11|2|3"},
+                                                         {"a container closes", "a|b|a|b|b|b", "1|1|2|2|3|4"}});
     }
 
     void callersOfOneTimeReadTheSameRow()
@@ -89,7 +85,7 @@ private slots:
                 continue;
             }
             CommandCombo &pair = pairs[caller];
-            pair.request = requestFor(10, 2, RecordedModule::rowNumber);
+            pair.request = requestFor(RecordedModule::address, 10, 2, RecordedModule::rowNumber);
             module->commandHandlerInterface()->sendCommandCombos({&pair});
             rows += QString::number(pair.reply.value());
         }
@@ -98,13 +94,11 @@ private slots:
 
     void playsAtItsSpeed_data()
     {
-        QTest::addColumn<int>("speedTenths");
-        QTest::addColumn<QString>("rows");
-        QTest::newRow("as recorded") << 10 << "1 2 3 4 5 6 7 8 8";
-        QTest::newRow("half") << 5 << "1 1 2 2 3 3 4 4 5";
-        QTest::newRow("two and a half times") << 25 << "1 3 6 8 8 8 8 8 8";
-        QTest::newRow("too slow") << -4 << "1 1 1 1 1 1 1 1 1";
-        QTest::newRow("too fast") << 5000 << "1 8 8 8 8 8 8 8 8";
+        testRows<int, QString>({"speedTenths", "rows"}, {{"as recorded", 10, "1 2 3 4 5 6 7 8 8"},
+                                                         {"half", 5, "1 1 2 2 3 3 4 4 5"},
+                                                         {"two and a half times", 25, "1 3 6 8 8 8 8 8 8"},
+                                                         {"too slow", -4, "1 1 1 1 1 1 1 1 1"},
+                                                         {"too fast", 5000, "1 8 8 8 8 8 8 8 8"}});
     }
 
     void playsAtItsSpeed()
@@ -157,13 +151,12 @@ private slots:
         const Parameter b = module->getParameterMapByName("axis0")->last();
         QCOMPARE(b.name + ' ' + b.nameSuffix, QString("b [0.1 V]"));
         QCOMPARE(answer(module, 6, 0, 1).value(), 25);
-        for (const QVector<unsigned char> &numbers :
-             {QVector<unsigned char>{6, 0, 2}, {6, 1, 0}, {10, 2, 3}, {10, 1, 254}, {15, 0, 0}, {148, 0, 0}}) {
+        for (const QVector<int> &numbers :
+             {QVector<int>{6, 0, 2}, {6, 1, 0}, {10, 2, 3}, {10, 1, 254}, {15, 0, 0}, {148, 0, 0}}) {
             QVERIFY(answer(module, numbers[0], numbers[1], numbers[2]).status() == Command::Status::Refused);
         }
         CommandCombo ofAnother;
-        ofAnother.request = requestFor(6, 0, 1);
-        ofAnother.request.setAddress(1);
+        ofAnother.request = requestFor(1, 6, 0, 1);
         module->commandHandlerInterface()->sendCommandCombos({nullptr, &ofAnother});
         QVERIFY(ofAnother.reply.status() == Command::Status::Refused);
     }
@@ -248,21 +241,11 @@ private:
         return result.module.release();
     }
 
-    static Command requestFor(unsigned char command, unsigned char motorBank, unsigned char type)
-    {
-        Command request;
-        request.setAddress(RecordedModule::address);
-        request.setCommand(command);
-        request.setMotorBank(motorBank);
-        request.setType(type);
-        return request;
-    }
-
     /// Of an exchange at a time of its own.
-    Command answer(RecordedModule *module, unsigned char command, unsigned char motorBank, unsigned char type)
+    Command answer(RecordedModule *module, int command, int motorBank, int type)
     {
         QCoreApplication::sendPostedEvents();
-        m_pair.request = requestFor(command, motorBank, type);
+        m_pair.request = requestFor(RecordedModule::address, command, motorBank, type);
         module->commandHandlerInterface()->sendCommandCombos({&m_pair});
         return m_pair.reply;
     }
@@ -281,5 +264,5 @@ private:
     CommandCombo m_pair;
 };
 
-GUARDED_TEST_MAIN(RecordedModuleTest)
+GUARDED_TEST(RecordedModuleTest)
 #include "RecordedModuleTest.moc"

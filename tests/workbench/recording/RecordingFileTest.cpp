@@ -79,7 +79,7 @@ private slots:
         QStringList columns;
         for (const RecordedColumn &column : file->columns()) {
             columns.append(
-                QStringLiteral("%1.%2 %3 %4").arg(column.group).arg(column.number).arg(column.name, column.suffix()));
+                QString("%1.%2 %3 %4").arg(column.group).arg(column.number).arg(column.name, column.suffix()));
             columns.last() = columns.last().trimmed();
         }
         QTEST(columns.join(", "), "columns");
@@ -101,44 +101,44 @@ private slots:
 
     void badFiles_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("expected");
-        const auto bad = [](const char *name, const QByteArray &bytes, const QString &expected) {
-            QTest::newRow(name) << bytes << expected;
-        };
-        bad("empty", "", "line 1: expected a header line with the names of the columns, found an empty file");
-        bad("blank", "\r\n\r\n", "line 1: expected a header line");
-        bad("no header", "1;2\n3;4\n", "line 1, column 1: expected a header line with the names of the columns, found");
-        bad("only a header", "a;b\n", "line 2: expected lines with numbers, found the end of the file");
-        bad("a log without names", "Module:;M;M;\r\n1;2;3;\r\n", "line 2, column 1: expected \"Counter\", found \"1\"");
-        bad("a log without lines", "Module:;M;M;\r\nCounter;a;b;\r\n", "line 3: expected lines with a counter and two");
-        bad("a log with one line, cut off", "Module:;M;M;\r\nCounter;a;b;\r\n1;2;3", "line 3: expected lines with");
-        bad("a log that is none", "Module:;M;M;\r\nCounter;a;b;\r\n1;x;y;\r\n",
-            "line 3, column 2: expected a number, found \"x\"");
-        bad("text only", "name,state\nA,on\n", "line 2, column 1: expected a number, found \"A\"");
-        bad("text and empty fields", "name,state\nA,\nB,\n", "line 2, column 1: expected a number, found \"A\"");
-        bad("text that turns into numbers", "a\nx\ny\n1\n", "line 2, column 1: expected a number");
-        bad("text below numbers", "a,b\n1,2\n\n3,off\n", "line 4, column 2: expected a number, found \"off\"");
-        bad("half a number", "a;b\n1;2\n3;4e\n", "line 3, column 2: expected a number, found \"4e\"");
-        bad("a number without end", "a\n1\n1e999\n", "line 3, column 1: expected a number, found \"1e999\"");
-        bad("too many fields", "a,b\n1,2,3\n", "line 2, column 3: expected no more than 2 columns, found \"3\"");
-        bad("grouped digits", "a;b\n1;1.234,5\n", "line 2, column 2: expected a number");
-        bad("two decimal marks", "a;b\n0,5;1\n1;1.234\n", "line 3, column 2: expected the decimal mark of the lines");
-        bad("an open quote", "a,b\n1,\"2\n3,4\n", "line 2, column 2: expected a closing quote, found \"2\"");
-        bad("a long line", "a,b\n1,2\n3," + QByteArray(70000, '4') + "\n", "line 3: expected at most 65536 bytes");
-        bad("a long first line", QByteArray(2000000, 'a'), "line 1: expected a header line");
-        bad("a binary file",
-            QByteArray("\x7F"
-                       "ELF\0\0",
-                       6),
-            "line 1: expected text, found a zero byte");
-        bad("zero bytes further on", "a,b\n" + QByteArray("1,2\n").repeated(400000) + QByteArray("3,\0\n", 4),
-            "line 400002: expected text, found a zero byte");
-        bad("UTF-16",
-            QByteArray("\xFF\xFE"
-                       "a\0",
-                       4),
-            "line 1, column 1: expected text in UTF-8");
+        testRows<QByteArray, QString>(
+            {"bytes", "expected"},
+            {{"empty", "", "line 1: expected a header line with the names of the columns, found an empty file"},
+             {"blank", "\r\n\r\n", "line 1: expected a header line"},
+             {"no header", "1;2\n3;4\n",
+              "line 1, column 1: expected a header line with the names of the columns, found"},
+             {"only a header", "a;b\n", "line 2: expected lines with numbers, found the end of the file"},
+             {"a log without names", "Module:;M;M;\r\n1;2;3;\r\n",
+              "line 2, column 1: expected \"Counter\", found \"1\""},
+             {"a log without lines", "Module:;M;M;\r\nCounter;a;b;\r\n",
+              "line 3: expected lines with a counter and two"},
+             {"a log with one line, cut off", "Module:;M;M;\r\nCounter;a;b;\r\n1;2;3", "line 3: expected lines with"},
+             {"a log that is none", "Module:;M;M;\r\nCounter;a;b;\r\n1;x;y;\r\n",
+              "line 3, column 2: expected a number, found \"x\""},
+             {"text only", "name,state\nA,on\n", "line 2, column 1: expected a number, found \"A\""},
+             {"text and empty fields", "name,state\nA,\nB,\n", "line 2, column 1: expected a number, found \"A\""},
+             {"text that turns into numbers", "a\nx\ny\n1\n", "line 2, column 1: expected a number"},
+             {"text below numbers", "a,b\n1,2\n\n3,off\n", "line 4, column 2: expected a number, found \"off\""},
+             {"half a number", "a;b\n1;2\n3;4e\n", "line 3, column 2: expected a number, found \"4e\""},
+             {"a number without end", "a\n1\n1e999\n", "line 3, column 1: expected a number, found \"1e999\""},
+             {"too many fields", "a,b\n1,2,3\n", "line 2, column 3: expected no more than 2 columns, found \"3\""},
+             {"grouped digits", "a;b\n1;1.234,5\n", "line 2, column 2: expected a number"},
+             {"two decimal marks", "a;b\n0,5;1\n1;1.234\n", "line 3, column 2: expected the decimal mark of the lines"},
+             {"an open quote", "a,b\n1,\"2\n3,4\n", "line 2, column 2: expected a closing quote, found \"2\""},
+             {"a long line", "a,b\n1,2\n3," + QByteArray(70000, '4') + "\n", "line 3: expected at most 65536 bytes"},
+             {"a long first line", QByteArray(2000000, 'a'), "line 1: expected a header line"},
+             {"a binary file",
+              QByteArray("\x7F"
+                         "ELF\0\0",
+                         6),
+              "line 1: expected text, found a zero byte"},
+             {"zero bytes further on", "a,b\n" + QByteArray("1,2\n").repeated(400000) + QByteArray("3,\0\n", 4),
+              "line 400002: expected text, found a zero byte"},
+             {"UTF-16",
+              QByteArray("\xFF\xFE"
+                         "a\0",
+                         4),
+              "line 1, column 1: expected text in UTF-8"}});
     }
 
     void badFiles()
@@ -203,18 +203,13 @@ private slots:
     /// The last numbers stay, and the file says what happened.
     void fileIsChangedWhileItIsOpen_data()
     {
-        QTest::addColumn<QString>("change");
-        QTest::addColumn<QString>("trouble");
-        QTest::addColumn<int>("lastValue");
-        const auto row = [](const char *how, const char *change, const char *trouble, int lastValue) {
-            QTest::newRow(how) << QString(change) << QString(trouble) << lastValue;
-        };
-        row("cut off", "was cut off", "has become shorter", 0);
-        row("emptied", "was cut off", "has become shorter", 0);
-        row("removed", "was removed", "", 19999);
-        row("replaced", "", "", 19999);
-        row("continued", "has grown", "", 19999);
-        row("written over", "was written to", "has changed", 0);
+        testRows<QString, QString, int>({"change", "trouble", "lastValue"},
+                                        {{"cut off", "was cut off", "has become shorter", 0},
+                                         {"emptied", "was cut off", "has become shorter", 0},
+                                         {"removed", "was removed", "", 19999},
+                                         {"replaced", "", "", 19999},
+                                         {"continued", "has grown", "", 19999},
+                                         {"written over", "was written to", "has changed", 0}});
     }
 
     void fileIsChangedWhileItIsOpen()
@@ -263,5 +258,5 @@ private:
     }
 };
 
-GUARDED_TEST_MAIN(RecordingFileTest)
+GUARDED_TEST(RecordingFileTest)
 #include "RecordingFileTest.moc"

@@ -1,5 +1,5 @@
+#include "Exchange.h"
 #include "GuardedTest.h"
-#include "host/CommandHandlerInterface.h"
 #include "modules/simulation/AxisMechanics.h"
 #include "modules/simulation/ModuleKind.h"
 #include "modules/simulation/MotionProgram.h"
@@ -22,30 +22,26 @@ constexpr Request rampVelocity = 0x06'00'0B;
 constexpr Request rampPhase = 0x06'00'0F;
 
 /// A module of its own clock that is driven by exchanges.
-struct Bench
+struct ModuleBench
 {
-    explicit Bench(const QString &kind, quint32 seed = 1, int stepsPerExchange = 14)
+    explicit ModuleBench(const QString &kind, quint32 seed = 1, int stepsPerExchange = 14)
         : clock(SimulationClock::Drive::Exchanges, stepsPerExchange)
-        , module(new SimulatedModule(*findModuleKind(kind), QStringLiteral("SIM0/Device"), nullptr, &clock, seed))
+        , module(new SimulatedModule(*findModuleKind(kind), "SIM0/Device", nullptr, &clock, seed))
         , address(module->moduleAddress())
     {
     }
 
     /// The values of one exchange.
-    QVector<qint32> ask(const QVector<Request> &requests)
+    QVector<qint32> ask(const QVector<Request> &asked)
     {
-        QVector<CommandCombo> pairs(requests.size());
-        QList<CommandCombo *> pointers;
-        for (int i = 0; i < requests.size(); ++i) {
-            pairs[i].request.setAddress(address);
-            pairs[i].request.setCommand(static_cast<unsigned char>(requests.at(i) >> 16));
-            pairs[i].request.setMotorBank(static_cast<unsigned char>(requests.at(i) >> 8));
-            pairs[i].request.setType(static_cast<unsigned char>(requests.at(i)));
-            pointers.append(&pairs[i]);
+        QVector<Command> requests;
+        for (const Request request : asked) {
+            requests.append(requestFor(address, request >> 16, request >> 8, request));
         }
-        module->commandHandlerInterface()->sendCommandCombos(pointers);
+        Exchange exchange(requests);
+        exchange.with(module->commandHandlerInterface());
         QVector<qint32> values;
-        for (const CommandCombo &pair : qAsConst(pairs)) {
+        for (const CommandCombo &pair : exchange.combos) {
             values.append(pair.reply.value());
             status = pair.reply.status();
         }
@@ -69,7 +65,7 @@ struct Bench
 
 Q_DECLARE_METATYPE(MotionProgram)
 
-/// The modules' physics: what they answer, the same in every run, and within their limits.
+/// The simulated modules: the same answers in every run, consistent with one another and within their limits.
 class SimulationTest : public GuardedTest
 {
     Q_OBJECT
@@ -77,10 +73,7 @@ class SimulationTest : public GuardedTest
 private slots:
     void answersTheSameInEveryRun_data()
     {
-        QTest::addColumn<Request>("noisy");
-        QTest::newRow("stepper-3") << 0x06'02'1E;
-        QTest::newRow("servo-1") << 0x06'00'14;
-        QTest::newRow("io-block") << 0x94'00'05;
+        testRows<Request>({"noisy"}, {{"stepper-3", 0x06'02'1E}, {"servo-1", 0x06'00'14}, {"io-block", 0x94'00'05}});
     }
 
     /// The same in every run with the same seed, and only to its own address.
@@ -88,9 +81,9 @@ private slots:
     {
         QFETCH(Request, noisy);
         const QString kind = QLatin1String(QTest::currentDataTag());
-        Bench bench(kind, 7);
-        Bench again(kind, 7);
-        Bench other(kind, 8);
+        ModuleBench bench(kind, 7);
+        ModuleBench again(kind, 7);
+        ModuleBench other(kind, 8);
         int different = 0;
         for (int i = 0; i < 200; ++i) {
             // Reading more than once in an exchange must not draw more noise.
@@ -132,7 +125,7 @@ private slots:
 
     void fieldsLieWhereTheirRegisterSays()
     {
-        Bench bench(QStringLiteral("io-block"));
+        ModuleBench bench("io-block");
         int counters = 0;
         for (int i = 0; i < 600; ++i) {
             const QVector<qint32> values = bench.ask({0x94'00'00, 0x94'00'05, 0x94'00'04});
@@ -153,7 +146,7 @@ private slots:
     /// Values of one exchange that have to fit together, whatever the noise.
     void valuesFitTogether()
     {
-        Bench stepper(QStringLiteral("stepper-3"), 1, 1);
+        ModuleBench stepper("stepper-3", 1, 1);
         const AxisMechanics mechanics;
         stepper.module->setMotion(0, {MotionProgram::Kind::Reciprocate, 60000.0, 1.0, 0.0, 20000.0});
         double minimumPlay = 0.0;
@@ -189,7 +182,7 @@ private slots:
         QCOMPARE(wrappedCounter(2147483648.0), std::numeric_limits<qint32>::min());
         QCOMPARE(wrappedCounter(-2147483649.0), std::numeric_limits<qint32>::max());
 
-        Bench servo(QStringLiteral("servo-1"), 1, 1);
+        ModuleBench servo("servo-1", 1, 1);
         int switches = 0; // that were seen closed
         int noisy = 0;
         for (int ms = 0; ms < 9000; ++ms) {
@@ -204,7 +197,7 @@ private slots:
 
     void whatDoesNotMoveStops()
     {
-        Bench block(QStringLiteral("io-block"));
+        ModuleBench block("io-block");
         block.run(100);
         block.module->setMoving(false);
         const QVector<qint32> stopped = block.ask({0x94'00'00, 0x94'00'04});
@@ -215,19 +208,19 @@ private slots:
     void rampKeepsItsLimits_data()
     {
         const double huge = std::numeric_limits<double>::max();
-        QTest::addColumn<MotionProgram>("motion");
-        QTest::newRow("hold far") << MotionProgram{MotionProgram::Kind::Hold, 0.0, 1.0, 0.0, 150000.0};
-        QTest::newRow("hold near, backwards") << MotionProgram{MotionProgram::Kind::Hold, 0.0, 1.0, 0.0, -37.0};
-        QTest::newRow("long way") << MotionProgram{MotionProgram::Kind::Reciprocate, 76800.0, 1.0, 0.0, 500.0};
-        QTest::newRow("short way") << MotionProgram{MotionProgram::Kind::Reciprocate, 900.0, 1.0, 0.0, 500.0};
-        QTest::newRow("sine out of reach") << MotionProgram{MotionProgram::Kind::Sine, 512000.0, 1.0, 0.0, 500.0};
-        QTest::newRow("unusable") << MotionProgram{MotionProgram::Kind::Sine, huge, 0.0, qQNaN(), qInf()};
+        using Kind = MotionProgram::Kind;
+        testRows<MotionProgram>({"motion"}, {{"hold far", {Kind::Hold, 0.0, 1.0, 0.0, 150000.0}},
+                                             {"hold near, backwards", {Kind::Hold, 0.0, 1.0, 0.0, -37.0}},
+                                             {"long way", {Kind::Reciprocate, 76800.0, 1.0, 0.0, 500.0}},
+                                             {"short way", {Kind::Reciprocate, 900.0, 1.0, 0.0, 500.0}},
+                                             {"sine out of reach", {Kind::Sine, 512000.0, 1.0, 0.0, 500.0}},
+                                             {"unusable", {Kind::Sine, huge, 0.0, qQNaN(), qInf()}}});
     }
 
     void rampKeepsItsLimits()
     {
         QFETCH(MotionProgram, motion);
-        Bench bench(QStringLiteral("stepper-3"), 1, 1);
+        ModuleBench bench("stepper-3", 1, 1);
         bench.module->setMotion(0, motion);
         const AxisMechanics limits;
         constexpr double rounding = 1.0;
@@ -263,5 +256,5 @@ private slots:
     }
 };
 
-GUARDED_TEST_MAIN(SimulationTest)
+GUARDED_TEST(SimulationTest)
 #include "SimulationTest.moc"
