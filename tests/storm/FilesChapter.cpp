@@ -136,6 +136,7 @@ void mutate(const Reader &reader, const Sizes &sizes)
         } else if (runForked([&] { return reader.read(bytes); }, &error) != 0) {
             ++crashes;
             error = mayCrash ? QString() : "the process\ncrashed";
+            clock.start(); // sanitizers take their time for a report
         }
         slowestMs = qMax(slowestMs, clock.elapsed());
         accepted += error.isEmpty() ? 1 : 0;

@@ -198,7 +198,7 @@ const std::vector<Reader> &readers()
         {"register map", mapSample, [](const QByteArray &bytes) { return readRegisterMap(bytes, "map.json").error; },
          [](const QString &path) { return readRegisterMapFile(path).error; }},
         {"recording", recordingSample, readRecordingBytes, readRecordingPath},
-        {"settings file", settingsSample, readSettings, nullptr},
+        {"settings file", settingsSample, readSettings, nullptr, Reader::Forked::No, 300}, // each makes windows
         {"answer of a device", answerSample, readAnswer, nullptr},
         {"translation", translationSample, readTranslation, nullptr, Reader::Forked::MayCrash},
         {"metadata of a plugin", metaDataSample, readMetaData, nullptr, Reader::Forked::Yes, 300},

@@ -69,6 +69,8 @@ const char notDone[] = R"(
 - Power loss: a line survives the end of the process, not that of the system before the disk has it.
 - An idle machine: times in the tables are those of the machine and of what else it did.
 - Leaks under the fuzzer: Qt's own reader of JSON leaves half a kilobyte behind for some files that end in a text.
+- Settings with values of types that the workbench does not write ("@Variant", "@DateTime"): Qt's own reader asks for
+  whatever memory such a value says.
 - Broken compiled translations: Qt's own reader crashes over a few of 20,000. They come with the program or with a
   plugin, and are trusted as these are.
 )";
