@@ -60,9 +60,10 @@ void measure(const QString &tried, const QString &on, int count, const Allowed &
     constexpr double slackBytes = 64000.0; // once, however many cycles there are
     const bool isFault = objects > allowed.objects * count || bytes > allowed.heapBytes + slackBytes / count ||
                          descriptors > 0 || timers > 0;
-    const QString growth = objects > allowed.objects * count ? Watch::growth(before.objects, after.objects) : QString();
+    const QString growth =
+        objects > allowed.objects * count ? QLatin1Char(' ') + Watch::growth(before.objects, after.objects) : QString();
     Report::add({"life", tried, count, on,
-                 filled("objects left %1 (allowed %2) %3; bytes per cycle %4 (allowed %5 and %6 kB in all for lists of "
+                 filled("objects left %1 (allowed %2)%3; bytes per cycle %4 (allowed %5 and %6 kB in all for lists of "
                         "Qt); descriptors left %7, timers left %8 (allowed 0)",
                         objects, allowed.objects * count, growth, qRound64(bytes), allowed.heapBytes,
                         slackBytes / 1000.0, descriptors, timers),

@@ -67,6 +67,7 @@ const char notDone[] = R"(
 - A file system that does not answer at all, such as a dead network drive: a write to a regular file waits in the
   system for as long as the drive is dead, and the window with it (see the chapter "log", and `docs/real-host.md`).
 - Power loss: a line survives the end of the process, not that of the system before the disk has it.
+- One run of everything on one build: the last column has the commit of each row.
 - An idle machine: times in the tables are those of the machine and of what else it did.
 - Leaks under the fuzzer: Qt's own reader of JSON leaves half a kilobyte behind for some files that end in a text.
 - Settings with values of types that the workbench does not write ("@Variant", "@DateTime"): Qt's own reader asks for
@@ -75,19 +76,13 @@ const char notDone[] = R"(
   plugin, and are trusted as these are.
 )";
 
-const char rowsOfEarlierRuns[] =
-    R"(- One run of everything on one build in full size (1,000,000 random events, 10,000 openings, eight hours in fast
-  motion): rows without a commit were joined by hand from four smaller runs, on builds of 2026-11-21 that differ in what
-  those runs had found. A row that had failed was left out after its fault was mended.
-)";
-
 } // namespace
 
 void Report::add(Row row)
 {
     const QStringList warnings = Watch::takeFaults();
     row.isFault = row.isFault || !warnings.isEmpty();
-    row.outcome += QLatin1Char(' ') + warnings.join(QLatin1Char(' '));
+    row.outcome = (QStringList(row.outcome) + warnings).join(QLatin1Char(' '));
     faultSeen = faultSeen || row.isFault;
     std::puts(qPrintable(cells(row)));
     std::fflush(stdout);
@@ -159,10 +154,6 @@ QString Report::document(const QString &path)
         }
     }
     out << notDone;
-    const auto isEarlier = [](const QString &line) { return !line.isEmpty() && part(line, 5).isEmpty(); };
-    if (std::any_of(lines.cbegin(), lines.cend(), isEarlier)) {
-        out << rowsOfEarlierRuns;
-    }
     out.flush();
     return text;
 }
