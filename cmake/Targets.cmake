@@ -31,11 +31,11 @@ endfunction()
 # room_tests(NAME SOURCES file... [USES target...] [DEPENDS target...])
 # One program of the test classes in the SOURCES named <class>Test.cpp. CTest runs each class in a process of its own,
 # offscreen. DEPENDS names targets that are loaded or started at run time. The sources are compiled some at a time in all
-# builds (JOIN_TESTS), because what they include takes most of the time.
+# builds, because what they include takes most of the time.
 function(room_tests name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;DEPENDS")
   add_executable(${name} ${arg_SOURCES})
-  set_target_properties(${name} PROPERTIES AUTOMOC ON UNITY_BUILD ${JOIN_TESTS})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON UNITY_BUILD ON)
   target_link_libraries(${name} PRIVATE Qt5::Test test_support ${arg_USES} project_options joined_sources)
   if(arg_DEPENDS)
     add_dependencies(${name} ${arg_DEPENDS})

@@ -186,7 +186,7 @@ void exaggerate(const Reader &reader)
         const Ended ended = runChild({"read", reader.name, path}, 120000);
         const QList<QByteArray> words = ended.output.split('\n');
         const int megabytes = words.value(0).toInt() / 1024;
-        const QString error = QString::fromUtf8(words.mid(1).join('\n')).trimmed();
+        const QString error = QString::fromUtf8(words.mid(1).join('\n')).trimmed().remove(QFileInfo(path).path() + '/');
         constexpr int longestMs = 20000;
         constexpr int maximumMegabytes = 600;
         const QString bad = ended.isCrash ? "the process crashed" : faultOf(error);
