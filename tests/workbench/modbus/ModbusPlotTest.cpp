@@ -83,15 +83,7 @@ private slots:
                 }
             }
             server.takeRequests();
-            const auto hasPoints = [&] {
-                for (int curve = 0; curve < curveCount; ++curve) {
-                    if (harness.points(curve).size() <= 2) {
-                        return false;
-                    }
-                }
-                return true;
-            };
-            for (int attempt = 0; attempt < 5 && (attempt == 0 || !hasPoints());
+            for (int attempt = 0; attempt < 5 && (attempt == 0 || !haveAllPoints(&harness));
                  ++attempt) { // the machine may stand still
                 int requests = 0;
                 for (int tick = 0; tick < 2000 && requests < 6 * 2 * curveCount; ++tick) { // some rounds of all values
@@ -117,6 +109,16 @@ private slots:
     }
 
 private:
+    static bool haveAllPoints(PluginHarness *harness)
+    {
+        for (int curve = 0; curve < curveCount; ++curve) {
+            if (harness->points(curve).size() <= 2) {
+                return false;
+            }
+        }
+        return true;
+    }
+
     /// All lines have values of the curves, the first curve's X being that of the value \a first.
     static void checkLog(const QString &path, int first)
     {
