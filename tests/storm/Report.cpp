@@ -63,7 +63,7 @@ const char notDone[] = R"(
   wants them at the next change of size only, so this picture is not compared. Styles are changed elsewhere in a series.
 - The same faults of a line twice: in every fourth series of random events some modules are devices behind lines that
   delay, split, drop, corrupt and repeat answers, in real time. A seed replays the events of such a series, but not what
-  was on the wire at each of them. The other series replay exactly.
+  was on the wire at each of them. The other series replay the same events; how many lines are recorded may differ.
 - A file system that does not answer at all, such as a dead network drive: a write to a regular file waits in the
   system for as long as the drive is dead, and the window with it (see the chapter "log", and `docs/real-host.md`).
 - Power loss: a line survives the end of the process, not that of the system before the disk has it.
