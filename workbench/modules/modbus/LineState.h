@@ -34,7 +34,7 @@ struct LineUnit
 {
     std::vector<LineGroup> groups;
     std::map<int, SurveyedSpans> uses; ///< by the number of the use
-    int usesVersion = 0;               ///< changes with uses, and no number comes twice
+    int usesVersion = 0;               ///< another one after each change of uses
     QHash<quint64, KnownAnswer> known; ///< by keyOf() the span
     bool isKnownToAnswer = false;      ///< its last request was answered
     ConnectionTrouble trouble;
